@@ -1,0 +1,12 @@
+// Where the installed suite lies.
+#pragma once
+
+#include "siblings/SiblingsApi.h"
+#include "siblings/TvlPlatform/TvlString.h"
+
+namespace TvlConfig {
+
+/// The installed suite's folder, read-only: TVL_SUITE_DIR of the environment, or "Suite" beside the program.
+TVLSIBLINGS_API TvlString GetSuiteDir();
+
+}   // namespace TvlConfig

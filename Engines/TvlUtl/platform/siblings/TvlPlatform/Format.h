@@ -1,0 +1,55 @@
+// Arguments of TvlStringT::Format: each carries its type, so that a wrong form can't read what is not there.
+#pragma once
+
+#include "siblings/SiblingsApi.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+template <class C>
+class TvlStringT;
+
+namespace TvlPlatform {
+
+/// One argument of a printf form. Refers to text, does not own it.
+class FormatArgument {
+public:
+    enum class Kind { None, Signed, Unsigned, Float, Wide, Narrow, Pointer };
+
+    FormatArgument() = default;
+    template <class T>
+    requires std::is_integral_v<T> || std::is_enum_v<T> FormatArgument(T value)
+        : kind(std::is_signed_v<T> || std::is_enum_v<T> ? Kind::Signed : Kind::Unsigned), size(sizeof(T)),
+          integer(static_cast<long long>(value))
+    {
+    }
+    FormatArgument(double value) : kind(Kind::Float), size(sizeof value), real(value) { }
+    FormatArgument(const wchar_t* text) : FormatArgument(text ? std::wstring_view(text) : L"(null)") { }
+    FormatArgument(const char* text) : FormatArgument(text ? std::string_view(text) : "(null)") { }
+    FormatArgument(std::wstring_view text) : kind(Kind::Wide), wide(text) { }
+    FormatArgument(std::string_view text) : kind(Kind::Narrow), narrow(text) { }
+    template <class C>
+    FormatArgument(const TvlStringT<C>& text) : FormatArgument(static_cast<std::basic_string_view<C>>(text))
+    {
+    }
+    template <class C>
+    FormatArgument(const std::basic_string<C>& text) : FormatArgument(std::basic_string_view<C>(text))
+    {
+    }
+    FormatArgument(const void* pointer) : kind(Kind::Pointer), integer(reinterpret_cast<long long>(pointer)) { }
+
+    Kind kind = Kind::None;
+    std::size_t size = 0;    // bytes of a number
+    long long integer = 0;   // numbers and pointers
+    double real = 0.0;
+    std::wstring_view wide;
+    std::string_view narrow;
+};
+
+/// Formats `count` arguments by a printf form; see TvlStringT::Format. Never throws for a wrong form.
+TVLSIBLINGS_API std::wstring FormatText(const wchar_t* form, const FormatArgument* arguments, std::size_t count);
+TVLSIBLINGS_API std::string FormatText(const char* form, const FormatArgument* arguments, std::size_t count);
+
+}   // namespace TvlPlatform

@@ -1,0 +1,185 @@
+// The suite's string: a value over the standard string, with the operations that its callers know.
+#pragma once
+
+#include "siblings/SiblingsApi.h"
+#include "siblings/TvlPlatform/Format.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+
+/// How texts are compared.
+enum class CompareCase : int {
+    Sensitive = 0,     ///< ordinal, by code unit
+    Insensitive = 1,   ///< by simple case folding, independent of the locale
+};
+
+/// Simple case folding of one UTF-16 or UTF-32 unit, as in Unicode's CaseFolding (C and S); independent of the locale.
+TVLSIBLINGS_API wchar_t TvlFoldCase(wchar_t c);
+
+template <class C>
+class TvlStringViewT;
+
+/// A text. `C` is wchar_t (16 bits on windows, 32 on linux) or char. Positions count units of `C` from 0.
+template <class C>
+class TvlStringT {
+public:
+    static constexpr int npos = -1;
+
+    TvlStringT() = default;
+    /// A null pointer is an empty text.
+    TvlStringT(const C* text) : m_text(text ? text : EmptyText()) { }
+    TvlStringT(const C* text, std::size_t length) : m_text(text, length) { }
+    TvlStringT(std::basic_string<C> text) : m_text(std::move(text)) { }
+    explicit TvlStringT(std::basic_string_view<C> text) : m_text(text) { }
+    explicit TvlStringT(C c, int count = 1) : m_text(static_cast<std::size_t>(count), c) { }
+
+    const C* c_str() const { return m_text.c_str(); }
+    operator std::basic_string_view<C>() const { return m_text; }
+    const std::basic_string<C>& Std() const { return m_text; }
+
+    int GetLength() const { return static_cast<int>(m_text.size()); }
+    bool IsEmpty() const { return m_text.empty(); }
+    void Empty() { m_text.clear(); }
+
+    /// The unit at `index`, which must be below the length.
+    C GetAt(int index) const { return m_text[static_cast<std::size_t>(index)]; }
+    C operator[](int index) const { return GetAt(index); }
+    void SetAt(int index, C c) { m_text[static_cast<std::size_t>(index)] = c; }
+
+    /// The first `count` units, or all of them when there are fewer; a negative count gives an empty text.
+    TvlStringT Left(int count) const { return Mid(0, count); }
+    /// The last `count` units, or all of them when there are fewer.
+    TvlStringT Right(int count) const { return count >= GetLength() ? *this : Mid(GetLength() - std::max(count, 0)); }
+    /// At most `count` units from `first` on; what lies outside the text is left away.
+    TvlStringT Mid(int first, int count) const
+    {
+        first = std::clamp(first, 0, GetLength());
+        count = std::clamp(count, 0, GetLength() - first);
+        return TvlStringT(m_text.data() + first, static_cast<std::size_t>(count));
+    }
+    TvlStringT Mid(int first) const { return Mid(first, GetLength()); }
+
+    /// Position of the first occurrence at or after `start`, or -1.
+    int Find(C c, int start = 0) const { return Position(m_text.find(c, static_cast<std::size_t>(start))); }
+    int Find(const C* text, int start = 0) const
+    {
+        return Position(m_text.find(text, static_cast<std::size_t>(start)));
+    }
+    /// Position of the last occurrence, or -1.
+    int ReverseFind(C c) const { return Position(m_text.rfind(c)); }
+    int FindOneOf(const C* set) const { return Position(m_text.find_first_of(set)); }
+
+    /// Removes every occurrence of `c`; returns how many there were.
+    int Remove(C c) { return static_cast<int>(std::erase(m_text, c)); }
+    /// Replaces every `from` by `to`; returns how many there were. An empty `from` replaces nothing.
+    int Replace(const TvlStringT& from, const TvlStringT& to)
+    {
+        int count = 0;
+        if (from.IsEmpty())
+            return count;
+        for (std::size_t at = 0; (at = m_text.find(from.m_text, at)) != std::basic_string<C>::npos;
+             at += to.m_text.size(), ++count)
+            m_text.replace(at, from.m_text.size(), to.m_text);
+        return count;
+    }
+
+    /// Negative, 0 or positive as this text stands before, equals or stands after `other`.
+    int Compare(const TvlStringT& other, CompareCase mode = CompareCase::Sensitive) const
+    {
+        return TvlStringViewT<C>(*this).Compare(other, mode);
+    }
+    int CompareNoCase(const TvlStringT& other) const { return Compare(other, CompareCase::Insensitive); }
+
+    TvlStringT& operator+=(const TvlStringT& other)
+    {
+        m_text += other.m_text;
+        return *this;
+    }
+    TvlStringT& operator+=(C c)
+    {
+        m_text += c;
+        return *this;
+    }
+    TvlStringT& Append(const C* text, int count)
+    {
+        m_text.append(text, static_cast<std::size_t>(count));
+        return *this;
+    }
+
+    /// Replaces the text by a printf form with Windows' meaning on every target: in a wide form %s is wide and %S
+    /// narrow text, %ls wide and %hs narrow; %lu has 32 bits, %I64u 64. Arguments carry their own type: a number under
+    /// a text conversion, or a missing argument, gives nothing instead of a read of memory.
+    template <class... Args>
+    TvlStringT& Format(const C* form, const Args&... args)
+    {
+        const TvlPlatform::FormatArgument list[] = {
+            TvlPlatform::FormatArgument(args)..., TvlPlatform::FormatArgument()};
+        m_text = TvlPlatform::FormatText(form, list, sizeof...(Args));
+        return *this;
+    }
+
+    friend bool operator==(const TvlStringT& a, const TvlStringT& b) { return a.m_text == b.m_text; }
+    friend bool operator==(const TvlStringT& a, const C* b) { return a.m_text == b; }
+    friend auto operator<=>(const TvlStringT& a, const TvlStringT& b) { return a.m_text <=> b.m_text; }
+    friend TvlStringT operator+(TvlStringT a, const TvlStringT& b) { return std::move(a += b); }
+    friend TvlStringT operator+(TvlStringT a, const C* b) { return std::move(a += TvlStringT(b)); }
+    friend TvlStringT operator+(const C* a, const TvlStringT& b) { return TvlStringT(a) += b; }
+    friend TvlStringT operator+(TvlStringT a, C b) { return std::move(a += b); }
+
+private:
+    static const C* EmptyText()
+    {
+        static const C empty{};
+        return &empty;
+    }
+    static int Position(std::size_t at) { return at == std::basic_string<C>::npos ? npos : static_cast<int>(at); }
+
+    std::basic_string<C> m_text;
+};
+
+/// A text that somebody else owns, not necessarily ended by a zero.
+template <class C>
+class TvlStringViewT {
+public:
+    TvlStringViewT() = default;
+    TvlStringViewT(std::basic_string_view<C> text) : m_text(text) { }
+    TvlStringViewT(const TvlStringT<C>& text) : m_text(text) { }
+    TvlStringViewT(const C* text) : m_text(text ? std::basic_string_view<C>(text) : std::basic_string_view<C>()) { }
+
+    operator std::basic_string_view<C>() const { return m_text; }
+    const C* data() const { return m_text.data(); }
+    int GetLength() const { return static_cast<int>(m_text.size()); }
+    bool IsEmpty() const { return m_text.empty(); }
+    C GetAt(int index) const { return m_text[static_cast<std::size_t>(index)]; }
+    TvlStringViewT Left(int count) const { return m_text.substr(0, static_cast<std::size_t>(std::max(count, 0))); }
+
+    /// Negative, 0 or positive as this text stands before, equals or stands after `other`.
+    int Compare(TvlStringViewT other, CompareCase mode = CompareCase::Sensitive) const
+    {
+        if (mode == CompareCase::Sensitive)
+            return m_text.compare(other.m_text);
+        const std::size_t shared = std::min(m_text.size(), other.m_text.size());
+        for (std::size_t i = 0; i < shared; ++i) {
+            const auto a = TvlFoldCase(static_cast<wchar_t>(m_text[i]));
+            const auto b = TvlFoldCase(static_cast<wchar_t>(other.m_text[i]));
+            if (a != b)
+                return a < b ? -1 : 1;
+        }
+        return m_text.size() == other.m_text.size() ? 0 : m_text.size() < other.m_text.size() ? -1 : 1;
+    }
+    int CompareNoCase(TvlStringViewT other) const { return Compare(other, CompareCase::Insensitive); }
+
+private:
+    std::basic_string_view<C> m_text;
+};
+
+using TvlString = TvlStringT<wchar_t>;
+using TvlStringView = TvlStringViewT<wchar_t>;
+
+template <class C>
+struct std::hash<TvlStringT<C>> {
+    std::size_t operator()(const TvlStringT<C>& text) const { return std::hash<std::basic_string<C>>()(text.Std()); }
+};

@@ -1,0 +1,23 @@
+// Loaded modules of the process.
+#pragma once
+
+#include "siblings/SiblingsApi.h"
+
+#include <string>
+
+namespace Ports {
+
+class TVLSIBLINGS_API Modules {
+public:
+    static Modules& Get();
+    /// Replaces the port; null restores the system's. The caller keeps ownership.
+    static void SetForTests(Modules*);
+
+    virtual ~Modules() = default;
+    /// GetModuleHandle: the module when it is already loaded, else null. Never loads it.
+    virtual HMODULE Loaded(const std::wstring& name) const = 0;
+    /// Full path of the running program's file; empty when the system does not tell.
+    virtual std::wstring ProgramPath() const = 0;
+};
+
+}   // namespace Ports

@@ -1,0 +1,40 @@
+#include "siblings/TvlUtils/LogMessage.h"
+
+#include "siblings/TvlPlatform/TextEncoding.h"
+#include "windows/Debug.h"
+
+#include <cstdio>
+#include <mutex>
+
+namespace TvlUtils {
+
+namespace {
+std::mutex logLock;
+
+std::function<void(LogLevel, const TvlString&)>& Receiver()
+{
+    static std::function<void(LogLevel, const TvlString&)> receiver;
+    return receiver;
+}
+}   // namespace
+
+void LogMessage(LogLevel level, const TvlString& text) noexcept
+try {
+    static constexpr const char* kNames[] = {"info", "warning", "error"};
+    const std::lock_guard hold(logLock);
+    if (Receiver())
+        return Receiver()(level, text);
+    const std::string bytes = TvlPlatform::ToUtf8(text);
+    std::fprintf(stderr, "%s: %s\n", kNames[static_cast<int>(level)], bytes.c_str());
+    Ports::Debug::Get().Output(text.Std() + L"\n");
+} catch (...) {
+    // A line that can't be written is lost: the log must not bring its caller down.
+}
+
+void SetLogReceiver(std::function<void(LogLevel, const TvlString&)> receiver)
+{
+    const std::lock_guard hold(logLock);
+    Receiver() = std::move(receiver);
+}
+
+}   // namespace TvlUtils

@@ -1,0 +1,23 @@
+// The system's own side of every port, one set of definitions for each target.
+#pragma once
+
+#include "windows/Debug.h"
+#include "windows/Environment.h"
+#include "windows/Locale.h"
+#include "windows/Modules.h"
+
+namespace Ports {
+
+template <class Port>
+Port& SystemPort();
+
+template <>
+Debug& SystemPort<Debug>();
+template <>
+Environment& SystemPort<Environment>();
+template <>
+Locale& SystemPort<Locale>();
+template <>
+Modules& SystemPort<Modules>();
+
+}   // namespace Ports

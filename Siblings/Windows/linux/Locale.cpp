@@ -1,0 +1,234 @@
+// Regional settings through ICU, in the form in which Windows gives them.
+#include "Windows/SystemPorts.h"
+
+#include "siblings/TvlPlatform/TextEncoding.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <mutex>
+#include <unicode/decimfmt.h>
+#include <unicode/ulocdata.h>
+
+namespace Ports {
+
+namespace {
+std::wstring ToWide(const icu::UnicodeString& text)
+{
+    std::wstring wide;
+    for (int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1))
+        wide += static_cast<wchar_t>(text.char32At(i));
+    return wide;
+}
+
+/// The environment's locale; the C locale, which has no regional settings, counts as American English.
+icu::Locale EnvironmentLocale()
+{
+    for (const char* name : {"LC_ALL", "LC_NUMERIC", "LANG"}) {
+        const char* const value = std::getenv(name);
+        if (!value || !*value)
+            continue;
+        const std::string_view text(value);
+        if (text == "C" || text == "POSIX" || text.starts_with("C."))
+            break;
+        return icu::Locale::createCanonical(value);
+    }
+    return icu::Locale("en", "US");
+}
+
+/// Settings of one locale, read once.
+struct Settings {
+    explicit Settings(const icu::Locale& locale)
+    {
+        UErrorCode status = U_ZERO_ERROR;
+        const std::unique_ptr<icu::NumberFormat> format(icu::NumberFormat::createInstance(locale, status));
+        const auto* const decimal = dynamic_cast<const icu::DecimalFormat*>(format.get());
+        if (U_FAILURE(status) || !decimal)
+            return;
+        const icu::DecimalFormatSymbols& symbols = *decimal->getDecimalFormatSymbols();
+        decimalSeparator = ToWide(symbols.getSymbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol));
+        thousandsSeparator = ToWide(symbols.getSymbol(icu::DecimalFormatSymbols::kGroupingSeparatorSymbol));
+        negativeSign = ToWide(symbols.getSymbol(icu::DecimalFormatSymbols::kMinusSignSymbol));
+        // Lists take the comma unless numbers do.
+        listSeparator = decimalSeparator == L"," ? L";" : L",";
+        grouping = Grouping(*decimal);
+        measurement = ulocdata_getMeasurementSystem(locale.getName(), &status) == UMS_US ? L"1" : L"0";
+        id = locale.getLCID();
+    }
+
+    static std::wstring Grouping(const icu::DecimalFormat& format)
+    {
+        if (!format.isGroupingUsed() || format.getGroupingSize() <= 0)
+            return L"0";
+        std::wstring sizes = std::to_wstring(format.getGroupingSize());
+        const int32_t second = format.getSecondaryGroupingSize();
+        if (second > 0 && second != format.getGroupingSize())
+            sizes += L";" + std::to_wstring(second);
+        return sizes + L";0";
+    }
+
+    std::wstring decimalSeparator = L".";
+    std::wstring thousandsSeparator = L",";
+    std::wstring negativeSign = L"-";
+    std::wstring listSeparator = L",";
+    std::wstring grouping = L"3;0";
+    std::wstring measurement = L"0";
+    LCID id = 0x0409;
+};
+
+class LinuxLocale final : public Locale {
+public:
+    std::optional<std::wstring> Setting(LocaleSetting setting, std::size_t capacity) const override
+    {
+        const std::wstring* const text = Find(setting);
+        if (!text || text->size() + 1 > capacity)
+            return std::nullopt;
+        return *text;
+    }
+
+    std::optional<std::wstring> FormatNumber(std::wstring_view number, const NumberFormat& format) const override;
+    LCID UserLocaleId() const override { return m_settings.id; }
+    LANGID UserUILanguage() const override { return static_cast<LANGID>(m_settings.id); }
+
+    bool UseLocale(const std::wstring& name) override
+    {
+        UErrorCode status = U_ZERO_ERROR;
+        const icu::Locale locale = icu::Locale::forLanguageTag(TvlPlatform::ToUtf8(name), status);
+        int32_t count = 0;
+        const icu::Locale* const known = icu::Locale::getAvailableLocales(count);
+        const auto sameLanguage = [&](const icu::Locale& other) {
+            return !std::strcmp(other.getLanguage(), locale.getLanguage());
+        };
+        if (U_FAILURE(status) || !*locale.getLanguage() || std::none_of(known, known + count, sameLanguage))
+            return false;
+        m_settings = Settings(locale);
+        return true;
+    }
+
+private:
+    const std::wstring* Find(LocaleSetting setting) const
+    {
+        static const std::wstring one = L"1";
+        switch (setting) {
+        case LocaleSetting::ListSeparator:
+            return &m_settings.listSeparator;
+        case LocaleSetting::MeasurementSystem:
+            return &m_settings.measurement;
+        case LocaleSetting::DecimalSeparator:
+            return &m_settings.decimalSeparator;
+        case LocaleSetting::ThousandsSeparator:
+            return &m_settings.thousandsSeparator;
+        case LocaleSetting::Grouping:
+            return &m_settings.grouping;
+        case LocaleSetting::NegativeSign:
+            return &m_settings.negativeSign;
+        case LocaleSetting::LeadingZero:
+        case LocaleSetting::NegativeNumberOrder:
+            return &one;
+        }
+        return nullptr;
+    }
+
+    Settings m_settings = Settings(EnvironmentLocale());
+};
+
+/// The pieces of a number text: a sign, digits and at most one point.
+struct NumberText {
+    bool negative = false;
+    std::string whole;
+    std::string fraction;
+
+    static std::optional<NumberText> Read(std::wstring_view text)
+    {
+        NumberText number;
+        number.negative = !text.empty() && text.front() == L'-';
+        bool inFraction = false;
+        for (const wchar_t c : text.substr(number.negative ? 1 : 0)) {
+            const bool isDigit = c >= L'0' && c <= L'9';
+            if (!isDigit && (c != L'.' || inFraction))
+                return std::nullopt;
+            if (isDigit)
+                (inFraction ? number.fraction : number.whole) += static_cast<char>(c);
+            else
+                inFraction = true;
+        }
+        return number;
+    }
+
+    /// Rounds to `digits` behind the point, halves away from zero, and drops leading zeros.
+    void Round(std::size_t digits)
+    {
+        const bool up = fraction.size() > digits && fraction[digits] >= '5';
+        fraction.resize(digits, '0');
+        std::string all = whole + fraction;
+        if (up && !Increment(all))
+            all.insert(0, "1");
+        fraction = all.substr(all.size() - digits);
+        whole = all.substr(0, all.size() - digits);
+        whole.erase(0, whole.find_first_not_of('0'));
+        negative = negative && (whole + fraction).find_first_not_of('0') != std::string::npos;
+    }
+
+    /// Adds one to a row of digits; false when it overflows to zeros.
+    static bool Increment(std::string& digits)
+    {
+        for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit) {
+            if (*digit != '9') {
+                ++*digit;
+                return true;
+            }
+            *digit = '0';
+        }
+        return false;
+    }
+};
+
+/// Digits with separators between groups, counted from the right. 32 stands for a first group of 3, then groups of 2.
+std::wstring Group(const std::string& digits, UINT grouping, const std::wstring& separator)
+{
+    const std::size_t first = grouping == 32 ? 3 : grouping;
+    const std::size_t next = grouping == 32 ? 2 : grouping;
+    std::wstring text;
+    for (std::size_t i = 0; i < digits.size(); ++i) {
+        const std::size_t left = digits.size() - i;
+        if (i > 0 && first > 0 && left >= first && (left - first) % next == 0)
+            text += separator;
+        text += static_cast<wchar_t>(digits[i]);
+    }
+    return text;
+}
+
+std::optional<std::wstring> LinuxLocale::FormatNumber(std::wstring_view text, const NumberFormat& format) const
+{
+    auto number = NumberText::Read(text);
+    if (!number || format.digits > 9 || (format.grouping > 9 && format.grouping != 32) || format.negativeOrder > 4)
+        return std::nullopt;
+    number->Round(format.digits);
+    std::wstring formatted = Group(number->whole, format.grouping, format.thousandsSeparator);
+    if (formatted.empty() && (format.leadingZero || format.digits == 0))
+        formatted = L"0";
+    if (format.digits > 0)
+        formatted += format.decimalSeparator + std::wstring(number->fraction.begin(), number->fraction.end());
+    if (!number->negative)
+        return formatted;
+
+    struct Affixes {
+        const wchar_t* before;
+        const wchar_t* after;
+    };
+    // The order's own minus is "-" here: the caller hands over no sign of its own.
+    static constexpr Affixes kNegativeOrders[] = {{L"(", L")"}, {L"-", L""}, {L"- ", L""}, {L"", L"-"}, {L"", L" -"}};
+    const Affixes& affixes = kNegativeOrders[format.negativeOrder];
+    return affixes.before + formatted + affixes.after;
+}
+}   // namespace
+
+template <>
+Locale& SystemPort<Locale>()
+{
+    static LinuxLocale locale;
+    return locale;
+}
+
+}   // namespace Ports

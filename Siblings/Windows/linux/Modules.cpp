@@ -1,0 +1,58 @@
+// Modules and environment by the dynamic loader and the C library.
+#include "Windows/SystemPorts.h"
+
+#include "siblings/TvlPlatform/TextEncoding.h"
+
+#include <cstdlib>
+#include <dlfcn.h>
+#include <filesystem>
+
+namespace Ports {
+
+namespace {
+class LinuxModules final : public Modules {
+public:
+    HMODULE Loaded(const std::wstring& name) const override
+    {
+        // The reference that a successful look-up adds is given back: the caller owns nothing.
+        void* const module = dlopen(TvlPlatform::ToUtf8(name).c_str(), RTLD_NOLOAD | RTLD_LAZY);
+        if (module)
+            dlclose(module);
+        return static_cast<HMODULE>(module);
+    }
+
+    std::wstring ProgramPath() const override
+    {
+        std::error_code failed;
+        const auto path = std::filesystem::read_symlink("/proc/self/exe", failed);
+        return failed ? std::wstring() : TvlPlatform::FromUtf8(path.string());
+    }
+};
+
+class LinuxEnvironment final : public Environment {
+public:
+    std::optional<std::wstring> Variable(const std::wstring& name) const override
+    {
+        const char* const value = std::getenv(TvlPlatform::ToUtf8(name).c_str());
+        if (!value)
+            return std::nullopt;
+        return TvlPlatform::FromUtf8(value);
+    }
+};
+}   // namespace
+
+template <>
+Modules& SystemPort<Modules>()
+{
+    static LinuxModules modules;
+    return modules;
+}
+
+template <>
+Environment& SystemPort<Environment>()
+{
+    static LinuxEnvironment environment;
+    return environment;
+}
+
+}   // namespace Ports

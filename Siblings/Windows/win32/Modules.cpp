@@ -1,0 +1,53 @@
+// Modules and environment of a Windows process.
+#include "Windows/SystemPorts.h"
+
+#include <windows.h>
+
+namespace Ports {
+
+namespace {
+class Win32Modules final : public Modules {
+public:
+    HMODULE Loaded(const std::wstring& name) const override { return GetModuleHandleW(name.c_str()); }
+
+    std::wstring ProgramPath() const override
+    {
+        std::wstring path(MAX_PATH, L'\0');
+        for (;;) {
+            const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+            if (length < path.size())
+                return path.substr(0, length);
+            path.resize(path.size() * 2);
+        }
+    }
+};
+
+class Win32Environment final : public Environment {
+public:
+    std::optional<std::wstring> Variable(const std::wstring& name) const override
+    {
+        SetLastError(ERROR_SUCCESS);
+        std::wstring value(GetEnvironmentVariableW(name.c_str(), nullptr, 0), L'\0');
+        if (value.empty())
+            return GetLastError() == ERROR_ENVVAR_NOT_FOUND ? std::nullopt : std::optional(value);
+        value.resize(GetEnvironmentVariableW(name.c_str(), value.data(), static_cast<DWORD>(value.size())));
+        return value;
+    }
+};
+}   // namespace
+
+template <>
+Modules& SystemPort<Modules>()
+{
+    static Win32Modules modules;
+    return modules;
+}
+
+template <>
+Environment& SystemPort<Environment>()
+{
+    static Win32Environment environment;
+    return environment;
+}
+
+}   // namespace Ports

@@ -1,0 +1,100 @@
+# Settings of every target, and the functions that the folders declare themselves with.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+if(WIN32)
+    set(CMAKE_SHARED_LIBRARY_PREFIX "")
+endif()
+
+find_program(TVL_CCACHE ccache)
+if(TVL_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${TVL_CCACHE}")
+endif()
+
+# Contraction of a*b+c would change the last bit of stored measures.
+add_compile_options(-ffp-contract=off)
+if(MINGW)
+    # msvcrt's printf is neither C99 nor exact for long decimals.
+    add_compile_definitions(__USE_MINGW_ANSI_STDIO=1 UNICODE _UNICODE WINVER=0x0A00 _WIN32_WINNT=0x0A00)
+endif()
+if(TVL_SANITIZERS)
+    add_compile_options(-fsanitize=${TVL_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${TVL_SANITIZERS})
+    if(TVL_FUZZERS)
+        # Coverage for libFuzzer in every object; the fuzzer's own main comes with each target.
+        add_compile_options(-fsanitize=fuzzer-no-link)
+        add_link_options(-fsanitize=fuzzer-no-link)
+    endif()
+endif()
+
+# -Wrestrict of GCC 12 warns of std::string's own concatenation.
+add_library(TvlWarnings INTERFACE)
+target_compile_options(TvlWarnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wold-style-cast -Woverloaded-virtual
+    -Wcast-qual -Wformat=2 $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict> -Werror)
+
+# Interfaces of the library, its siblings and ports: what applications see.
+add_library(TvlHeaders INTERFACE)
+target_include_directories(TvlHeaders INTERFACE
+    "${PROJECT_SOURCE_DIR}/Engines/TvlUtl/include" "${PROJECT_SOURCE_DIR}/Engines/TvlUtl/platform")
+
+# One folder of the library as an object library. USES lists the folders below it whose headers it may include:
+# a folder that is not listed is not on the include path. SOURCES adds files that stand directly in Engines/TvlUtl.
+function(tvl_library_folder name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "USES;SOURCES")
+    file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+    list(TRANSFORM arg_SOURCES PREPEND "${PROJECT_SOURCE_DIR}/Engines/TvlUtl/")
+    add_library(TvlUtl_${name} OBJECT ${sources} ${arg_SOURCES})
+    target_compile_definitions(TvlUtl_${name} PRIVATE TVLUTL_BUILD)
+    target_include_directories(TvlUtl_${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
+    list(TRANSFORM arg_USES PREPEND "TvlUtl_")
+    target_link_libraries(TvlUtl_${name} PUBLIC TvlHeaders ${arg_USES} PRIVATE TvlWarnings)
+    set_property(GLOBAL APPEND PROPERTY TVL_FOLDERS TvlUtl_${name})
+endfunction()
+
+# One test program for a folder of tests, linked to the shared libraries as an application is.
+# STATIC links the library's objects instead, for tests that replace the allocator or look at what is not exported.
+function(tvl_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "STATIC" "" "LIBRARIES")
+    file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+    add_executable(test_${name} ${sources})
+    if(arg_STATIC)
+        set(library TvlUtlStatic)
+    else()
+        set(library TvlUtl)
+    endif()
+    target_link_libraries(test_${name} PRIVATE ${library} TvlSiblings TvlTestSupport TvlWarnings ${arg_LIBRARIES})
+    add_dependencies(test_${name} TvlSuite)
+    add_test(NAME ${name} COMMAND test_${name} --gtest_output=json:${CMAKE_BINARY_DIR}/results/${name}.json)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 900
+        ENVIRONMENT "UBSAN_OPTIONS=print_stacktrace=1;WINEDEBUG=-all")
+endfunction()
+
+# One benchmark program, benchmarks/<name>.cpp. PEERS are the libraries that it is measured beside.
+function(tvl_benchmark name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "PEERS")
+    add_executable(bench_${name} ${name}.cpp)
+    target_link_libraries(bench_${name} PRIVATE TvlUtl TvlSiblings TvlWarnings benchmark::benchmark_main ${arg_PEERS})
+    add_dependencies(bench_${name} TvlSuite)
+endfunction()
+
+# One libFuzzer target, fuzz/<name>.cpp with its kept seeds in fuzz/seeds/<name>. Without TVL_FUZZERS the same source is
+# built with a driver that replays the seeds, and runs as a test.
+function(tvl_fuzzer name)
+    add_executable(fuzz_${name} "${PROJECT_SOURCE_DIR}/fuzz/${name}.cpp")
+    target_link_libraries(fuzz_${name} PRIVATE TvlUtlStatic TvlSiblings TvlWarnings)
+    add_dependencies(fuzz_${name} TvlSuite)
+    if(TVL_FUZZERS)
+        target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
+    else()
+        target_sources(fuzz_${name} PRIVATE "${PROJECT_SOURCE_DIR}/fuzz/Replay.cpp")
+        add_test(NAME fuzz_${name} COMMAND fuzz_${name} "${PROJECT_SOURCE_DIR}/fuzz/seeds/${name}")
+    endif()
+endfunction()
