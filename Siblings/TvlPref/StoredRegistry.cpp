@@ -283,7 +283,8 @@ LONG StoredRegistry::RegSetValueExW(HKEY key, const wchar_t* name, DWORD, DWORD 
         OpenKey open;
         if (const LONG status = Find(key, kSetValue, open); status != kRegistryOk)
             return status;
-        return m_store->SetValue(open.id, valueName, {type, Stored(type, data, size)}) ? kRegistryOk : kRegistryKeyDeleted;
+        return m_store->SetValue(open.id, valueName, {type, Stored(type, data, size)}) ? kRegistryOk
+                                                                                       : kRegistryKeyDeleted;
     });
 }
 
@@ -306,7 +307,8 @@ LONG StoredRegistry::RegDeleteValueW(HKEY key, const wchar_t* name)
         OpenKey open;
         if (const LONG status = Find(key, kSetValue, open); status != kRegistryOk)
             return status;
-        return m_store->DeleteValue(open.id, name ? name : L"") ? static_cast<LONG>(kRegistryOk) : Missing(open, kRegistryNotFound);
+        return m_store->DeleteValue(open.id, name ? name : L"") ? static_cast<LONG>(kRegistryOk)
+                                                                : Missing(open, kRegistryNotFound);
     });
 }
 

@@ -3,6 +3,7 @@
 
 #include "windows/Debug.h"
 #include "windows/Environment.h"
+#include "windows/Internet.h"
 #include "windows/Locale.h"
 #include "windows/Modules.h"
 
@@ -15,6 +16,8 @@ template <>
 Debug& SystemPort<Debug>();
 template <>
 Environment& SystemPort<Environment>();
+template <>
+Internet& SystemPort<Internet>();
 template <>
 Locale& SystemPort<Locale>();
 template <>

@@ -135,7 +135,8 @@ constexpr const char* kStatementTexts[kStatements] = {
     "SELECT type, data, name FROM entries WHERE key = ?1 ORDER BY folded LIMIT 1 OFFSET ?2",
     "SELECT type, data FROM entries WHERE key = ?1 AND folded = ?2",
     "INSERT INTO entries (key, folded, name, type, data) SELECT ?1, ?2, ?3, ?4, ?5 "
-    "WHERE EXISTS (SELECT 1 FROM keys WHERE id = ?1) ON CONFLICT DO UPDATE SET type = excluded.type, data = excluded.data",
+    "WHERE EXISTS (SELECT 1 FROM keys WHERE id = ?1) ON CONFLICT DO UPDATE SET type = excluded.type, data = "
+    "excluded.data",
     "DELETE FROM entries WHERE key = ?1 AND folded = ?2",
 };
 
