@@ -72,7 +72,9 @@ function(tvl_test name)
     endif()
     target_link_libraries(test_${name} PRIVATE ${library} TvlSiblings TvlTestSupport TvlWarnings ${arg_LIBRARIES})
     add_dependencies(test_${name} TvlSuite)
-    add_test(NAME ${name} COMMAND test_${name} --gtest_output=json:${CMAKE_BINARY_DIR}/results/${name}.json)
+    # Relative, because a path without a drive letter is not absolute on windows.
+    file(RELATIVE_PATH results "${CMAKE_CURRENT_BINARY_DIR}" "${CMAKE_BINARY_DIR}/results")
+    add_test(NAME ${name} COMMAND test_${name} --gtest_output=json:${results}/${name}.json)
     set_tests_properties(${name} PROPERTIES TIMEOUT 900
         ENVIRONMENT "ASAN_OPTIONS=allocator_may_return_null=1;UBSAN_OPTIONS=print_stacktrace=1;WINEDEBUG=-all")
 endfunction()
