@@ -41,9 +41,12 @@ target_compile_options(TvlWarnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -
     -Wcast-qual -Wformat=2 $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict> -Werror)
 
 # Interfaces of the library, its siblings and ports: what applications see.
+set(TVL_INTERFACES "${PROJECT_SOURCE_DIR}/Engines/TvlUtl/include" "${PROJECT_SOURCE_DIR}/Engines/TvlUtl/platform"
+    "${PROJECT_BINARY_DIR}/include")
+configure_file("${PROJECT_SOURCE_DIR}/Engines/TvlUtl/include/TvlUtlVersion.h.in"
+    "${PROJECT_BINARY_DIR}/include/TvlUtlVersion.h" @ONLY)
 add_library(TvlHeaders INTERFACE)
-target_include_directories(TvlHeaders INTERFACE
-    "${PROJECT_SOURCE_DIR}/Engines/TvlUtl/include" "${PROJECT_SOURCE_DIR}/Engines/TvlUtl/platform")
+target_include_directories(TvlHeaders INTERFACE ${TVL_INTERFACES})
 
 # One folder of the library as an object library. USES lists the folders below it whose headers it may include:
 # a folder that is not listed is not on the include path. SOURCES adds files that stand directly in Engines/TvlUtl.

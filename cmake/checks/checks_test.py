@@ -8,6 +8,7 @@ import unittest
 from pathlib import Path
 
 import exports
+import headers
 import includes
 import tally
 
@@ -126,6 +127,22 @@ class Exports(unittest.TestCase):
         for line in ("Missing", "function Space::Hidden", "function Space", "class Wid"):
             with self.subTest(line=line):
                 self.assertEqual(self.offences(self.LIST + [line]), [[f"does not export {line}"]] * 2)
+
+
+class Headers(unittest.TestCase):
+    COMPILER = "x86_64-w64-mingw32-g++-posix"
+    ASIDE = '#pragma push_macro("DeleteFile")\n#undef DeleteFile\nint DeleteFile();\n#pragma pop_macro("DeleteFile")\n'
+
+    def offences(self, text):
+        with tempfile.TemporaryDirectory() as folder:
+            return list(headers.offences(self.COMPILER, [planted(folder, {"sub/Planted.h": "#pragma once\n" + text})]))
+
+    def test_finds_names_that_the_system_renames(self):
+        found = self.offences("struct File { void DeleteFile(); };\n")
+        self.assertEqual(["DeleteFileA" in found[0], "DeleteFileW" in found[1], len(found)], [True, True, 2])
+
+    def test_allows_names_that_are_put_aside(self):
+        self.assertEqual(self.offences(self.ASIDE), [])
 
 
 class Tally(unittest.TestCase):
