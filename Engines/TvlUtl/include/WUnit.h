@@ -9,6 +9,11 @@
 #include <vector>
 
 class UnitWords;
+class WUnit;
+struct WParseDiagnosis;
+
+TVLUTL_API WParseDiagnosis DiagnoseFieldText(
+    WUnit& units, int id, const TvlString& text, unsigned flags, DRG angleMode);
 
 namespace Framework {
 
@@ -245,6 +250,9 @@ public:
 private:
     WUnitCollection& Display(int id);
     const UnitWords& Words();
+    int Evaluate(
+        int id, const TvlString& text, double& value, unsigned flags, DRG angleMode, WParseDiagnosis* diagnosis);
+    friend TVLUTL_API WParseDiagnosis DiagnoseFieldText(WUnit&, int, const TvlString&, unsigned, DRG);
     double Scale(double scale) const { return scale == -1.0 ? m_precision : scale; }
 
     std::int32_t m_nextDefinition = 42;
