@@ -1,7 +1,6 @@
 #include "DelayInitRegistrarImpl.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace {
 using Registrar = DelayInitRegistrar;
@@ -42,15 +41,16 @@ void DelayInitRegistrarImpl::RunShutdownHooks(bool earlyGroup) { RunHooks(eHookS
 bool DelayInitRegistrarImpl::RunHooks(EHookStage stage, bool reverse, bool earlyGroup)
 {
     const auto isSelected = [earlyGroup](const auto& row) { return (row.first == eEarly) == earlyGroup; };
+    const auto call = [](const Delegate& hook) { hook(); };
     const auto& priorities = m_hooks[stage];
     if (reverse) {
-        for (const auto& [priority, hooks] : priorities | std::views::reverse | std::views::filter(isSelected))
-            for (const Delegate& hook : hooks | std::views::reverse)
-                hook();
+        for (auto row = priorities.rbegin(); row != priorities.rend(); ++row)
+            if (isSelected(*row))
+                std::for_each(row->second.rbegin(), row->second.rend(), call);
     } else {
-        for (const auto& [priority, hooks] : priorities | std::views::filter(isSelected))
-            for (const Delegate& hook : hooks)
-                hook();
+        for (const auto& row : priorities)
+            if (isSelected(row))
+                std::for_each(row.second.begin(), row.second.end(), call);
     }
     return true;
 }
