@@ -86,7 +86,14 @@ TEST(WUnit, NamesDisplays)
 // A locale id of its own makes the cached settings follow.
 class RegionalFormat : public testing::Test {
 protected:
-    FakeLocale locale{0x0407};
+    /// An id that no settings were cached for.
+    static LCID NextId()
+    {
+        static LCID last = 0x10000;
+        return ++last;
+    }
+
+    FakeLocale locale{NextId()};
     WRegionalSupportFormat format;
 
     TvlString Format(const wchar_t* text, bool expected = true)
@@ -139,7 +146,7 @@ TEST_F(RegionalFormat, WorksWithoutAnySetting)
 {
     locale.settings.clear();
     locale.localeId = NextId();
-    EXPECT_EQ(Format(L"1234.5"), L"12345");
+    EXPECT_EQ(Format(L"1234.5"), L"1235");   // no decimals without a separator
     double value = 0.0;
     EXPECT_EQ(WUnit::GetDefaultWUnit().StringToValue(2, L"1,5", value, 256 | 31, DRG::Radians), 0);
     EXPECT_EQ(WUnit::GetDefaultWUnit().StringToValue(2, L"15 mm", value, 256 | 31, DRG::Radians), 1);
