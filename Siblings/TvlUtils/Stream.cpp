@@ -5,6 +5,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <vector>
 
 namespace TvlUtils {
 
@@ -21,6 +22,7 @@ public:
     {
         return m_position <= m_size && count <= static_cast<unsigned long long>(m_size - m_position);
     }
+    long long Left() const { return m_size - m_position; }
     void Advance(std::size_t count) { m_position += static_cast<long long>(count); }
     bool Seek(long long offset, SeekOrigin origin)
     {
@@ -71,6 +73,7 @@ private:
     Extent m_extent;
 };
 
+/// Keeps the bytes around the last read: readers of foreign formats jump to and fro in short steps.
 class FileSource final : public StreamSource {
 public:
     FileSource(std::fstream file, long long first, long long size)
@@ -80,11 +83,7 @@ public:
 
     bool Read(void* bytes, std::size_t size) override
     {
-        if (!m_extent.Holds(size))
-            return false;
-        m_file.clear();
-        m_file.seekg(m_first + m_extent.Position());
-        if (!m_file.read(static_cast<char*>(bytes), static_cast<std::streamsize>(size)))
+        if (!m_extent.Holds(size) || !(size > kKept ? ReadFile(bytes, size) : ReadKept(bytes, size)))
             return false;
         m_extent.Advance(size);
         return true;
@@ -93,6 +92,7 @@ public:
     {
         if (!m_extent.Holds(size))
             return false;
+        m_kept.clear();
         m_file.clear();
         m_file.seekp(m_first + m_extent.Position());
         // Flushed at once, so that the result tells whether the bytes have left the process.
@@ -105,9 +105,35 @@ public:
     long long GetPosition() const override { return m_extent.Position(); }
 
 private:
+    static constexpr std::size_t kKept = 8192;
+
+    bool ReadFile(void* bytes, std::size_t size)
+    {
+        m_file.clear();
+        m_file.seekg(m_first + m_extent.Position());
+        return static_cast<bool>(m_file.read(static_cast<char*>(bytes), static_cast<std::streamsize>(size)));
+    }
+    bool ReadKept(void* bytes, std::size_t size)
+    {
+        const long long at = m_extent.Position();
+        if (at < m_keptAt || at + static_cast<long long>(size) > m_keptAt + static_cast<long long>(m_kept.size())) {
+            m_kept.resize(static_cast<std::size_t>(std::min<long long>(m_extent.Left(), kKept)));
+            m_keptAt = at;
+            if (!ReadFile(m_kept.data(), m_kept.size())) {
+                // A bad place in the file behind what is asked for must not hide it.
+                m_kept.clear();
+                return ReadFile(bytes, size);
+            }
+        }
+        std::copy_n(m_kept.begin() + (at - m_keptAt), size, static_cast<char*>(bytes));
+        return true;
+    }
+
     std::fstream m_file;
     long long m_first;   // of the range in the file
     Extent m_extent;
+    std::vector<char> m_kept;   // bytes of the range from m_keptAt on
+    long long m_keptAt = 0;
 };
 }   // namespace
 
@@ -130,7 +156,9 @@ try {
     auto mode = std::ios::binary | std::ios::in;
     if (access == StreamAccess::ReadWrite)
         mode |= std::ios::out;
-    std::fstream file(name, mode);
+    std::fstream file;
+    file.rdbuf()->pubsetbuf(nullptr, 0);   // the source keeps bytes itself
+    file.open(name, mode);
     const long long length = file.seekg(0, std::ios::end) ? static_cast<long long>(file.tellg()) : -1;
     if (first < 0 || size < 0 || length < first)
         return {};

@@ -50,7 +50,8 @@ public:
     /// The same for bytes that can't be written.
     TVLSIBLINGS_API static Stream OverMemory(const void* bytes, std::size_t size);
     /// `size` bytes from `first` on of an existing file, or as many as it has there now: the stream starts at 0 and
-    /// never reaches outside them, nor does it grow the file. Without a source when the file can't be opened, is no
+    /// never reaches outside them, nor does it grow the file. It keeps what it has read last and may not see what
+    /// others write to the file meanwhile. Without a source when the file can't be opened, is no
     /// regular file or ends before `first`.
     TVLSIBLINGS_API static Stream OpenFile(const TvlString& path, StreamAccess access, long long first = 0,
         long long size = std::numeric_limits<long long>::max());
