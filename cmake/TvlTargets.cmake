@@ -74,7 +74,7 @@ function(tvl_test name)
     add_dependencies(test_${name} TvlSuite)
     add_test(NAME ${name} COMMAND test_${name} --gtest_output=json:${CMAKE_BINARY_DIR}/results/${name}.json)
     set_tests_properties(${name} PROPERTIES TIMEOUT 900
-        ENVIRONMENT "UBSAN_OPTIONS=print_stacktrace=1;WINEDEBUG=-all")
+        ENVIRONMENT "ASAN_OPTIONS=allocator_may_return_null=1;UBSAN_OPTIONS=print_stacktrace=1;WINEDEBUG=-all")
 endfunction()
 
 # One benchmark program, benchmarks/<name>.cpp. PEERS are the libraries that it is measured beside.

@@ -1,0 +1,41 @@
+// An object and what to do with it, in two words.
+#pragma once
+
+namespace TvlUtils {
+
+template <class Signature>
+class Delegate;
+
+/// Calls a stub with an object pointer. Two delegates are equal when both words are. A delegate refers to its object
+/// and does not own it.
+template <class Result, class... Args>
+class Delegate<Result (*)(Args...)> {
+public:
+    using Stub = Result (*)(void*, Args...);
+
+    Delegate() = default;
+    Delegate(void* object, Stub stub) : m_object(object), m_stub(stub) { }
+
+    /// A delegate for a member function.
+    template <auto member, class Object>
+    static Delegate To(Object* object)
+    {
+        return {
+            object, [](void* self, Args... args) -> Result { return (static_cast<Object*>(self)->*member)(args...); }};
+    }
+    /// A delegate for a free function, which has no object.
+    template <auto function>
+    static Delegate To()
+    {
+        return {nullptr, [](void*, Args... args) -> Result { return function(args...); }};
+    }
+
+    Result operator()(Args... args) const { return m_stub(m_object, args...); }
+    friend bool operator==(const Delegate&, const Delegate&) = default;
+
+private:
+    void* m_object = nullptr;
+    Stub m_stub = nullptr;
+};
+
+}   // namespace TvlUtils
