@@ -76,6 +76,7 @@ class Includes(unittest.TestCase):
 class Exports(unittest.TestCase):
     SOURCE = """
         #include <map>
+        #include <typeinfo>
         #include <vector>
         #define API __attribute__((visibility("default")))
         extern "C" API int PlainName() { return 1; }
@@ -84,11 +85,12 @@ class Exports(unittest.TestCase):
         Widget::~Widget() = default;
         Widget& Widget::operator()() { return *this; }
         int Widget::count = 0;
+        API const void* Type() { struct Inner { virtual ~Inner() {} }; return &typeid(int(Inner)); }
         template <class T> struct API Holder { static T* Get(); };
         template <class T> T* Holder<T>::Get() { static std::map<int, std::vector<T>> held; return &held[0].emplace_back(); }
         template struct Holder<int>;
     """
-    LIST = ["PlainName", "function Space::Call", "class Widget   # a comment", "class Holder"]
+    LIST = ["PlainName", "function Type", "function Space::Call", "class Widget   # a comment", "class Holder"]
 
     @classmethod
     def setUpClass(cls):
@@ -116,7 +118,7 @@ class Exports(unittest.TestCase):
         self.assertEqual(self.offences(self.LIST), [[], []])
 
     def test_names_what_is_not_listed(self):
-        for line, named in zip(self.LIST, ["PlainName", "function Space::Call", "class Widget", "Holder"]):
+        for line, named in zip(self.LIST, ["PlainName", "Type", "function Space::Call", "class Widget", "Holder"]):
             with self.subTest(line=line):
                 for found in self.offences([other for other in self.LIST if other != line]):
                     self.assertEqual(len(found), 1, found)
