@@ -71,8 +71,8 @@ eFileRead CExifTag::ReadEntry(const ExifDirectoryEntry& entry, ExifReading& read
         return eFileReadSkipped;
     if (size > reading.room || (size >= kLargeValue && !Holds(reading.stream, entry.ValueOffset(), size)))
         return eFileReadNoValue;
-    auto* const value = static_cast<unsigned char*>(
-        reading.memory ? reading.memory->Allocate(size) : ExifMemory::AllocateAlone(size));
+    auto* const value =
+        static_cast<unsigned char*>(reading.memory ? reading.memory->Allocate(size) : ExifMemory::AllocateAlone(size));
     if (!value || !ReadValue(entry, reading.stream, value, size)) {
         ExifMemory::Free(value);
         return eFileReadNoValue;
