@@ -26,5 +26,6 @@ TVL_PORT(Debug)
 TVL_PORT(Environment)
 TVL_PORT(Locale)
 TVL_PORT(Modules)
+TVL_PORT(Terminal)
 
 }   // namespace Ports

@@ -5,6 +5,7 @@
 #include "windows/Environment.h"
 #include "windows/Locale.h"
 #include "windows/Modules.h"
+#include "windows/Terminal.h"
 
 namespace Ports {
 
@@ -19,5 +20,7 @@ template <>
 Locale& SystemPort<Locale>();
 template <>
 Modules& SystemPort<Modules>();
+template <>
+Terminal& SystemPort<Terminal>();
 
 }   // namespace Ports

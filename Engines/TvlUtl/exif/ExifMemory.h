@@ -26,7 +26,7 @@ private:
     static Chunk* NewChunk(std::size_t room) noexcept;
     static void Release(Chunk* chunk) noexcept;
 
-    Chunk* m_chunk = nullptr;    // being carved; counts as one of its blocks
-    std::size_t m_left = 0;      // bytes of it that are not carved yet
-    std::size_t m_chunkRoom = 0; // bytes in the last chunk
+    Chunk* m_chunk = nullptr;      // being carved; counts as one of its blocks
+    std::size_t m_left = 0;        // bytes of it that are not carved yet
+    std::size_t m_chunkRoom = 0;   // bytes in the last chunk
 };
