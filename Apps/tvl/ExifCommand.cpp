@@ -1,11 +1,15 @@
 #include "ExifCommand.h"
 
+#include "Commands.h"
 #include "ExifFile.h"
 #include "OrderedWork.h"
+#include "ProgressBar.h"
+#include "windows/Terminal.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <ostream>
+#include <iostream>
+#include <memory>
 #include <thread>
 
 namespace fs = std::filesystem;
@@ -87,7 +91,7 @@ try {
 }
 }   // namespace
 
-int RunExif(const ExifRequest& request, std::ostream& out, std::ostream& errors, const ExifProgress& progress)
+int RunExif(const ExifRequest& request, std::ostream& out, std::ostream& errors, ProgressBar& bar)
 {
     const std::vector<Candidate> candidates = Candidates(request);
     const unsigned wanted = request.threads ? request.threads : std::max(1u, std::thread::hardware_concurrency());
@@ -96,22 +100,49 @@ int RunExif(const ExifRequest& request, std::ostream& out, std::ostream& errors,
     const char* separator = "\n";
     if (isArray)
         out << '[';
-    DoInOrder(
-        candidates.size(), std::min(wanted, kMostThreads),
-        [&](std::size_t i) { return ProcessSafely(candidates[i], request); },
-        [&](std::size_t i, const Outcome& outcome) {
-            if (progress)
-                progress(i + 1, candidates.size());
-            if (!outcome.shown.empty()) {
-                out << (isArray ? separator : "") << outcome.shown;
-                separator = ",\n";
-            }
-            if (!outcome.error.empty()) {
-                errors << outcome.error << std::endl;
-                exitCode = kBadFile;
-            }
-        });
+    const auto work = [&](std::size_t i) { return ProcessSafely(candidates[i], request); };
+    const auto take = [&](std::size_t i, const Outcome& outcome) {
+        if (!outcome.shown.empty() || !outcome.error.empty())
+            bar.Clear();
+        if (!outcome.shown.empty()) {
+            out << (isArray ? separator : "") << outcome.shown;
+            separator = ",\n";
+        }
+        if (!outcome.error.empty()) {
+            out.flush();
+            errors << outcome.error << std::endl;
+            exitCode = kBadFile;
+        }
+        bar.Show(i + 1, candidates.size(), out);
+    };
+    DoInOrder(candidates.size(), std::min(wanted, kMostThreads), work, take);
+    bar.Clear();
     if (isArray)
         out << "\n]\n";
     return exitCode;
+}
+
+void AddExifCommand(CLI::App& program)
+{
+    CLI::App& command = *program.add_subcommand("exif", "shows the Exif data of JPEG, TIFF, PNG and WebP files");
+    const auto request = std::make_shared<ExifRequest>();
+    const auto names = std::make_shared<std::vector<std::string>>();
+    command.add_option("FILE", *names, "Image files, and with --recursive folders")->required();
+    command.add_flag("--json", request->json, "Print one JSON array of all files");
+    command.add_flag("-r,--recursive", request->recursive, "Read the image files in folders, too");
+    command.add_option("-j,--jobs", request->threads, "Files read at a time; all processors if not given")
+        ->check(CLI::Range(1u, kMostThreads));
+    command
+        .add_option("--set-orientation", request->orientation,
+            "Set the orientation of files that have one, in place: 1 upright, 3 upside down, 6 and 8 on a side")
+        ->check(CLI::Range(1, 8));
+    command.callback([request, names] {
+        for (const std::string& name : *names)
+            request->paths.push_back(fs::path(std::u8string(name.begin(), name.end())));
+        ProgressBar bar(std::cerr, request->recursive ? Ports::Terminal::Get().ErrorColumns() : std::nullopt);
+        const int result = RunExif(*request, std::cout, std::cerr, bar);
+        std::cout.flush();
+        if (result != 0)
+            throw CLI::RuntimeError(result);
+    });
 }

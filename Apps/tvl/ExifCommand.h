@@ -2,14 +2,10 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <iosfwd>
-#include <string>
 #include <vector>
 
-namespace CLI {
-class App;
-}
+class ProgressBar;
 
 struct ExifRequest {
     std::vector<std::filesystem::path> paths;   // files, and with `recursive` folders
@@ -19,15 +15,9 @@ struct ExifRequest {
     int orientation = 0;    // 1 to 8 to set it, 0 to show the tags
 };
 
-/// Told after each file how many are done, of how many.
-using ExifProgress = std::function<void(std::size_t done, std::size_t count)>;
-
 /// Does what is asked for, file by file in order.
 /// @param out      receives the tags, or one JSON array of all files; nothing when an orientation is set
 /// @param errors   receives one line for each bad file
-/// @param progress called before a file's output and after the last; may be empty
+/// @param bar      shows how many files are done
 /// @return 0, or 2 when there was a bad file
-int RunExif(const ExifRequest& request, std::ostream& out, std::ostream& errors, const ExifProgress& progress = {});
-
-/// Adds the command to the program. Its exit code goes to `exitCode` when it runs.
-void AddExifCommand(CLI::App& program, int& exitCode);
+int RunExif(const ExifRequest& request, std::ostream& out, std::ostream& errors, ProgressBar& bar);

@@ -2,6 +2,7 @@
 #include "ExifCommand.h"
 #include "ExifBlock.h"
 #include "ExifLocator.h"
+#include "ProgressBar.h"
 
 #include <filesystem>
 #include <fstream>
@@ -139,7 +140,8 @@ protected:
     {
         out.str("");
         errors.str("");
-        return RunExif(request, out, errors);
+        ProgressBar none(errors, {});
+        return RunExif(request, out, errors, none);
     }
 
     fs::path folder = fs::temp_directory_path() / "exif-command-test";
@@ -222,14 +224,28 @@ TEST_F(ExifCommand, ReadsFoldersInOrderOnAnyNumberOfThreads)
     EXPECT_EQ(nlohmann::json::parse(alone).size(), 61u);
     EXPECT_EQ(errors.str(), (folder / "album" / "cut.png").string() + ": damaged before its Exif block\n");
 
-    std::size_t calls = 0;
     request.threads = 8;
-    out.str("");
-    EXPECT_EQ(RunExif(request, out, errors,
-                  [&](std::size_t done, std::size_t count) { EXPECT_TRUE(done == ++calls && count == 62) << done; }),
-        2);
-    EXPECT_EQ(calls, 62u);
+    EXPECT_EQ(Run(request), 2);
     EXPECT_EQ(out.str(), alone);
+}
+
+TEST(ProgressBar, StaysOnOneLineAndGoesAway)
+{
+    for (const auto& [columns, line] : {std::pair(60, "[##########                              ] 250 of 1000"s),
+             std::pair(20, "[#    ] 250 of 1000"s), std::pair(12, "250 of 1000"s)}) {
+        std::ostringstream terminal, output;
+        {
+            ProgressBar bar(terminal, columns);
+            bar.Show(250, 1000, output);
+            EXPECT_EQ(terminal.str(), line);
+            bar.Show(251, 1000, output);
+            EXPECT_EQ(terminal.str(), line) << "too soon to be read";
+        }
+        EXPECT_EQ(terminal.str(), line + "\r" + std::string(line.size(), ' ') + "\r");
+    }
+    std::ostringstream file;
+    ProgressBar(file, {}).Show(1, 2, file);
+    EXPECT_EQ(file.str(), "");
 }
 
 TEST_F(ExifCommand, SetsTheOrientationAndTouchesNoOtherByte)

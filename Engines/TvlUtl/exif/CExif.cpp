@@ -70,8 +70,13 @@ CExif::~CExif()
 
 int CExif::ParseData(Stream stream)
 try {
+    // More than most photos have: the list grows once.
+    constexpr std::size_t kUsualTags = 64;
+
     ExifMemory memory;
     ExifReading reading{stream, &memory, RoomLeft(tags)};
+    if (tags.empty())
+        tags.reserve(kUsualTags);
     ExifDirectoryWalk walk(stream);
     std::unique_ptr<CExifTag, void (*)(CExifTag*)> tag(nullptr, Discard);
     while (const ExifDirectoryEntry* entry = walk.Next()) {

@@ -28,11 +28,14 @@ bool ReadValue(const ExifDirectoryEntry& entry, Stream& stream, unsigned char* b
     return true;
 }
 
-/// Turns `size` bytes of numbers with `width` bytes each into host byte order.
-void SwapNumbers(unsigned char* bytes, std::uint32_t size, std::uint32_t width)
+/// Turns `size` bytes of numbers into host byte order.
+template <class Number>
+void ToHostOrder(unsigned char* bytes, std::uint32_t size, ExifByteOrder order)
 {
-    for (std::uint32_t at = 0; at < size; at += width)
-        std::reverse(bytes + at, bytes + at + width);
+    for (std::uint32_t at = 0; at < size; at += sizeof(Number)) {
+        const auto number = order.Load<Number>(bytes + at);
+        std::memcpy(bytes + at, &number, sizeof number);
+    }
 }
 }   // namespace
 
@@ -78,9 +81,11 @@ eFileRead CExifTag::ReadEntry(const ExifDirectoryEntry& entry, ExifReading& read
         return eFileReadNoValue;
     }
 
-    // A rational is two numbers of 4 bytes.
-    if (const std::uint32_t itemSize = GetDataItemSize(); itemSize != 1 && entry.order.Swaps())
-        SwapNumbers(value, size, std::min(itemSize, 4u));
+    const std::uint32_t itemSize = ExifItemSize(type);
+    if (itemSize == 2)
+        ToHostOrder<std::uint16_t>(value, size, entry.order);
+    else if (itemSize > 2)   // a rational is two numbers of 4 bytes
+        ToHostOrder<std::uint32_t>(value, size, entry.order);
     if (type == kTypeText)
         value[size - 1] = 0;
     reading.room -= size;

@@ -33,18 +33,18 @@ ExifDirectoryWalk::ExifDirectoryWalk(TvlUtils::Stream& stream) : m_stream(stream
     if (!stream.Read(header, sizeof header) || (!IsBigEndian(header) && !IsLittleEndian(header)))
         return;
     m_order = ExifByteOrder(IsBigEndian(header));
-    m_next = static_cast<std::int32_t>(m_order.Load32(header + 4));
-    m_failed = m_order.Load16(header + 2) != kMagic || m_next < kLeastOffset;
+    m_next = static_cast<std::int32_t>(m_order.Load<std::uint32_t>(header + 4));
+    m_failed = m_order.Load<std::uint16_t>(header + 2) != kMagic || m_next < kLeastOffset;
 }
 
-const ExifDirectoryEntry* ExifDirectoryWalk::Next()
+/// Holds the next entries of this directory, or of the one that follows it.
+bool ExifDirectoryWalk::Advance()
 {
     while (m_used == m_held) {
         if (m_failed || !(m_left > 0 ? HoldEntries() : EnterDirectory()))
-            return nullptr;
+            return false;
     }
-    m_entry = ExifDirectoryEntry(m_bytes.data() + m_used++ * ExifDirectoryEntry::kSize, m_order);
-    return &m_entry;
+    return true;
 }
 
 long long ExifDirectoryWalk::ValueFieldPosition() const
@@ -69,7 +69,7 @@ bool ExifDirectoryWalk::EnterDirectory()
         return Fail();
     if (!m_stream.Seek(offset, SeekOrigin::Start) || !m_stream.Read(count, sizeof count))
         return Fail();
-    m_left = m_order.Load16(count);
+    m_left = m_order.Load<std::uint16_t>(count);
     m_end = offset + static_cast<long long>(sizeof count);
     return true;
 }

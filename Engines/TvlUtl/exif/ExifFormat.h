@@ -55,28 +55,19 @@ public:
     ExifByteOrder() = default;
     explicit ExifByteOrder(bool bigEndian) : m_swap(bigEndian != (std::endian::native == std::endian::big)) { }
 
-    bool Swaps() const { return m_swap; }
-    std::uint16_t Load16(const unsigned char* bytes) const
+    /// `Number` is an unsigned number of 16 or 32 bits.
+    template <class Number>
+    Number Load(const unsigned char* bytes) const
     {
-        std::uint16_t value;
-        std::memcpy(&value, bytes, sizeof value);
-        return Ordered(value);
+        Number number;
+        std::memcpy(&number, bytes, sizeof number);
+        return Ordered(number);
     }
-    std::uint32_t Load32(const unsigned char* bytes) const
+    template <class Number>
+    void Store(unsigned char* bytes, Number number) const
     {
-        std::uint32_t value;
-        std::memcpy(&value, bytes, sizeof value);
-        return Ordered(value);
-    }
-    void Store(unsigned char* bytes, std::uint16_t value) const
-    {
-        value = Ordered(value);
-        std::memcpy(bytes, &value, sizeof value);
-    }
-    void Store(unsigned char* bytes, std::uint32_t value) const
-    {
-        value = Ordered(value);
-        std::memcpy(bytes, &value, sizeof value);
+        number = Ordered(number);
+        std::memcpy(bytes, &number, sizeof number);
     }
 
 private:
@@ -100,8 +91,8 @@ struct ExifDirectoryEntry {
 
     ExifDirectoryEntry() = default;
     ExifDirectoryEntry(const unsigned char* bytes, ExifByteOrder byteOrder)
-        : id(byteOrder.Load16(bytes)), type(byteOrder.Load16(bytes + 2)), count(byteOrder.Load32(bytes + 4)),
-          order(byteOrder)
+        : id(byteOrder.Load<std::uint16_t>(bytes)), type(byteOrder.Load<std::uint16_t>(bytes + 2)),
+          count(byteOrder.Load<std::uint32_t>(bytes + 4)), order(byteOrder)
     {
         std::memcpy(field, bytes + kValueField, sizeof field);
     }
@@ -112,7 +103,7 @@ struct ExifDirectoryEntry {
         const std::uint64_t size = std::uint64_t{ExifItemSize(type)} * count;
         return id == kTagMakerNote || size > kLargestValue ? 0 : static_cast<std::uint32_t>(size);
     }
-    std::uint32_t ValueOffset() const { return order.Load32(field); }
+    std::uint32_t ValueOffset() const { return order.Load<std::uint32_t>(field); }
 
     std::uint32_t id = 0;
     std::uint32_t type = 0;
@@ -129,7 +120,13 @@ public:
     explicit ExifDirectoryWalk(TvlUtils::Stream& stream);
 
     /// The next entry, valid until the next call; null at the end of the walk, or of what can be read of it.
-    const ExifDirectoryEntry* Next();
+    const ExifDirectoryEntry* Next()
+    {
+        if (m_used == m_held && !Advance())
+            return nullptr;
+        m_entry = ExifDirectoryEntry(m_bytes.data() + m_used++ * ExifDirectoryEntry::kSize, m_order);
+        return &m_entry;
+    }
     /// Goes on at `offset` after the last entry of this directory. The last call counts; 0 and above 2 GiB is nowhere.
     void Follow(std::uint32_t offset) { m_next = static_cast<std::int32_t>(offset); }
     /// After Next gave null: whether everything could be read.
@@ -139,6 +136,7 @@ public:
 
 private:
     bool Fail();
+    bool Advance();
     bool EnterDirectory();
     bool IsFirstVisit(std::int32_t offset);
     bool HoldEntries();
