@@ -1,5 +1,6 @@
 // Field texts with units, on every display.
-#include "FieldTextDiagnosis.h"
+#include "WEqParser.h"
+#include "WUnit.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 
 #include <cstdint>
@@ -16,7 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     units.GetUnitString(id, kUnitTextFirstName);   // loads every part of a chain
     double value = 0.0;
     const int result = units.StringToValue(id, text, value, flags, DRG::Degrees);
-    const WParseDiagnosis diagnosis = DiagnoseFieldText(units, id, text, flags, DRG::Degrees);
+    const WParseDiagnosis diagnosis = units.DiagnoseText(id, text, flags, DRG::Degrees);
     if ((result == 1) != (diagnosis.problem == WParseProblem::None)
         || diagnosis.position > static_cast<std::size_t>(text.GetLength()))
         __builtin_trap();

@@ -10,5 +10,6 @@ constexpr int kBadInput = 2;
 
 void AddConvertCommand(CLI::App& app);
 void AddEvalCommand(CLI::App& app);
+void AddExifCommand(CLI::App& app);
 void AddMeasureCommand(CLI::App& app);
 void AddUnitsCommand(CLI::App& app);

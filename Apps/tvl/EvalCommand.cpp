@@ -1,8 +1,8 @@
 // tvl eval: expressions without units.
 #include "Commands.h"
-#include "FieldTextDiagnosis.h"
 #include "MeasureOptions.h"
 #include "TextInput.h"
+#include "WEqParser.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 
 #include <CLI/CLI.hpp>

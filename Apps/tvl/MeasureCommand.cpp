@@ -1,8 +1,8 @@
 // tvl measure: what a numeric field makes of a text.
 #include "Commands.h"
-#include "FieldTextDiagnosis.h"
 #include "MeasureOptions.h"
 #include "TextInput.h"
+#include "WEqParser.h"
 #include "WUnit.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 
@@ -31,8 +31,7 @@ struct Measure {
 void Measure::ShowProblem(const std::string& bytes, const TvlString& text, int id)
 {
     failed = true;
-    const WParseDiagnosis diagnosis =
-        DiagnoseFieldText(WUnit::GetDefaultWUnit(), id, text, kFlags, numbers.AngleMode());
+    const WParseDiagnosis diagnosis = WUnit::GetDefaultWUnit().DiagnoseText(id, text, kFlags, numbers.AngleMode());
     const TvlString problem = DescribeParseProblem(diagnosis.problem);
     if (!numbers.json)
         return PrintProblem(text, diagnosis.position, problem);

@@ -19,6 +19,7 @@ int main()
     AddConvertCommand(app);
     AddEvalCommand(app);
     AddUnitsCommand(app);
+    AddExifCommand(app);
 
     std::vector<std::string> arguments;
     for (const std::wstring& argument : Ports::Modules::Get().Arguments())

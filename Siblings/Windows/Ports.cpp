@@ -26,6 +26,7 @@ TVL_PORT(Debug)
 TVL_PORT(Environment)
 TVL_PORT(Locale)
 TVL_PORT(Modules)
+TVL_PORT(Terminal)
 TVL_PORT(Windowing)
 
 }   // namespace Ports

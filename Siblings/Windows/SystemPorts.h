@@ -5,6 +5,7 @@
 #include "windows/Environment.h"
 #include "windows/Locale.h"
 #include "windows/Modules.h"
+#include "windows/Terminal.h"
 #include "windows/Windowing.h"
 
 namespace Ports {
@@ -20,6 +21,8 @@ template <>
 Locale& SystemPort<Locale>();
 template <>
 Modules& SystemPort<Modules>();
+template <>
+Terminal& SystemPort<Terminal>();
 template <>
 Windowing& SystemPort<Windowing>();
 

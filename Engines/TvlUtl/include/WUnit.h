@@ -9,11 +9,7 @@
 #include <vector>
 
 class UnitWords;
-class WUnit;
 struct WParseDiagnosis;
-
-TVLUTL_API WParseDiagnosis DiagnoseFieldText(
-    WUnit& units, int id, const TvlString& text, unsigned flags, DRG angleMode);
 
 namespace Framework {
 
@@ -245,6 +241,10 @@ public:
     /// @param flags bits of WTokenFlags (WEqParser.h), with 256 to admit unit words
     int StringToValue(int id, TvlString text, double& value, unsigned flags, DRG angleMode) override;
 
+    /// Where StringToValue goes wrong, and how (WEqParser.h); its position counts characters of `text`. No problem for a
+    /// text that has a value.
+    WParseDiagnosis DiagnoseText(int id, const TvlString& text, unsigned flags, DRG angleMode);
+
     static double m_dScreenResolution;   // pixels per kilometre; 1e-06 or less stands for 300 per inch
 
 private:
@@ -252,7 +252,6 @@ private:
     const UnitWords& Words();
     int Evaluate(
         int id, const TvlString& text, double& value, unsigned flags, DRG angleMode, WParseDiagnosis* diagnosis);
-    friend TVLUTL_API WParseDiagnosis DiagnoseFieldText(WUnit&, int, const TvlString&, unsigned, DRG);
     double Scale(double scale) const { return scale == -1.0 ? m_precision : scale; }
 
     std::int32_t m_nextDefinition = 42;

@@ -1,11 +1,8 @@
 // From the text of a field to a value in a unit.
-#include "FieldTextDiagnosis.h"
 #include "NumberText.h"
 #include "RegionalFormat.h"
 #include "UnitParser.h"
 #include "WUnit.h"
-
-#include <iterator>
 
 namespace {
 constexpr int kPicasAndPoints = 3;
@@ -81,27 +78,9 @@ int WUnit::StringToValue(int id, TvlString text, double& value, unsigned flags, 
     return Evaluate(id, text, value, flags, angleMode, nullptr);
 }
 
-WParseDiagnosis DiagnoseFieldText(WUnit& units, int id, const TvlString& text, unsigned flags, DRG angleMode)
+WParseDiagnosis WUnit::DiagnoseText(int id, const TvlString& text, unsigned flags, DRG angleMode)
 {
     WParseDiagnosis diagnosis;
     double value = 0.0;
-    if (units.Evaluate(id, text, value, flags, angleMode, &diagnosis))
-        return {};
-    return diagnosis;
-}
-
-TvlString DescribeParseProblem(WParseProblem problem)
-{
-    static constexpr const wchar_t* kDescriptions[] = {
-        L"",
-        L"this is no number, operator, function or unit",
-        L"a value is expected here",
-        L"an operator is expected here",
-        L"no bracket of this kind was opened",
-        L"a bracket is not closed",
-        L"a unit may not follow a unit",
-        L"the result is out of range",
-    };
-    const auto row = static_cast<std::size_t>(problem);
-    return kDescriptions[row < std::size(kDescriptions) ? row : 0];
+    return Evaluate(id, text, value, flags, angleMode, &diagnosis) ? WParseDiagnosis() : diagnosis;
 }

@@ -33,7 +33,7 @@ public:
     int GetValue(double& result) override;
 
     /// Tokens that are tried behind those that are there; the source outlives the parser.
-    void AddTokens(const TokenSource& source) { AddSegment(source); }
+    void AddTokens(const WTokenSource& source) { AddSegment(source); }
     /// The place from which on blanks were taken out of the equation; beyond its end when none were.
     std::size_t GetJoinedTail() const { return m_joinedTail; }
     using WEqParser::LoadEquation;
