@@ -7,6 +7,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
+import documents
 import exports
 import headers
 import includes
@@ -145,6 +146,15 @@ class Headers(unittest.TestCase):
 
     def test_allows_names_that_are_put_aside(self):
         self.assertEqual(self.offences(self.ASIDE), [])
+
+
+class Documents(unittest.TestCase):
+    def test_finds_outputs_that_differ(self):
+        text = "Text.\n\n    $ printf 'a\\n\\nb\\n'\n    a\n\n    b\n    $ echo wrong >&2\n    right\n\nMore.\n\n    ./not run\n"
+        with tempfile.TemporaryDirectory() as folder:
+            wrong, shown = documents.offences(folder, Path(planted(folder, {"page.md": text})) / "page.md")
+        self.assertEqual((len(wrong), shown), (1, 2))
+        self.assertIn("page.md:7: $ echo wrong", wrong[0])
 
 
 class Tally(unittest.TestCase):
