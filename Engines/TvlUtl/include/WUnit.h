@@ -261,5 +261,6 @@ private:
     std::vector<WUntiDef*> m_definitions;
     std::vector<UnitMap> m_displayMap;
     std::vector<WUnitCollection*> m_displays;
-    UnitWords* m_words = nullptr;   // names of the definitions, made when a text asks for them
+    std::int16_t m_displayPlaces[64] = {};   // where ids below 64 were last found in the map; checked before use
+    UnitWords* m_words = nullptr;            // names of the definitions, made when a text asks for them
 };
