@@ -7,10 +7,10 @@
 
 namespace {
 
-constexpr const wchar_t* kTexts[]
-    = {L"12.5", L"2*(3+4)", L"sin(30)", L"(1.5+2.25)*(3.75-1)/2+sqrt(16)*cos(0)-7*(2+3)^2+12.5*4"};
-constexpr const char* kNarrowTexts[]
-    = {"12.5", "2*(3+4)", "sin(30)", "(1.5+2.25)*(3.75-1)/2+sqrt(16)*cos(0)-7*(2+3)^2+12.5*4"};
+constexpr const wchar_t* kTexts[] = {
+    L"12.5", L"2*(3+4)", L"sin(30)", L"(1.5+2.25)*(3.75-1)/2+sqrt(16)*cos(0)-7*(2+3)^2+12.5*4"};
+constexpr const char* kNarrowTexts[] = {
+    "12.5", "2*(3+4)", "sin(30)", "(1.5+2.25)*(3.75-1)/2+sqrt(16)*cos(0)-7*(2+3)^2+12.5*4"};
 
 void FieldText_Fresh(benchmark::State& state)
 {

@@ -1,5 +1,6 @@
 #include "ExifCommand.h"
 
+#include "Commands.h"
 #include "ExifFile.h"
 #include "OrderedWork.h"
 #include "ProgressBar.h"
@@ -121,9 +122,9 @@ int RunExif(const ExifRequest& request, std::ostream& out, std::ostream& errors,
     return exitCode;
 }
 
-void AddExifCommand(CLI::App& program, int& exitCode)
+void AddExifCommand(CLI::App& program)
 {
-    CLI::App& command = *program.add_subcommand("exif", "Shows the Exif data of JPEG, TIFF, PNG and WebP files");
+    CLI::App& command = *program.add_subcommand("exif", "shows the Exif data of JPEG, TIFF, PNG and WebP files");
     const auto request = std::make_shared<ExifRequest>();
     const auto names = std::make_shared<std::vector<std::string>>();
     command.add_option("FILE", *names, "Image files, and with --recursive folders")->required();
@@ -135,10 +136,13 @@ void AddExifCommand(CLI::App& program, int& exitCode)
         .add_option("--set-orientation", request->orientation,
             "Set the orientation of files that have one, in place: 1 upright, 3 upside down, 6 and 8 on a side")
         ->check(CLI::Range(1, 8));
-    command.callback([request, names, &exitCode] {
+    command.callback([request, names] {
         for (const std::string& name : *names)
             request->paths.push_back(fs::path(std::u8string(name.begin(), name.end())));
         ProgressBar bar(std::cerr, request->recursive ? Ports::Terminal::Get().ErrorColumns() : std::nullopt);
-        exitCode = RunExif(*request, std::cout, std::cerr, bar);
+        const int result = RunExif(*request, std::cout, std::cerr, bar);
+        std::cout.flush();
+        if (result != 0)
+            throw CLI::RuntimeError(result);
     });
 }

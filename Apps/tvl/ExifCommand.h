@@ -5,9 +5,6 @@
 #include <iosfwd>
 #include <vector>
 
-namespace CLI {
-class App;
-}
 class ProgressBar;
 
 struct ExifRequest {
@@ -24,6 +21,3 @@ struct ExifRequest {
 /// @param bar      shows how many files are done
 /// @return 0, or 2 when there was a bad file
 int RunExif(const ExifRequest& request, std::ostream& out, std::ostream& errors, ProgressBar& bar);
-
-/// Adds the command to the program. Its exit code goes to `exitCode` when it runs.
-void AddExifCommand(CLI::App& program, int& exitCode);

@@ -27,5 +27,6 @@ TVL_PORT(Environment)
 TVL_PORT(Locale)
 TVL_PORT(Modules)
 TVL_PORT(Terminal)
+TVL_PORT(Windowing)
 
 }   // namespace Ports

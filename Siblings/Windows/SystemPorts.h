@@ -6,6 +6,7 @@
 #include "windows/Locale.h"
 #include "windows/Modules.h"
 #include "windows/Terminal.h"
+#include "windows/Windowing.h"
 
 namespace Ports {
 
@@ -22,5 +23,7 @@ template <>
 Modules& SystemPort<Modules>();
 template <>
 Terminal& SystemPort<Terminal>();
+template <>
+Windowing& SystemPort<Windowing>();
 
 }   // namespace Ports

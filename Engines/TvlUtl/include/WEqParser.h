@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-class TokenSource;
+class WTokenSource;
 
 using WValueStack = std::pmr::list<double>;   ///< front is top
 
@@ -106,6 +106,9 @@ struct WParseDiagnosis {
     std::size_t position = 0;   ///< characters before the place, in the text that was evaluated
 };
 
+/// What a problem means, in plain English, such as "a value is expected here"; empty for None.
+TVLUTL_API TvlString DescribeParseProblem(WParseProblem problem);
+
 /// Room for the tokens of a parser and the nodes of its stacks; a long text takes more from the heap. A base, so that it
 /// outlives them.
 struct WParserMemory {
@@ -177,13 +180,13 @@ private:
 
     /// Own tokens that stand one behind the other in the table and in memory.
     struct Segment {
-        const TokenSource* source;
+        const WTokenSource* source;
         std::byte* memory;
         std::size_t first;   // place in the table
         std::size_t count;
     };
 
-    void AddSegment(const TokenSource& source);
+    void AddSegment(const WTokenSource& source);
     /// The block that a token lies in; null for a caller's token.
     const Segment* FindSegment(const WToken* token) const;
     unsigned KindOf(const WToken* token) const;

@@ -9,6 +9,7 @@
 #include <vector>
 
 class UnitWords;
+struct WParseDiagnosis;
 
 namespace Framework {
 
@@ -240,11 +241,17 @@ public:
     /// @param flags bits of WTokenFlags (WEqParser.h), with 256 to admit unit words
     int StringToValue(int id, TvlString text, double& value, unsigned flags, DRG angleMode) override;
 
+    /// Where StringToValue goes wrong, and how (WEqParser.h); its position counts characters of `text`. No problem for a
+    /// text that has a value.
+    WParseDiagnosis DiagnoseText(int id, const TvlString& text, unsigned flags, DRG angleMode);
+
     static double m_dScreenResolution;   // pixels per kilometre; 1e-06 or less stands for 300 per inch
 
 private:
     WUnitCollection& Display(int id);
     const UnitWords& Words();
+    int Evaluate(
+        int id, const TvlString& text, double& value, unsigned flags, DRG angleMode, WParseDiagnosis* diagnosis);
     double Scale(double scale) const { return scale == -1.0 ? m_precision : scale; }
 
     std::int32_t m_nextDefinition = 42;
@@ -254,5 +261,6 @@ private:
     std::vector<WUntiDef*> m_definitions;
     std::vector<UnitMap> m_displayMap;
     std::vector<WUnitCollection*> m_displays;
-    UnitWords* m_words = nullptr;   // names of the definitions, made when a text asks for them
+    std::int16_t m_displayPlaces[64] = {};   // where ids below 64 were last found in the map; checked before use
+    UnitWords* m_words = nullptr;            // names of the definitions, made when a text asks for them
 };

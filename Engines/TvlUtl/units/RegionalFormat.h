@@ -11,6 +11,7 @@ public:
 
     bool GetValueInLocaleFormat(const TvlString& text, TvlString& out);
     bool RemoveThousandSeptFromValue(const TvlString& text, TvlString& out) const;
+    bool IsThousandsSeparator(wchar_t c) const { return c != 0 && c == ThousandsSeparator(); }
     void SetNumFractionalDigit(unsigned digits) { m_fractionalDigits = digits; }
 
 private:

@@ -1,7 +1,7 @@
 // The parser's own tokens in the user's language.
 #pragma once
 
-#include "TokenSource.h"
+#include "WTokenSource.h"
 
 #include <array>
 #include <cstdint>
@@ -17,7 +17,7 @@ struct TokenPrototype {
 };
 
 /// The tokens of one set of flags, in table order.
-class TokenPrototypeSet final : public TokenSource {
+class TokenPrototypeSet final : public WTokenSource {
 public:
     explicit TokenPrototypeSet(unsigned flags);
     std::size_t Count() const override { return m_tokens.size(); }

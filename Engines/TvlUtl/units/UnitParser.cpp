@@ -23,6 +23,8 @@ constexpr double kRadiansPerArcSecond = 4.84813681109536e-06;
 constexpr int kUnitPriority = 7;
 }   // namespace
 
+bool IsJoinedBlank(wchar_t c) { return std::iswspace(static_cast<std::wint_t>(c)) != 0; }
+
 WTokenUnit::WTokenUnit(double factor, const WUntiDef* definition)
     : WToken(kUnitPriority, kUnitPriority, TvlString()), m_factor(factor), m_definition(definition)
 {
@@ -82,9 +84,8 @@ void WUnitParser::JoinTail()
         if (at < 0)
             continue;
         std::wstring text = m_equation.Std();
-        const auto tail = std::remove_if(
-            text.begin() + at, text.end(), [](wchar_t c) { return std::iswspace(static_cast<std::wint_t>(c)) != 0; });
-        text.erase(tail, text.end());
+        text.erase(std::remove_if(text.begin() + at, text.end(), IsJoinedBlank), text.end());
+        m_joinedTail = static_cast<std::size_t>(at);
         m_equation = std::move(text);
         return;
     }

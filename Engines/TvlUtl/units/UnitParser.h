@@ -33,7 +33,9 @@ public:
     int GetValue(double& result) override;
 
     /// Tokens that are tried behind those that are there; the source outlives the parser.
-    void AddTokens(const TokenSource& source) { AddSegment(source); }
+    void AddTokens(const WTokenSource& source) { AddSegment(source); }
+    /// The place from which on blanks were taken out of the equation; beyond its end when none were.
+    std::size_t GetJoinedTail() const { return m_joinedTail; }
     using WEqParser::LoadEquation;
     using WEqParser::PushFloor;
 
@@ -46,4 +48,8 @@ private:
     int JoinParts();
 
     int m_targetUnit;
+    std::size_t m_joinedTail = static_cast<std::size_t>(-1);   // from where on blanks were taken out
 };
+
+/// Whether a character is taken out behind a unit word of picas or ciceros.
+bool IsJoinedBlank(wchar_t c);

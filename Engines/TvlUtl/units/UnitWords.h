@@ -1,7 +1,7 @@
 // The words of a WUnit's definitions, ready to be looked up in a text.
 #pragma once
 
-#include "TokenSource.h"
+#include "WTokenSource.h"
 #include "WUnit.h"
 
 #include <array>
@@ -38,7 +38,7 @@ private:
 unsigned UnitNamesGeneration();
 
 /// Unit words as the tokens of one evaluation.
-class UnitTokenSource final : public TokenSource {
+class UnitTokenSource final : public WTokenSource {
 public:
     /// @param target metres of the unit that values count in
     UnitTokenSource(const UnitWords& words, const std::vector<WUntiDef*>& definitions, double target)
@@ -59,7 +59,7 @@ private:
 };
 
 /// The one token that joins parts of a measure.
-class SeparatorSource final : public TokenSource {
+class SeparatorSource final : public WTokenSource {
 public:
     /// @param separator 0 for a locale without one, which no text matches
     explicit SeparatorSource(wchar_t separator) : m_separator(separator) { }

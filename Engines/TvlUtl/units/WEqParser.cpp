@@ -5,6 +5,7 @@
 #include "Tokens.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -105,7 +106,7 @@ int WEqParser::LoadTokens(unsigned flags)
     return 1;
 }
 
-void WEqParser::AddSegment(const TokenSource& source)
+void WEqParser::AddSegment(const WTokenSource& source)
 {
     const std::size_t count = source.Count();
     auto* const memory = static_cast<std::byte*>(resource.allocate(count * source.Stride() + 1));
@@ -318,4 +319,20 @@ int WEqParser::ExecuteOperation(WToken* token)
     if ((kind & kKindRevTrig) && degrees)
         m_values.front() = m_values.front() / kRadiansPerDegree;
     return 1;
+}
+
+TvlString DescribeParseProblem(WParseProblem problem)
+{
+    static constexpr const wchar_t* kDescriptions[] = {
+        L"",
+        L"this is no number, operator, function or unit",
+        L"a value is expected here",
+        L"an operator is expected here",
+        L"no bracket of this kind was opened",
+        L"a bracket is not closed",
+        L"a unit may not follow a unit",
+        L"the result is out of range",
+    };
+    const auto row = static_cast<std::size_t>(problem);
+    return kDescriptions[row < std::size(kDescriptions) ? row : 0];
 }

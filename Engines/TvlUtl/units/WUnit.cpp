@@ -4,6 +4,7 @@
 #include "UnitWords.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 constexpr double kTenthMicronsPerMetre = 10000000.0;
@@ -147,7 +148,20 @@ int WUnit::DeleteUnitDisplay(int id)
     return 1;
 }
 
-WUnitCollection& WUnit::Display(int id) { return *m_displays[static_cast<std::size_t>(FindUnit(id, m_displayMap))]; }
+WUnitCollection& WUnit::Display(int id)
+{
+    // An id stands in the map once, so that an entry with the id is the one that a search finds.
+    if (static_cast<unsigned>(id) < std::size(m_displayPlaces)) {
+        const auto place = static_cast<std::size_t>(m_displayPlaces[id]);
+        if (place < m_displayMap.size() && m_displayMap[place].id == id)
+            return *m_displays[static_cast<std::size_t>(m_displayMap[place].index)];
+    }
+    const auto found =
+        std::find_if(m_displayMap.begin(), m_displayMap.end(), [id](const UnitMap& entry) { return entry.id == id; });
+    if (found != m_displayMap.end() && static_cast<unsigned>(id) < std::size(m_displayPlaces))
+        m_displayPlaces[id] = static_cast<std::int16_t>(found - m_displayMap.begin());
+    return *m_displays[static_cast<std::size_t>(found == m_displayMap.end() ? -1 : found->index)];
+}
 
 double WUnit::ConvertFromUnitToUnit(int from, int to, double value, double scale)
 {

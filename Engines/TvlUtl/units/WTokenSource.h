@@ -31,7 +31,7 @@ struct TokenMatch {
 };
 
 /// A row of tokens of one size. Outlives the parsers that use it.
-class TokenSource {
+class WTokenSource {
 public:
     virtual std::size_t Count() const = 0;
     /// Bytes from one token to the next.
@@ -45,5 +45,5 @@ public:
     virtual double Evaluate(std::size_t token, std::wstring_view text, wchar_t decimalSeparator) const = 0;
 
 protected:
-    ~TokenSource() = default;
+    ~WTokenSource() = default;
 };
