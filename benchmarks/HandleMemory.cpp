@@ -3,6 +3,7 @@
 
 #include <benchmark/benchmark.h>
 #include <cstdlib>
+#include <cstring>
 
 namespace {
 
@@ -21,7 +22,8 @@ void HandleMemory_BareHeap(benchmark::State& state)
     const auto size = static_cast<std::size_t>(state.range(0));
     for (auto _ : state) {
         void* record = std::malloc(sizeof(HMEM__));
-        void* block = std::calloc(size, 1);
+        void* block = std::malloc(size);
+        std::memset(block, 0, size);
         benchmark::DoNotOptimize(record);
         benchmark::DoNotOptimize(block);
         std::free(block);

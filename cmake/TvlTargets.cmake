@@ -41,9 +41,12 @@ target_compile_options(TvlWarnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -
     -Wcast-qual -Wformat=2 $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict> -Werror)
 
 # Interfaces of the library, its siblings and ports: what applications see.
+set(TVL_INTERFACES "${PROJECT_SOURCE_DIR}/Engines/TvlUtl/include" "${PROJECT_SOURCE_DIR}/Engines/TvlUtl/platform"
+    "${PROJECT_BINARY_DIR}/include")
+configure_file("${PROJECT_SOURCE_DIR}/Engines/TvlUtl/include/TvlUtlVersion.h.in"
+    "${PROJECT_BINARY_DIR}/include/TvlUtlVersion.h" @ONLY)
 add_library(TvlHeaders INTERFACE)
-target_include_directories(TvlHeaders INTERFACE
-    "${PROJECT_SOURCE_DIR}/Engines/TvlUtl/include" "${PROJECT_SOURCE_DIR}/Engines/TvlUtl/platform")
+target_include_directories(TvlHeaders INTERFACE ${TVL_INTERFACES})
 
 # One folder of the library as an object library. USES lists the folders below it whose headers it may include:
 # a folder that is not listed is not on the include path. SOURCES adds files that stand directly in Engines/TvlUtl.
@@ -59,6 +62,10 @@ function(tvl_library_folder name)
     set_property(GLOBAL APPEND PROPERTY TVL_FOLDERS TvlUtl_${name})
 endfunction()
 
+# A request that no heap can meet answers null under a sanitizer too, as it does without one.
+set(TVL_TEST_ENVIRONMENT "ASAN_OPTIONS=allocator_may_return_null=1;TSAN_OPTIONS=allocator_may_return_null=1"
+    "UBSAN_OPTIONS=print_stacktrace=1;WINEDEBUG=-all")
+
 # One test program for a folder of tests, linked to the shared libraries as an application is.
 # STATIC links the library's objects instead, for tests that replace the allocator or look at what is not exported.
 function(tvl_test name)
@@ -72,9 +79,10 @@ function(tvl_test name)
     endif()
     target_link_libraries(test_${name} PRIVATE ${library} TvlSiblings TvlTestSupport TvlWarnings ${arg_LIBRARIES})
     add_dependencies(test_${name} TvlSuite)
-    add_test(NAME ${name} COMMAND test_${name} --gtest_output=json:${CMAKE_BINARY_DIR}/results/${name}.json)
-    set_tests_properties(${name} PROPERTIES TIMEOUT 900
-        ENVIRONMENT "ASAN_OPTIONS=allocator_may_return_null=1;UBSAN_OPTIONS=print_stacktrace=1;WINEDEBUG=-all")
+    # Relative, because a path without a drive letter is not absolute on windows.
+    file(RELATIVE_PATH results "${CMAKE_CURRENT_BINARY_DIR}" "${CMAKE_BINARY_DIR}/results")
+    add_test(NAME ${name} COMMAND test_${name} --gtest_output=json:${results}/${name}.json)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 900 ENVIRONMENT "${TVL_TEST_ENVIRONMENT}")
 endfunction()
 
 # One benchmark program, benchmarks/<name>.cpp. PEERS are the libraries that it is measured beside.
@@ -96,5 +104,6 @@ function(tvl_fuzzer name)
     else()
         target_sources(fuzz_${name} PRIVATE "${PROJECT_SOURCE_DIR}/fuzz/Replay.cpp")
         add_test(NAME fuzz_${name} COMMAND fuzz_${name} "${PROJECT_SOURCE_DIR}/fuzz/seeds/${name}")
+        set_tests_properties(fuzz_${name} PROPERTIES TIMEOUT 900 ENVIRONMENT "${TVL_TEST_ENVIRONMENT}")
     endif()
 endfunction()

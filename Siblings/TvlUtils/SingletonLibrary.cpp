@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace TvlUtils {
@@ -15,7 +16,7 @@ struct Row {
 
 struct Table {
     ThreadLock lock;
-    std::map<std::type_index, std::unique_ptr<Row>> rows;
+    std::map<std::string, std::unique_ptr<Row>> rows;   // by the type's name: each module has a type object of its own
 };
 
 // Never destroyed: modules tear their entries down from exit lists that run in an order of their own.
@@ -51,11 +52,11 @@ SingletonLibrary* SingletonLibrary::GetEntryForType(
     {
         Table& table = TheTable();
         const WriteLock hold(table.lock);
-        auto found = table.rows.find(type);
+        auto found = table.rows.find(type.name());
         if (found == table.rows.end()) {
             if (!create)
                 return nullptr;
-            found = table.rows.emplace(type, std::make_unique<Row>()).first;
+            found = table.rows.emplace(type.name(), std::make_unique<Row>()).first;
         }
         row = found->second.get();
         if (!create && !HasData(row->entry))
@@ -72,7 +73,7 @@ void SingletonLibrary::RemoveCallback(std::type_index type, unsigned long long r
 {
     Table& table = TheTable();
     const WriteLock hold(table.lock);
-    if (const auto found = table.rows.find(type); found != table.rows.end())
+    if (const auto found = table.rows.find(type.name()); found != table.rows.end())
         std::erase_if(found->second->resets,
             [&](const auto* kept) { return reinterpret_cast<unsigned long long>(kept) == reset; });
 }
@@ -83,7 +84,7 @@ void SingletonLibrary::NotifySingletonModuleUnloaded(unsigned long long finalize
     {
         Table& table = TheTable();
         const WriteLock hold(table.lock);
-        for (const auto& [type, row] : table.rows)
+        for (const auto& [name, row] : table.rows)
             if (row->entry.finalizerKey == finalizerKey && row->entry.data)
                 doomed.push_back(row.get());
     }

@@ -6,6 +6,8 @@
 #include "windows/Internet.h"
 #include "windows/Locale.h"
 #include "windows/Modules.h"
+#include "windows/Terminal.h"
+#include "windows/Windowing.h"
 
 namespace Ports {
 
@@ -22,5 +24,9 @@ template <>
 Locale& SystemPort<Locale>();
 template <>
 Modules& SystemPort<Modules>();
+template <>
+Terminal& SystemPort<Terminal>();
+template <>
+Windowing& SystemPort<Windowing>();
 
 }   // namespace Ports

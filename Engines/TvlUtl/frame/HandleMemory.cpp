@@ -9,6 +9,17 @@ namespace {
 // Sizes are sign-extended, so that a negative one asks for more than any heap has.
 std::size_t HeapSize(int size) { return static_cast<std::size_t>(static_cast<long long>(size)); }
 
+// The heap's fast lists serve malloc and not calloc, while calloc has large blocks cleared by the system.
+constexpr std::size_t kLargeBlock = 64 * 1024;
+
+void* ClearedBlock(std::size_t bytes)
+{
+    if (bytes >= kLargeBlock)
+        return std::calloc(bytes, 1);
+    void* const block = std::malloc(bytes);
+    return block ? std::memset(block, 0, bytes) : nullptr;
+}
+
 // The record comes first and goes again when the block fails.
 template <class Allocate>
 HMEM__* NewHandle(int size, Allocate allocate)
@@ -39,10 +50,7 @@ bool Resize(HMEM__* handle, int size)
 
 extern "C" {
 
-HMEM__* MEMMANAlloc(int size) noexcept
-{
-    return NewHandle(size, [](std::size_t bytes) { return std::calloc(bytes, 1); });
-}
+HMEM__* MEMMANAlloc(int size) noexcept { return NewHandle(size, ClearedBlock); }
 
 HMEM__* MEMMANReAlloc(HMEM__* handle, int size) noexcept { return handle && Resize(handle, size) ? handle : nullptr; }
 TVLUTL_ALIAS(HMEM__*, MMReAllocTemp, (HMEM__*, int), MEMMANReAlloc)

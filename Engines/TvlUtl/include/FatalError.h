@@ -12,5 +12,6 @@ extern "C" {
 /// @param line            line in that file
 /// @param applicationName name for the caption; null or empty stands for the application's display name
 /// @param fatal           not 0 for the text of a fatal error
-TVLUTL_API void UIMSG_FatalError(int code, const char* sourceFile, int line, const wchar_t* applicationName, int fatal);
+TVLUTL_API void UIMSG_FatalError(
+    int code, const char* sourceFile, int line, const wchar_t* applicationName, int fatal) noexcept;
 }

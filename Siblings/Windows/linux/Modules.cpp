@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <dlfcn.h>
 #include <filesystem>
+#include <fstream>
 
 namespace Ports {
 
@@ -26,6 +27,17 @@ public:
         std::error_code failed;
         const auto path = std::filesystem::read_symlink("/proc/self/exe", failed);
         return failed ? std::wstring() : TvlPlatform::FromUtf8(path.string());
+    }
+
+    std::vector<std::wstring> Arguments() const override
+    {
+        std::ifstream file("/proc/self/cmdline", std::ios::binary);
+        std::vector<std::wstring> arguments;
+        std::string argument;
+        std::getline(file, argument, '\0');
+        while (std::getline(file, argument, '\0'))
+            arguments.push_back(TvlPlatform::FromUtf8(argument));
+        return arguments;
     }
 };
 

@@ -1,7 +1,10 @@
 // Modules and environment of a Windows process.
 #include "Windows/SystemPorts.h"
 
+#include <memory>
 #include <windows.h>
+
+#include <shellapi.h>
 
 namespace Ports {
 
@@ -19,6 +22,16 @@ public:
                 return path.substr(0, length);
             path.resize(path.size() * 2);
         }
+    }
+
+    std::vector<std::wstring> Arguments() const override
+    {
+        int count = 0;
+        const std::unique_ptr<wchar_t*, decltype(&LocalFree)> list(
+            CommandLineToArgvW(GetCommandLineW(), &count), LocalFree);
+        if (!list || count < 1)
+            return {};
+        return {list.get() + 1, list.get() + count};
     }
 };
 

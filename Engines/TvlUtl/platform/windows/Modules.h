@@ -4,6 +4,7 @@
 #include "siblings/SiblingsApi.h"
 
 #include <string>
+#include <vector>
 
 namespace Ports {
 
@@ -18,6 +19,8 @@ public:
     virtual HMODULE Loaded(const std::wstring& name) const = 0;
     /// Full path of the running program's file; empty when the system does not tell.
     virtual std::wstring ProgramPath() const = 0;
+    /// The program's arguments, without its own name.
+    virtual std::vector<std::wstring> Arguments() const = 0;
 };
 
 }   // namespace Ports

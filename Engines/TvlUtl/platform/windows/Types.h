@@ -8,6 +8,7 @@
 
 #define TVL_EXPORT __declspec(dllexport)
 #define TVL_IMPORT __declspec(dllimport)
+#define TVL_LOADER_CALLS_DLLMAIN
 
 using BYTE = unsigned char;
 using WORD = unsigned short;

@@ -1,0 +1,148 @@
+#include "ExifCommand.h"
+
+#include "Commands.h"
+#include "ExifFile.h"
+#include "OrderedWork.h"
+#include "ProgressBar.h"
+#include "windows/Terminal.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iostream>
+#include <memory>
+#include <thread>
+
+namespace fs = std::filesystem;
+
+namespace {
+constexpr int kBadFile = 2;
+constexpr unsigned kMostThreads = 256;
+
+/// A file to look at.
+struct Candidate {
+    fs::path path;
+    bool isNamed = true;   // by the user; what a folder holds may be anything
+    std::string error;     // when it need not be opened
+};
+
+/// Adds the files of a folder and its folders, in the order of their names.
+void AddFolder(const fs::path& folder, std::vector<Candidate>& candidates)
+{
+    const auto first = static_cast<std::ptrdiff_t>(candidates.size());
+    std::error_code failed;
+    for (fs::recursive_directory_iterator at(folder, fs::directory_options::skip_permission_denied, failed), end;
+         !failed && at != end; at.increment(failed)) {
+        std::error_code unknown;
+        if (at->is_regular_file(unknown))
+            candidates.push_back({at->path(), false, {}});
+    }
+    std::sort(candidates.begin() + first, candidates.end(),
+        [](const Candidate& a, const Candidate& b) { return a.path < b.path; });
+    if (failed)
+        candidates.push_back({folder, true, "folder can't be read to its end"});
+}
+
+std::vector<Candidate> Candidates(const ExifRequest& request)
+{
+    std::vector<Candidate> candidates;
+    for (const fs::path& path : request.paths) {
+        std::error_code unknown;
+        if (!fs::is_directory(path, unknown))
+            candidates.push_back({path, true, {}});
+        else if (request.recursive)
+            AddFolder(path, candidates);
+        else
+            candidates.push_back({path, true, "a folder: add --recursive to read the files in it"});
+    }
+    return candidates;
+}
+
+/// A file's part of the output.
+struct Outcome {
+    std::string shown;   // empty for nothing
+    std::string error;   // empty for a sound file
+};
+
+Outcome Process(const Candidate& candidate, const ExifRequest& request)
+{
+    ExifFile file;
+    file.path = candidate.path;
+    file.error = candidate.error;
+    if (file.error.empty())
+        file = request.orientation ? SetExifOrientation(candidate.path, request.orientation)
+                                   : ReadExifFile(candidate.path);
+    if (!candidate.isNamed && !file.isImage)
+        return {};
+    Outcome outcome;
+    if (request.json && !request.orientation)
+        outcome.shown = ExifJson(file);
+    else if (!request.orientation && (file.exif->GetAt(0) || (candidate.isNamed && file.error.empty())))
+        outcome.shown = ExifText(file);
+    if (!file.error.empty())
+        outcome.error = ExifFileName(file.path) + ": " + file.error;
+    return outcome;
+}
+
+Outcome ProcessSafely(const Candidate& candidate, const ExifRequest& request) noexcept
+try {
+    return Process(candidate, request);
+} catch (const std::exception& failure) {
+    return {{}, std::string("a file could not be processed: ") + failure.what()};
+}
+}   // namespace
+
+int RunExif(const ExifRequest& request, std::ostream& out, std::ostream& errors, ProgressBar& bar)
+{
+    const std::vector<Candidate> candidates = Candidates(request);
+    const unsigned wanted = request.threads ? request.threads : std::max(1u, std::thread::hardware_concurrency());
+    const bool isArray = request.json && !request.orientation;
+    int exitCode = 0;
+    const char* separator = "\n";
+    if (isArray)
+        out << '[';
+    const auto work = [&](std::size_t i) { return ProcessSafely(candidates[i], request); };
+    const auto take = [&](std::size_t i, const Outcome& outcome) {
+        if (!outcome.shown.empty() || !outcome.error.empty())
+            bar.Clear();
+        if (!outcome.shown.empty()) {
+            out << (isArray ? separator : "") << outcome.shown;
+            separator = ",\n";
+        }
+        if (!outcome.error.empty()) {
+            out.flush();
+            errors << outcome.error << std::endl;
+            exitCode = kBadFile;
+        }
+        bar.Show(i + 1, candidates.size(), out);
+    };
+    DoInOrder(candidates.size(), std::min(wanted, kMostThreads), work, take);
+    bar.Clear();
+    if (isArray)
+        out << "\n]\n";
+    return exitCode;
+}
+
+void AddExifCommand(CLI::App& program)
+{
+    CLI::App& command = *program.add_subcommand("exif", "shows the Exif data of JPEG, TIFF, PNG and WebP files");
+    const auto request = std::make_shared<ExifRequest>();
+    const auto names = std::make_shared<std::vector<std::string>>();
+    command.add_option("FILE", *names, "Image files, and with --recursive folders")->required();
+    command.add_flag("--json", request->json, "Print one JSON array of all files");
+    command.add_flag("-r,--recursive", request->recursive, "Read the image files in folders, too");
+    command.add_option("-j,--jobs", request->threads, "Files read at a time; all processors if not given")
+        ->check(CLI::Range(1u, kMostThreads));
+    command
+        .add_option("--set-orientation", request->orientation,
+            "Set the orientation of files that have one, in place: 1 upright, 3 upside down, 6 and 8 on a side")
+        ->check(CLI::Range(1, 8));
+    command.callback([request, names] {
+        for (const std::string& name : *names)
+            request->paths.push_back(fs::path(std::u8string(name.begin(), name.end())));
+        ProgressBar bar(std::cerr, request->recursive ? Ports::Terminal::Get().ErrorColumns() : std::nullopt);
+        const int result = RunExif(*request, std::cout, std::cerr, bar);
+        std::cout.flush();
+        if (result != 0)
+            throw CLI::RuntimeError(result);
+    });
+}

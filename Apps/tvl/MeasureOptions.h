@@ -1,0 +1,37 @@
+// What the commands on measures have in common: units, angles, the locale, and messages about texts.
+#pragma once
+
+#include "AngleMode.h"
+#include "siblings/TvlPlatform/TvlString.h"
+
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+/// A unit as it was written on the command line.
+struct UnitName {
+    std::string text;
+
+    /// The display id; ends the command with a message when there is no such unit.
+    int Id() const;
+};
+
+/// Options of a command that reads or writes numbers.
+struct NumberOptions {
+    std::string locale;
+    bool degrees = false;
+    bool json = false;
+
+    void AddOptions(CLI::App& command);
+    /// Takes the locale into use; ends the command with a message when it is unknown.
+    void Apply() const;
+    DRG AngleMode() const { return degrees ? DRG::Degrees : DRG::Radians; }
+};
+
+/// Prints a text that has no value, with a mark below the place, to standard error.
+void PrintProblem(const TvlString& text, std::size_t position, const TvlString& problem);
+
+/// A value as text in the user's region: on displays of one part grouped and with the user's separators.
+TvlString RegionalText(int id, double value, unsigned form, int decimals);

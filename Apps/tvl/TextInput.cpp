@@ -1,0 +1,40 @@
+#include "TextInput.h"
+
+#include "Commands.h"
+
+#include <CLI/CLI.hpp>
+#include <fstream>
+#include <iostream>
+
+namespace {
+void ForEachLine(std::istream& lines, const std::function<void(const std::string&)>& take)
+{
+    for (std::string line; std::getline(lines, line);) {
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
+        take(line);
+    }
+}
+}   // namespace
+
+void TextInput::AddOptions(CLI::App& command, const std::string& what)
+{
+    command.add_option("text", texts, what);
+    command.add_option("--file,-f", file, "a file with one text a line; - for standard input");
+}
+
+void TextInput::ForEach(const std::function<void(const std::string& text)>& take) const
+{
+    for (const std::string& text : texts)
+        take(text);
+    if (file == "-" || (file.empty() && texts.empty()))
+        return ForEachLine(std::cin, take);
+    if (file.empty())
+        return;
+    std::ifstream lines(file);
+    if (!lines) {
+        std::cerr << "tvl: the file \"" << file << "\" can't be read\n";
+        throw CLI::RuntimeError(kBadInput);
+    }
+    ForEachLine(lines, take);
+}

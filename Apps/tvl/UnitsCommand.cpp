@@ -1,0 +1,58 @@
+// tvl units: the measures that there are.
+#include "Commands.h"
+#include "WUnit.h"
+#include "siblings/TvlPlatform/TextEncoding.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iomanip>
+#include <iostream>
+#include <iterator>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+namespace {
+constexpr int kDisplays = 41;
+constexpr int kNumberWithoutUnit[] = {0, 17, 22, 23};
+
+bool IsPlain(int id)
+{
+    return std::find(std::begin(kNumberWithoutUnit), std::end(kNumberWithoutUnit), id) != std::end(kNumberWithoutUnit);
+}
+
+nlohmann::ordered_json Describe(int id)
+{
+    WUnit& units = WUnit::GetDefaultWUnit();
+    const auto name = [&](unsigned form) { return TvlPlatform::ToUtf8(units.GetUnitDisplayString(id, form)); };
+    nlohmann::ordered_json unit{{"id", id}, {"short", name(kUnitTextFirstName)},
+        {"singular", name(kUnitTextSecondName)}, {"plural", name(kUnitTextThirdName)},
+        {"symbol", name(kUnitTextSymbol)}, {"decimals", units.GetUnitDecimalPlaces(id)}};
+    unit["factor"] = IsPlain(id) ? nlohmann::ordered_json()
+                                 : nlohmann::ordered_json(units.ConvertFromUnitTo10thMicron(id, 1.0, 0.0) / 1e7);
+    return unit;
+}
+
+void Run(bool json)
+{
+    if (!json)
+        std::cout << " id  short               plural                      metres or radians per unit\n";
+    for (int id = 0; id < kDisplays; ++id) {
+        if (id >= 18 && id <= 21)
+            continue;   // never shown: no display has these ids
+        const nlohmann::ordered_json unit = Describe(id);
+        if (json)
+            std::cout << unit << '\n';
+        else
+            std::cout << std::setw(3) << id << "  " << std::left << std::setw(20) << unit["short"].get<std::string>()
+                      << std::setw(28) << unit["plural"].get<std::string>() << std::right << unit["factor"] << '\n';
+    }
+}
+}   // namespace
+
+void AddUnitsCommand(CLI::App& app)
+{
+    const auto json = std::make_shared<bool>(false);
+    CLI::App* const command = app.add_subcommand("units", "lists ids, names and factors of the units");
+    command->add_flag("--json", *json, "print one JSON object a line");
+    command->callback([json] { Run(*json); });
+}

@@ -1,0 +1,4 @@
+#include "windows/ModuleEntry.h"
+#include "InjectedServices.h"
+
+TVL_MODULE_ENTRY(ExposeDynamicEntryPointsToOtherLibraries)

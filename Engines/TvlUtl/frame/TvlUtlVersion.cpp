@@ -1,0 +1,3 @@
+#include "TvlUtlVersion.h"
+
+extern "C" const char* TvlUtlVersion() noexcept { return TVLUTL_VERSION; }

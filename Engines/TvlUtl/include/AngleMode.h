@@ -1,0 +1,9 @@
+// How the functions of an expression take angles.
+#pragma once
+
+/// Angle mode of the parsers. Only Degrees has an effect: every other value leaves angles in radians.
+enum class DRG : int {
+    Radians = 0,
+    Degrees = 1,
+    Gradians = 2,
+};

@@ -1,0 +1,42 @@
+// The application that the library runs in.
+#pragma once
+
+#include "siblings/SiblingsApi.h"
+#include "siblings/TvlPlatform/TvlString.h"
+
+namespace TvlComponent {
+
+/// The application's interface, as it gives it at its start.
+class IApplication {
+public:
+    virtual ~IApplication() = default;
+    /// Shows a message to the user and waits until it is read.
+    virtual void ShowMessage(const wchar_t* text) = 0;
+};
+
+/// The application, or null before it gave its interface.
+TVLSIBLINGS_API IApplication* GetAppInterface();
+/// Gives the application's interface; null takes it back. The application keeps ownership.
+TVLSIBLINGS_API void SetAppInterface(IApplication* application);
+
+namespace MessageMgr {
+
+/// Shows a message through the application, which must be there.
+TVLSIBLINGS_API void ShowMessage(const wchar_t* text);
+
+}   // namespace MessageMgr
+
+}   // namespace TvlComponent
+
+/// How the application looks to its user.
+class TVLSIBLINGS_API AppSkinSettingData {
+public:
+    /// The application's display name.
+    const TvlString& GetAppUIName() const { return m_name; }
+    void SetAppUIName(const TvlString& name) { m_name = name; }
+
+private:
+    TvlString m_name = L"Tovel";
+};
+
+TVLSIBLINGS_API AppSkinSettingData& GetAppSkinSettingData();

@@ -1,0 +1,9 @@
+#include "siblings/TvlPlatform/TvlLocale.h"
+
+#include "windows/Locale.h"
+
+namespace TvlLocale {
+
+LCID GetUserLocaleID() { return Ports::Locale::Get().UserLocaleId(); }
+
+}   // namespace TvlLocale

@@ -1,0 +1,33 @@
+// The terminal behind standard error.
+#include "windows/Terminal.h"
+
+#include "Windows/SystemPorts.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+namespace Ports {
+
+namespace {
+constexpr int kUnknownColumns = 80;   // of a terminal that does not tell, such as a serial line
+
+class LinuxTerminal final : public Terminal {
+public:
+    std::optional<int> ErrorColumns() const override
+    {
+        if (!isatty(STDERR_FILENO))
+            return {};
+        winsize size{};
+        return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : kUnknownColumns;
+    }
+};
+}   // namespace
+
+template <>
+Terminal& SystemPort<Terminal>()
+{
+    static LinuxTerminal terminal;
+    return terminal;
+}
+
+}   // namespace Ports

@@ -1,0 +1,192 @@
+"""Every check finds an offence that is planted for it, and lets pass what is allowed."""
+import contextlib
+import io
+import json
+import subprocess
+import tempfile
+import unittest
+from pathlib import Path
+
+import documents
+import exports
+import headers
+import includes
+import tally
+
+LIBRARY = "Engines/TvlUtl"
+
+
+def planted(folder, files):
+    for name, text in files.items():
+        path = Path(folder) / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text(text, encoding="utf-8")
+    return folder
+
+
+class Includes(unittest.TestCase):
+    TREE = {
+        f"{LIBRARY}/frame/CMakeLists.txt": "tvl_library_folder(frame)",
+        f"{LIBRARY}/frame/Frame.cpp": '#include "Frame.h"\n',
+        f"{LIBRARY}/frame/Inner.h": "",
+        f"{LIBRARY}/units/CMakeLists.txt": "tvl_library_folder(units USES frame SOURCES Units.cpp)",
+        f"{LIBRARY}/units/Table.h": "",
+        f"{LIBRARY}/units/Unit.cpp": "",
+        f"{LIBRARY}/Units.cpp": '#include "Inner.h"\n#include "Table.h"\n',
+        f"{LIBRARY}/lists/CMakeLists.txt": "tvl_library_folder(lists)",
+        f"{LIBRARY}/include/Frame.h": "",
+        f"{LIBRARY}/include/Unit.h": '#include "Frame.h"\n',
+        f"{LIBRARY}/platform/windows/Types.h": "#ifdef _WIN32\n#include <guiddef.h>\n#endif\n",
+        f"{LIBRARY}/platform/windows/Locale.h": "#include <optional>\n",
+        "Siblings/Windows/win32/Locale.cpp": '#include "windows/Locale.h"\n#include <windows.h>\n',
+        "Apps/tvl/Main.cpp": '#include "Unit.h"\n#include <CLI/CLI.hpp>\n',
+        "tests/units/UnitTest.cpp": '#include "Table.h"\n#include <gtest/gtest.h>\n',
+    }
+    OFFENCES = [
+        (f"{LIBRARY}/include/Wrong.h", '#include "Table.h"', "does not declare"),
+        (f"{LIBRARY}/include/Frame.h", '#include "Unit.h"', "frame does not build on units"),
+        (f"{LIBRARY}/include/Wrong.h", "#include <windows.h>", "other libraries"),
+        (f"{LIBRARY}/lists/Wrong.cpp", '#include "Table.h"', "does not declare that it uses units"),
+        (f"{LIBRARY}/lists/Wrong.cpp", '#include "Inner.h"', "does not declare that it uses frame"),
+        (f"{LIBRARY}/lists/Wrong.cpp", '#include "../units/Table.h"', "does not declare"),
+        (f"{LIBRARY}/lists/Wrong.cpp", '#include "Unit.h"', "lists does not build on units"),
+        (f"{LIBRARY}/frame/Wrong.cpp", "# include <unistd.h>", "other libraries"),
+        (f"{LIBRARY}/frame/Wrong.cpp", "#include <nlohmann/json.hpp>", "other libraries"),
+        (f"{LIBRARY}/frame/Wrong.cpp", "#if defined(_WIN32) && 1", "told apart"),
+        (f"{LIBRARY}/platform/windows/Wrong.h", '#include "Unit.h"', "stand on their own"),
+        (f"{LIBRARY}/lists/CMakeLists.txt", "tvl_library_folder(lists USES units)", "does not stand below"),
+        ("Siblings/TvlUtils/Wrong.cpp", '#include "Unit.h"', "never sees the library"),
+        ("Siblings/TvlUtils/Wrong.cpp", "#ifdef __linux__", "told apart"),
+        ("Apps/tvl/Wrong.cpp", '#include "Table.h"', "public headers alone"),
+        ("Apps/tvl/Wrong.cpp", "#include <unistd.h>", "other libraries"),
+    ]
+
+    def test_allows_what_the_layers_allow(self):
+        with tempfile.TemporaryDirectory() as folder:
+            self.assertEqual(list(includes.offences(planted(folder, self.TREE))), [])
+
+    def test_finds_each_offence(self):
+        for path, line, reason in self.OFFENCES:
+            with self.subTest(path=path, line=line), tempfile.TemporaryDirectory() as folder:
+                found = list(includes.offences(planted(folder, {**self.TREE, path: line + "\n"})))
+                self.assertEqual(len(found), 1, found)
+                self.assertTrue(found[0].startswith(path), found)
+                self.assertIn(reason, found[0])
+
+
+class Exports(unittest.TestCase):
+    SOURCE = """
+        #include <map>
+        #include <typeinfo>
+        #include <vector>
+        #define API __attribute__((visibility("default")))
+        extern "C" API int PlainName() { return 1; }
+        namespace Space { API int Call(int) { return 1; } API int Call(char) { return 1; } int Hidden() { return 1; } }
+        struct API Widget { virtual ~Widget(); Widget& operator()(); static int count; };
+        Widget::~Widget() = default;
+        Widget& Widget::operator()() { return *this; }
+        int Widget::count = 0;
+        API const void* Type() { struct Inner { virtual ~Inner() {} }; return &typeid(int(Inner)); }
+        template <class T> struct API Holder { static T* Get(); };
+        template <class T> T* Holder<T>::Get() { static std::map<int, std::vector<T>> held; return &held[0].emplace_back(); }
+        template struct Holder<int>;
+    """
+    LIST = ["PlainName", "function Type", "function Space::Call", "class Widget   # a comment", "class Holder"]
+
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = tempfile.TemporaryDirectory()
+        folder = Path(planted(cls.folder.name, {"library.cpp": cls.SOURCE}))
+        cls.libraries = [folder / "library.so", folder / "library.dll"]
+        for compiler, output in (("g++", "library.so"), ("x86_64-w64-mingw32-g++-posix", "library.dll")):
+            source = cls.SOURCE.replace('visibility("default")', "dllexport") if output.endswith("dll") else cls.SOURCE
+            planted(folder, {"library.cpp": source})
+            subprocess.run([compiler, "-shared", "-fPIC", "-fvisibility=hidden", "-fvisibility-inlines-hidden", "-O0", "-o",
+                            folder / output, folder / "library.cpp"], check=True)
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.folder.cleanup()
+
+    def offences(self, lines):
+        path = Path(self.folder.name) / "exports.txt"
+        path.write_text("\n".join(lines), encoding="utf-8")
+        families = exports.listed(path)
+        return [[text.split(".", 1)[1].split(" ", 1)[1] for text in exports.offences(families, library)]
+                for library in self.libraries]
+
+    def test_a_full_list_fits_both_binaries(self):
+        self.assertEqual(self.offences(self.LIST), [[], []])
+
+    def test_names_what_is_not_listed(self):
+        for line, named in zip(self.LIST, ["PlainName", "Type", "function Space::Call", "class Widget", "Holder"]):
+            with self.subTest(line=line):
+                for found in self.offences([other for other in self.LIST if other != line]):
+                    self.assertEqual(len(found), 1, found)
+                    self.assertIn("exports what is not listed: ", found[0])
+                    self.assertIn(named, found[0])
+
+    def test_names_what_is_not_exported(self):
+        for line in ("Missing", "function Space::Hidden", "function Space", "class Wid"):
+            with self.subTest(line=line):
+                self.assertEqual(self.offences(self.LIST + [line]), [[f"does not export {line}"]] * 2)
+
+
+class Headers(unittest.TestCase):
+    COMPILER = "x86_64-w64-mingw32-g++-posix"
+    ASIDE = '#pragma push_macro("DeleteFile")\n#undef DeleteFile\nint DeleteFile();\n#pragma pop_macro("DeleteFile")\n'
+
+    def offences(self, text):
+        with tempfile.TemporaryDirectory() as folder:
+            return list(headers.offences(self.COMPILER, [planted(folder, {"sub/Planted.h": "#pragma once\n" + text})]))
+
+    def test_finds_names_that_the_system_renames(self):
+        found = self.offences("struct File { void DeleteFile(); };\n")
+        self.assertEqual(["DeleteFileA" in found[0], "DeleteFileW" in found[1], len(found)], [True, True, 2])
+
+    def test_allows_names_that_are_put_aside(self):
+        self.assertEqual(self.offences(self.ASIDE), [])
+
+
+class Documents(unittest.TestCase):
+    def test_finds_outputs_that_differ(self):
+        text = "Text.\n\n    $ printf 'a\\n\\nb\\n'\n    a\n\n    b\n    $ echo wrong >&2\n    right\n\nMore.\n\n    ./not run\n"
+        with tempfile.TemporaryDirectory() as folder:
+            wrong, shown = documents.offences(folder, Path(planted(folder, {"page.md": text})) / "page.md")
+        self.assertEqual((len(wrong), shown), (1, 2))
+        self.assertIn("page.md:7: $ echo wrong", wrong[0])
+
+
+class Tally(unittest.TestCase):
+    PASS, FAIL = {}, {"failures": [{"failure": "1 != 2"}]}
+
+    def counts(self, status, tests):
+        """Counts of a build with one program that ended with `status`; `tests` is None when it left no result."""
+        with tempfile.TemporaryDirectory() as folder:
+            files = {"results/ctest.xml": f'<testsuite><testcase name="units" status="{status}"/></testsuite>'}
+            if tests is not None:
+                rows = [{"name": f"Test{i}", "status": "RUN", "result": "COMPLETED", **test} for i, test in enumerate(tests)]
+                files["results/units.json"] = json.dumps({"testsuites": [{"name": "Units", "testsuite": rows}]})
+            with contextlib.redirect_stdout(io.StringIO()):
+                return tally.count_build(planted(folder, files))
+
+    def test_counts_tests_and_programs(self):
+        cases = [
+            ("run", [self.PASS, self.PASS], (2, 0)),
+            ("fail", [self.PASS, self.FAIL], (1, 1)),
+            ("fail", [self.PASS], (1, 1)),   # every test passed, then the sanitizer spoke
+            ("run", [self.PASS, {"result": "SKIPPED"}], (1, 0)),
+            ("run", None, (1, 0)),
+            ("fail", None, (0, 1)),
+        ]
+        for status, tests, wanted in cases:
+            with self.subTest(status=status, tests=tests):
+                self.assertEqual(self.counts(status, tests), wanted)
+
+    def test_a_build_without_results_fails(self):
+        with tempfile.TemporaryDirectory() as folder, contextlib.redirect_stdout(io.StringIO()):
+            self.assertEqual(tally.count_build(folder), (0, 1))
+
+
+if __name__ == "__main__":
+    unittest.main()

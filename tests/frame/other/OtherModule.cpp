@@ -1,0 +1,3 @@
+#include "../SharedCounter.h"
+
+SharedCounter* CounterOfTheOtherModule() { return &SharedCounter::GetInstance(); }

@@ -1,0 +1,4 @@
+// An application that includes the system's header before ours.
+#include <windows.h>
+
+#include "AllHeaders.h"

@@ -1,0 +1,4 @@
+// An application that includes the system's header after ours.
+#include "AllHeaders.h"
+
+#include <windows.h>

@@ -1,0 +1,188 @@
+// Measures as text.
+#include "FakeLocale.h"
+#include "Units.h"
+#include "WRegionalSupportFormat.h"
+#include "WUnit.h"
+#include "siblings/TvlPlatform/TextEncoding.h"
+
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace {
+
+struct TextRow {
+    int display;
+    double value;
+    unsigned form;
+    int decimals;
+    const wchar_t* text;
+};
+
+TEST(WUnit, FormatsValues)
+{
+    constexpr TextRow kRows[] = {
+        {2, 12.3456, 1, -1, L"12.346 mm"},
+        {2, 12.5, 1, -1, L"12.5 mm"},
+        {2, 12.0, 0, -1, L"12"},
+        {11, 100, 0, -1, L"100"},
+        {2, 0.0005, 0, -1, L"0.001"},
+        {2, -0.0004, 0, -1, L"-0"},
+        {2, 1.5, 7, -1, L"1.5"},
+        {1, 1.5, 4, -1, L"1.5\""},
+        {1, 2.0, 3, -1, L"2 inches"},
+        {2, 2.0, 4, -1, L"2 millimeters"},
+        {2, 1.23456, 0, 1, L"1.2"},
+        {3, 1.5, 1, -1, L"1 pc 6 pt"},
+        {3, 1.5, 0, -1, L"1 6"},
+        {29, 5.5, 4, -1, L"5° 30′"},
+        {28, -1.2625, 4, -1, L"-1° 15′ 45″"},
+        {33, 1.75, 0, -1, L"1 3/4"},
+        {33, 0.25, 0, -1, L"1/4"},
+        {33, 0.5, 0, -1, L"1/2"},
+        {33, 0.001, 0, -1, L"0"},
+        {33, 2.999, 0, -1, L"3"},
+        {33, 7.999, 0, -1, L"8"},
+        {33, -1.5, 0, -1, L"-1 1/2"},
+        {33, 1.5, 4, -1, L"1 1/2\""},
+        {33, 1.5, 1, -1, L"1 1/2 in"},
+        {31, 5.5, 4, -1, L"5' 6\""},
+        {39, 50, 4, -1, L"50%"},
+        {8, 1.0 / 3.0, 0, -1, L"0.333333333"},
+    };
+    WUnit& units = WUnit::GetDefaultWUnit();
+    for (const auto& [display, value, form, decimals, text] : kRows) {
+        units.GetUnitString(display, form);   // loads every part of a chain
+        EXPECT_EQ(units.DisplayUnitValueAsString(display, value, form, decimals), text) << display << " " << value;
+    }
+}
+
+TEST(WUnit, ShowsAnInfinitePartOfAChainThatNothingLoaded)
+{
+    WUnit units;
+    units.AddUnitDisplay(3);
+    const TvlString text = units.DisplayUnitValueAsString(3, 1.5, 0, -1);
+    EXPECT_GE(text.Find(L"inf"), 0) << TvlPlatform::ToUtf8(text);
+}
+
+TEST(WUnit, FormatsWhateverItIsGiven)
+{
+    WUnit& units = WUnit::GetDefaultWUnit();
+    for (const double value : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(),
+             -std::numeric_limits<double>::infinity(), std::numeric_limits<double>::max(), 1e-320})
+        for (const int display : {2, 3, 28, 31, 33})
+            EXPECT_GT(units.DisplayUnitValueAsString(display, value, 1, -1).GetLength(), 0);
+}
+
+TEST(WUnit, NamesDisplays)
+{
+    WUnit& units = WUnit::GetDefaultWUnit();
+    EXPECT_EQ(units.GetUnitString(3, 3), L"picas points");
+    EXPECT_EQ(units.GetUnitString(33, 1), L"in");
+    EXPECT_EQ(units.GetUnitDisplayString(33, 1), L"in (fractions)");
+    EXPECT_EQ(units.GetUnitString(22, 1), L"");
+    EXPECT_EQ(units.GetUnitString(1, 9), L"");
+}
+
+// A locale id of its own makes the cached settings follow.
+class RegionalFormat : public testing::Test {
+protected:
+    /// An id that no settings were cached for.
+    static LCID NextId()
+    {
+        static LCID last = 0x10000;
+        return ++last;
+    }
+
+    FakeLocale locale{NextId()};
+    WRegionalSupportFormat format;
+
+    TvlString Format(const wchar_t* text, bool expected = true)
+    {
+        TvlString out = L"before";
+        EXPECT_EQ(format.GetValueInLocaleFormat(text, out), expected) << text;
+        return out;
+    }
+};
+
+TEST_F(RegionalFormat, FollowsTheUsersSeparators)
+{
+    locale.settings = FakeLocale::German();
+    locale.localeId = NextId();
+    EXPECT_EQ(Format(L"1234,5 mm"), L"1.234,5 mm");
+    EXPECT_EQ(Format(L"1234.5"), L"12.345");   // the point is a thousands separator here
+    EXPECT_EQ(Format(L"-12"), L"-12");
+    EXPECT_EQ(Format(L"abc", false), L"abc");
+    EXPECT_EQ(Format(L"", false), L"before");
+    EXPECT_EQ(Format(L"0,12345678901"), L"0,123456789");   // nine digits at most
+    EXPECT_EQ(Format(L"1-2", false), L"1-2");
+    TvlString out = L"before";
+    EXPECT_TRUE(format.RemoveThousandSeptFromValue(L"1.000.000", out));
+    EXPECT_EQ(out, L"1000000");
+    EXPECT_FALSE(format.RemoveThousandSeptFromValue(L"1000", out));
+    EXPECT_EQ(out, L"1000000");
+}
+
+TEST_F(RegionalFormat, MirrorsTheSignForRightToLeftReaders)
+{
+    locale.settings[Ports::LocaleSetting::NegativeNumberOrder] = L"3";
+    locale.localeId = NextId();
+    EXPECT_EQ(Format(L"-12"), L"12-");
+    locale.language = 0x040D;   // Hebrew
+    locale.localeId = NextId();
+    EXPECT_EQ(Format(L"-12"), L"-12");
+}
+
+TEST_F(RegionalFormat, ReadsSettingsOncePerLocale)
+{
+    locale.settings[Ports::LocaleSetting::Grouping] = L"3;2;0";
+    locale.localeId = NextId();
+    EXPECT_EQ(Format(L"12345678"), L"12,345,678");   // the first number of the grouping counts
+    const int reads = locale.reads;
+    Format(L"1");
+    EXPECT_EQ(locale.reads, reads);
+}
+
+TEST_F(RegionalFormat, WorksWithoutAnySetting)
+{
+    locale.settings.clear();
+    locale.localeId = NextId();
+    EXPECT_EQ(Format(L"1234.5"), L"1235");   // no decimals without a separator
+    double value = 0.0;
+    EXPECT_EQ(WUnit::GetDefaultWUnit().StringToValue(2, L"1,5", value, 256 | 31, DRG::Radians), 0);
+    EXPECT_EQ(WUnit::GetDefaultWUnit().StringToValue(2, L"15 mm", value, 256 | 31, DRG::Radians), 1);
+    EXPECT_EQ(value, 15.0);
+}
+
+TEST_F(RegionalFormat, FieldTextsFollowTheLocale)
+{
+    locale.settings = FakeLocale::German();
+    locale.localeId = NextId();
+    Format(L"1");
+    struct Row {
+        int display;
+        const wchar_t* text;
+        double value;
+    };
+    constexpr Row kRows[] = {
+        {2, L"1,5", 1.5}, {2, L"1.000", 1000.0}, {3, L"1;6", 1.5}, {3, L"-1;6", -1.5}, {12, L"1;6", 1.5}};
+    for (const auto& [display, text, expected] : kRows) {
+        double value = 0.0;
+        EXPECT_EQ(WUnit::GetDefaultWUnit().StringToValue(display, text, value, 256 | 31, DRG::Radians), 1) << text;
+        EXPECT_EQ(value, expected) << text;
+    }
+}
+
+TEST(LocaleCache, InitialisesOnce)
+{
+    FakeLocale locale;
+    locale.settings[Ports::LocaleSetting::ListSeparator] = L"long";
+    const int first = UNITInitialize();   // 1 when an earlier call read the settings
+    locale.settings[Ports::LocaleSetting::ListSeparator] = L";";
+    EXPECT_EQ(UNITInitialize(), 1);
+    const int reads = locale.reads;
+    EXPECT_EQ(UNITInitialize(), 1);
+    EXPECT_EQ(locale.reads, reads);
+    EXPECT_TRUE(first == 0 || first == 1);
+}
+
+}   // namespace
