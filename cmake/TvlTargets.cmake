@@ -21,6 +21,8 @@ endif()
 
 # Contraction of a*b+c would change the last bit of stored measures.
 add_compile_options(-ffp-contract=off)
+# Statics of templates would otherwise keep a module in the process for ever.
+add_compile_options($<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
 if(MINGW)
     # msvcrt's printf is neither C99 nor exact for long decimals.
     add_compile_definitions(__USE_MINGW_ANSI_STDIO=1 UNICODE _UNICODE WINVER=0x0A00 _WIN32_WINNT=0x0A00)
@@ -68,10 +70,15 @@ set(TVL_TEST_ENVIRONMENT "ASAN_OPTIONS=allocator_may_return_null=1;TSAN_OPTIONS=
 
 # One test program for a folder of tests, linked to the shared libraries as an application is.
 # STATIC links the library's objects instead, for tests that replace the allocator or look at what is not exported.
+# FAILING_HEAP puts the allocations of the program and its objects behind the seam of FailingHeap.h.
 function(tvl_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "STATIC" "" "LIBRARIES")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "STATIC;FAILING_HEAP" "" "LIBRARIES")
     file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
     add_executable(test_${name} ${sources})
+    if(arg_FAILING_HEAP)
+        target_sources(test_${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests/support/FailingHeap.cpp")
+        target_link_options(test_${name} PRIVATE LINKER:--wrap=malloc,--wrap=calloc,--wrap=realloc)
+    endif()
     if(arg_STATIC)
         set(library TvlUtlStatic)
     else()
