@@ -69,10 +69,15 @@ set(TVL_TEST_ENVIRONMENT "TVL_REGISTRY=${CMAKE_BINARY_DIR}/test-registry.db"
 
 # One test program for a folder of tests, linked to the shared libraries as an application is.
 # STATIC links the library's objects instead, for tests that replace the allocator or look at what is not exported.
+# FAILING_HEAP puts the allocations of the program and its objects behind the seam of FailingHeap.h.
 function(tvl_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "STATIC" "" "LIBRARIES")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "STATIC;FAILING_HEAP" "" "LIBRARIES")
     file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
     add_executable(test_${name} ${sources})
+    if(arg_FAILING_HEAP)
+        target_sources(test_${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests/support/FailingHeap.cpp")
+        target_link_options(test_${name} PRIVATE LINKER:--wrap=malloc,--wrap=calloc,--wrap=realloc)
+    endif()
     if(arg_STATIC)
         set(library TvlUtlStatic)
     else()

@@ -1,0 +1,5 @@
+#include "Counters.h"
+
+template class TvlUtils::Singleton<ExportedCounter, 1>;
+
+PlainCounter* PlainCounterOfTheOtherModule() { return &PlainCounter::GetInstance(); }
