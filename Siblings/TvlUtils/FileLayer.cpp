@@ -29,13 +29,7 @@ public:
 
     FileResult Rename(const fs::path& from, const fs::path& to) override { return RenameSystemFile(from, to); }
 
-    FileResult Remove(const fs::path& path) override
-    {
-        std::error_code failed;
-        if (!fs::remove(path, failed) && !failed)
-            return std::errc::no_such_file_or_directory;
-        return failed;
-    }
+    FileResult Remove(const fs::path& path) override { return RemoveSystemFile(path); }
 
     FileResult List(const fs::path& folder, std::vector<FolderEntry>& entries) override
     {
@@ -48,9 +42,11 @@ public:
         return failed;
     }
 
-    FileResult Stat(const fs::path& path, FileStatus& status) override
+    FileResult Stat(const fs::path& name, FileStatus& status) override
     {
         std::error_code failed;
+        // Not every system finds a folder whose name has a separator behind it.
+        const fs::path path = name.has_filename() ? name : name.parent_path();
         const fs::file_status found = fs::status(path, failed);
         if (!fs::exists(found))
             return failed ? failed : std::make_error_code(std::errc::no_such_file_or_directory);

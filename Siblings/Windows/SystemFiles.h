@@ -9,6 +9,8 @@ namespace TvlUtils::SystemIO {
 FileResult OpenSystemFile(const std::filesystem::path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle);
 /// FileLayer::Rename.
 FileResult RenameSystemFile(const std::filesystem::path& from, const std::filesystem::path& to);
+/// FileLayer::Remove.
+FileResult RemoveSystemFile(const std::filesystem::path& path);
 /// Ends the process without running or flushing anything.
 [[noreturn]] void EndProcessAtOnce(int exitCode);
 

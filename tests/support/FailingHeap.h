@@ -3,7 +3,7 @@
 // by itself is counted on linux alone, and only what it takes by operator new.
 #pragma once
 
-#include <gtest/gtest.h>
+#include "FaultWalk.h"
 
 /// Counts the allocations of one thread for as long as the object lives, and fails one of them. One object at a time.
 class FailingHeap {
@@ -28,20 +28,14 @@ public:
 template <class Operation, class Check>
 void FailEachAllocation(int recorded, Operation operation, Check check)
 {
-    for (int point = 0;; ++point) {
+    WalkFaultPoints(static_cast<std::size_t>(recorded), [&](std::size_t point) {
         bool failed = false;
         {
-            const FailingHeap heap(point);
+            const FailingHeap heap(static_cast<int>(point) - 1);
             operation();
             failed = heap.HasFailed();
         }
-        SCOPED_TRACE(testing::Message() << "allocation " << point);
         check(failed);
-        if (!failed) {
-            EXPECT_GE(point, recorded) << "fewer allocations than are known";
-            return;
-        }
-        if (testing::Test::HasFatalFailure())
-            return;
-    }
+        return failed;
+    });
 }

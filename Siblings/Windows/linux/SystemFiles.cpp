@@ -118,6 +118,11 @@ FileResult RenameSystemFile(const std::filesystem::path& from, const std::filesy
     return {};
 }
 
+FileResult RemoveSystemFile(const std::filesystem::path& path)
+{
+    return std::remove(path.c_str()) < 0 ? LastError() : FileResult();
+}
+
 void EndProcessAtOnce(int exitCode) { _exit(exitCode); }
 
 }   // namespace TvlUtils::SystemIO

@@ -118,6 +118,12 @@ FileResult RenameSystemFile(const std::filesystem::path& from, const std::filesy
     }
 }
 
+FileResult RemoveSystemFile(const std::filesystem::path& path)
+{
+    const bool removed = IsFolder(path) ? RemoveDirectoryW(path.c_str()) : DeleteFileW(path.c_str());
+    return removed ? FileResult() : LastError();
+}
+
 void EndProcessAtOnce(int exitCode)
 {
     TerminateProcess(GetCurrentProcess(), static_cast<UINT>(exitCode));
