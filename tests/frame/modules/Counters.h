@@ -36,3 +36,4 @@ public:
 };
 
 OTHER_MODULE_API PlainCounter* PlainCounterOfTheOtherModule();
+OTHER_MODULE_API ExportedCounter* ExportedCounterOfTheOtherModule();

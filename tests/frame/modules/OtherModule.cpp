@@ -3,3 +3,5 @@
 template class TvlUtils::Singleton<ExportedCounter, 1>;
 
 PlainCounter* PlainCounterOfTheOtherModule() { return &PlainCounter::GetInstance(); }
+
+ExportedCounter* ExportedCounterOfTheOtherModule() { return &ExportedCounter::GetInstance(); }
