@@ -28,6 +28,7 @@ TVL_PORT(Internet)
 TVL_PORT(Locale)
 TVL_PORT(Modules)
 TVL_PORT(Terminal)
+TVL_PORT(UserFolders)
 TVL_PORT(Windowing)
 
 }   // namespace Ports
