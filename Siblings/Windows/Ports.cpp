@@ -27,6 +27,7 @@ TVL_PORT(Environment)
 TVL_PORT(Internet)
 TVL_PORT(Locale)
 TVL_PORT(Modules)
+TVL_PORT(Processor)
 TVL_PORT(Terminal)
 TVL_PORT(Windowing)
 

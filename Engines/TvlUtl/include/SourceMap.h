@@ -31,8 +31,8 @@ public:
     {
         if (m_slots.empty())
             return nullptr;
-        const std::uint32_t number = m_slots[SlotOf(source)];
-        return number == kFree ? nullptr : &m_rows[number - 1].value;
+        const std::uint32_t row = m_slots[SlotOf(source)].row;
+        return row == kNone ? nullptr : &m_rows[row - 1].value;
     }
 
     /// Makes sure that one more source can be added. Throws std::bad_alloc, or std::length_error at 2^31 entries.
@@ -44,7 +44,7 @@ public:
             return;
         if (m_slots.size() > UINT32_MAX)
             throw std::length_error("SourceMap");
-        std::vector<std::uint32_t> slots(std::max(kFewestSlots, m_slots.size() * 2), kFree);
+        std::vector<Slot> slots(std::max(kFewestSlots, m_slots.size() * 2));
         m_slots.swap(slots);
         NumberRows();
     }
@@ -53,7 +53,7 @@ public:
     void Add(const IDuplicatable* source, Value value) noexcept
     {
         m_rows.push_back({source, std::move(value)});
-        m_slots[SlotOf(source)] = static_cast<std::uint32_t>(m_rows.size());
+        Number(m_rows.size());
     }
 
     /// All entries, in the order of addition unless they have been sorted.
@@ -66,7 +66,7 @@ public:
         if (std::is_sorted(m_rows.begin(), m_rows.end(), isBefore))
             return;
         std::sort(m_rows.begin(), m_rows.end(), isBefore);
-        std::fill(m_slots.begin(), m_slots.end(), kFree);
+        std::fill(m_slots.begin(), m_slots.end(), Slot());
         NumberRows();
     }
 
@@ -84,30 +84,48 @@ public:
     }
 
 private:
-    static constexpr std::uint32_t kFree = 0;
+    static constexpr std::uint32_t kNone = 0;
     static constexpr std::size_t kFewestSlots = 16;
 
-    /// The slot that holds a source's row number, or the free one where it would stand. At least half are free.
-    std::size_t SlotOf(const IDuplicatable* source) const noexcept
+    struct Slot {
+        std::uint32_t row = kNone;   // counted from 1
+        std::uint32_t mark = 0;   // lower half of the hash: other sources are passed over without a look at their rows
+    };
+
+    /// Multiplication by 2^64 divided by the golden ratio: the upper bits tell neighbouring addresses apart.
+    static std::uint64_t HashOf(const IDuplicatable* source) noexcept
     {
-        // Multiplication by 2^64 divided by the golden ratio: the upper bits tell neighbouring addresses apart.
-        const std::uint64_t hash = reinterpret_cast<std::uintptr_t>(source) * 0x9E3779B97F4A7C15u;
-        const std::size_t last = m_slots.size() - 1;
-        std::size_t slot = static_cast<std::size_t>(hash >> (64 - std::bit_width(last)));
-        while (m_slots[slot] != kFree && m_rows[m_slots[slot] - 1].source != source)
-            slot = (slot + 1) & last;
-        return slot;
+        return reinterpret_cast<std::uintptr_t>(source) * 0x9E3779B97F4A7C15u;
     }
 
-    /// Fills the slots, all of them free, with the numbers of the rows.
+    /// The slot of a source, or the free one where it would stand. At least half of the slots are free.
+    std::size_t SlotOf(const IDuplicatable* source) const noexcept
+    {
+        const std::uint64_t hash = HashOf(source);
+        const auto mark = static_cast<std::uint32_t>(hash);
+        const std::size_t last = m_slots.size() - 1;
+        std::size_t at = static_cast<std::size_t>(hash >> (64 - std::bit_width(last)));
+        while (m_slots[at].row != kNone && (m_slots[at].mark != mark || m_rows[m_slots[at].row - 1].source != source))
+            at = (at + 1) & last;
+        return at;
+    }
+
+    /// Enters a row into its slot.
+    void Number(std::size_t row) noexcept
+    {
+        const IDuplicatable* const source = m_rows[row - 1].source;
+        m_slots[SlotOf(source)] = {static_cast<std::uint32_t>(row), static_cast<std::uint32_t>(HashOf(source))};
+    }
+
+    /// Enters all rows into slots that are all free.
     void NumberRows() noexcept
     {
-        for (std::size_t row = 0; row < m_rows.size(); ++row)
-            m_slots[SlotOf(m_rows[row].source)] = static_cast<std::uint32_t>(row + 1);
+        for (std::size_t row = 1; row <= m_rows.size(); ++row)
+            Number(row);
     }
 
     std::vector<Row> m_rows;
-    std::vector<std::uint32_t> m_slots;   // row number from 1, or kFree; a power of two of them, or none
+    std::vector<Slot> m_slots;   // a power of two of them, or none
 };
 
 }   // namespace TvlUtl
