@@ -6,6 +6,7 @@
 #include "windows/Internet.h"
 #include "windows/Locale.h"
 #include "windows/Modules.h"
+#include "windows/Processor.h"
 #include "windows/Terminal.h"
 #include "windows/UserFolders.h"
 #include "windows/Windowing.h"
@@ -25,6 +26,8 @@ template <>
 Locale& SystemPort<Locale>();
 template <>
 Modules& SystemPort<Modules>();
+template <>
+Processor& SystemPort<Processor>();
 template <>
 Terminal& SystemPort<Terminal>();
 template <>
