@@ -47,3 +47,28 @@ IPrefStore* CAppPrefManager::GetStore() const
     const std::lock_guard hold(m_lock);
     return m_store;
 }
+
+int CAppPrefManager::AddListener(Listener listener)
+{
+    const std::lock_guard hold(m_lock);
+    m_listeners.emplace_back(++m_lastListener, std::move(listener));
+    return m_lastListener;
+}
+
+void CAppPrefManager::RemoveListener(int number)
+{
+    const std::lock_guard hold(m_lock);
+    std::erase_if(m_listeners, [&](const auto& listener) { return listener.first == number; });
+}
+
+void CAppPrefManager::NotifyChanged(const CPrefObjectBase& object)
+{
+    // Copied, since listeners may read, change and listen themselves.
+    std::vector<std::pair<int, Listener>> listeners;
+    {
+        const std::lock_guard hold(m_lock);
+        listeners = m_listeners;
+    }
+    for (const auto& [number, listener] : listeners)
+        listener(object);
+}

@@ -2,7 +2,9 @@
 
 #include "siblings/TvlPlatform/TextEncoding.h"
 
+#include <algorithm>
 #include <cwchar>
+#include <utility>
 
 namespace TvlPref {
 
@@ -86,8 +88,9 @@ TvlString EncodeText(const TvlString& text)
     if (IsPlain(text))
         return text;
     TvlString encoded(kEncodedMark);
-    for (const char16_t unit : TvlPlatform::ToUtf16(text))
-        encoded += TvlString().Format(L"%04x", static_cast<unsigned>(unit));
+    const std::vector<std::uint8_t> bytes = TvlPlatform::ToUtf16Le(text);
+    for (std::size_t at = 0; at < bytes.size(); at += 2)
+        encoded += TvlString().Format(L"%02x%02x", unsigned{bytes[at + 1]}, unsigned{bytes[at]});
     return encoded;
 }
 
@@ -96,10 +99,13 @@ TvlString DecodeText(const TvlString& text)
     if (text.IsEmpty() || text.GetAt(0) != kEncodedMark)
         return text;
     const std::wstring digits = text.Std().substr(1);
-    std::u16string units;
-    for (std::size_t at = 0; at < digits.size(); at += kDigits)
-        units += static_cast<char16_t>(std::wcstol(digits.substr(at, kDigits).c_str(), nullptr, 16));
-    return TvlPlatform::FromUtf16(units);
+    std::vector<std::uint8_t> bytes;
+    for (std::size_t at = 0; at < digits.size(); at += kDigits) {
+        const long unit = std::wcstol(digits.substr(at, kDigits).c_str(), nullptr, 16);
+        bytes.push_back(static_cast<std::uint8_t>(unit));
+        bytes.push_back(static_cast<std::uint8_t>(unit >> 8));
+    }
+    return TvlPlatform::FromUtf16Le(bytes.data(), bytes.size());
 }
 
 }   // namespace TvlPref

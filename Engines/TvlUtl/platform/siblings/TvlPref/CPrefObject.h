@@ -2,6 +2,7 @@
 #pragma once
 
 #include "siblings/TvlPref/PrefManager.h"
+#include "siblings/TvlPref/PrefText.h"
 
 #include <utility>
 
@@ -28,8 +29,8 @@ public:
     {
         if (const IPrefStore* const store = Store())
             if (const auto value = store->Read(GetName()))
-                if (const T* const typed = std::get_if<T>(&*value))
-                    return *typed;
+                if (auto typed = TvlPref::ValueAs<T>(*value))
+                    return *std::move(typed);
         return GetDefault();
     }
     /// Stores a value; false when there is no store or it failed.
@@ -37,6 +38,19 @@ public:
     {
         IPrefStore* const store = Store();
         return store && store->Write(GetName(), value);
+    }
+    /// Stores a value that differs from the present one and tells the manager's listeners. False when there is no store
+    /// or it failed; nobody is told then.
+    bool Change(const T& value)
+    {
+        if (!Store())
+            return false;
+        if (GetValue() == value)
+            return true;
+        if (!SetValue(value))
+            return false;
+        Manager::GetInstance().NotifyChanged(*this);
+        return true;
     }
     T GetDefault() const { return m_defaultFunction ? m_defaultFunction() : m_defaultValue; }
 

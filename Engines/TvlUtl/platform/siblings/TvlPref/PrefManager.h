@@ -2,10 +2,13 @@
 #pragma once
 
 #include "siblings/TvlPref/PrefStore.h"
+#include "siblings/TvlPref/RegistryPrefStore.h"
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 /// What a preference is to its manager.
@@ -30,7 +33,7 @@ private:
     std::atomic<IPrefStore*> m_store = nullptr;
 };
 
-/// Keeps the registered preferences and attaches their store to them: one in memory, until AttachStore names another.
+/// Keeps the registered preferences and attaches their store to them: the registry, until AttachStore names another.
 /// Preferences register during the static initialisation of their modules and leave when those go away. Safe to call
 /// from any thread; the store is changed while no preference is in use.
 class TVLSIBLINGS_API CAppPrefManager {
@@ -49,13 +52,24 @@ public:
     /// The attached store, or null.
     IPrefStore* GetStore() const;
 
+    /// Is called with each preference that CPrefObject::Change has changed, on the thread that changed it.
+    using Listener = std::function<void(const CPrefObjectBase&)>;
+    /// Returns a number for RemoveListener.
+    int AddListener(Listener listener);
+    /// A call that is under way on another thread may still come to its end.
+    void RemoveListener(int number);
+    /// Tells the listeners that a preference has changed.
+    void NotifyChanged(const CPrefObjectBase& object);
+
 private:
     CAppPrefManager() = default;
 
     mutable std::mutex m_lock;
     std::vector<CPrefObjectBase*> m_objects;   // in the order of registration
-    MemoryPrefStore m_memory;
-    IPrefStore* m_store = &m_memory;
+    RegistryPrefStore m_registry;
+    IPrefStore* m_store = &m_registry;
+    std::vector<std::pair<int, Listener>> m_listeners;
+    int m_lastListener = 0;
 };
 
 /// Names the manager for the preferences that all applications of the box share.
