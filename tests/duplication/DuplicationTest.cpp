@@ -1,13 +1,14 @@
 // Copies of object graphs, who owns them, and what a context does when memory runs out.
 #include "Duplication.h"
 
-#include "FailingAllocator.h"
+#include "FailingHeap.h"
+#include "VirtualSlot.h"
 
-#include <algorithm>
-#include <cstring>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
+#include <new>
+#include <optional>
 #include <vector>
 
 namespace {
@@ -328,71 +329,68 @@ TEST_F(Duplication, LeavesSharedCopiesToTheirOtherHolders)
     EXPECT_EQ(static_cast<Link&>(*copy).next.use_count(), 1);
 }
 
+/// Whether an operation ran to its end; memory may run out in it.
+template <class Operation>
+bool Succeeds(Operation operation)
+{
+    try {
+        operation();
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
 /// Each allocation fails in turn: mapping throws, and what was mapped before is all that is found.
 TEST_F(Duplication, StaysAsItWasWhenMemoryRunsOut)
 {
     constexpr std::size_t kCount = 40;
+    constexpr int kGrowths = 8;   // of rows and slots, in both maps
     const std::vector<Shape> sources(kCount);
     const auto shared = std::make_shared<Shape>();
     Shape raw;
-    int failures = 0;
-    bool failed = true;
-    for (int point = 0; failed; ++point) {
-        DuplicationContextImpl context;
-        std::size_t mapped = 0;
-        FailingAllocator::FailAt(point);
-        try {
-            for (; mapped < kCount; ++mapped)
-                if (mapped % 2 == 0)
-                    context.MapPtrInstance(&sources[mapped], shared);
-                else
-                    context.MapInstance(&sources[mapped], &raw, true);
-        } catch (const std::bad_alloc&) {
-        }
-        failed = FailingAllocator::Stop();
-        failures += failed;
-        EXPECT_EQ(mapped < kCount, failed);
+    std::optional<DuplicationContextImpl> context(std::in_place);
+    std::size_t mapped = 0;
+    bool succeeded = false;
+    const auto map = [&] {
+        for (; mapped < kCount; ++mapped)
+            if (mapped % 2 == 0)
+                context->MapPtrInstance(&sources[mapped], shared);
+            else
+                context->MapInstance(&sources[mapped], &raw, true);
+    };
+    const auto check = [&](bool failed) {
+        EXPECT_EQ(succeeded, !failed);
         for (std::size_t i = 0; i < kCount; ++i) {
             const bool isShared = i < mapped && i % 2 == 0;
             IDuplicatable* const expected = i >= mapped ? nullptr : isShared ? shared.get() : &raw;
-            EXPECT_EQ(context.FindMappedInstance(&sources[i], false), expected) << point << ' ' << i;
-            EXPECT_EQ(context.FindMappedPtrInstance(&sources[i]), isShared ? shared : nullptr) << point << ' ' << i;
+            EXPECT_EQ(context->FindMappedInstance(&sources[i], false), expected) << i;
+            EXPECT_EQ(context->FindMappedPtrInstance(&sources[i]), isShared ? shared : nullptr) << i;
         }
-    }
-    EXPECT_GE(failures, 8);
+        context.emplace();
+        mapped = 0;
+    };
+    FailEachAllocation(
+        kGrowths, [&] { succeeded = Succeeds(map); }, check);
 }
 
 TEST_F(Duplication, KeepsTheTargetOfAnAssignmentThatFails)
 {
+    constexpr int kCopies = 4;   // of rows and slots, from both maps
     const Shape sources[2];
     const auto kept = std::make_shared<Shape>();
-    DuplicationContextImpl source;
+    DuplicationContextImpl source, target;
     source.MapPtrInstance(&sources[0], std::make_shared<Shape>());
-    int failures = 0;
-    for (bool failed = true; failed; ++failures) {
-        DuplicationContextImpl target;
-        target.MapPtrInstance(&sources[1], kept);
-        FailingAllocator::FailAt(failures);
-        try {
-            target = source;
-        } catch (const std::bad_alloc&) {
-        }
-        failed = FailingAllocator::Stop();
-        EXPECT_EQ(target.FindMappedInstance(&sources[1], false), failed ? kept.get() : nullptr);
-        EXPECT_EQ(target.FindMappedPtrInstance(&sources[1]), failed ? kept : nullptr);
-        EXPECT_EQ(target.FindMappedInstance(&sources[0], false) == nullptr, failed);
-    }
-    EXPECT_EQ(failures, 5);   // rows and slots of both maps, and the run that goes through
-}
-
-/// Slot of a virtual member in its table: the pointer holds 1 plus 8 times the slot.
-template <class Member>
-std::size_t Slot(Member member)
-{
-    std::uintptr_t words[2];
-    static_assert(sizeof member == sizeof words);
-    std::memcpy(words, &member, sizeof words);
-    return (words[0] - 1) / 8;
+    target.MapPtrInstance(&sources[1], kept);
+    bool succeeded = false;
+    FailEachAllocation(
+        kCopies, [&] { succeeded = Succeeds([&] { target = source; }); },
+        [&](bool failed) {
+            EXPECT_EQ(succeeded, !failed);
+            EXPECT_EQ(target.FindMappedInstance(&sources[1], false), failed ? kept.get() : nullptr);
+            EXPECT_EQ(target.FindMappedPtrInstance(&sources[1]), failed ? kept : nullptr);
+            EXPECT_EQ(target.FindMappedInstance(&sources[0], false) == nullptr, failed);
+        });
 }
 
 TEST_F(Duplication, KeepsItsSlots)
