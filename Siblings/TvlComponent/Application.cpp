@@ -1,5 +1,7 @@
 #include "siblings/TvlComponent/Application.h"
 
+#include "windows/Windowing.h"
+
 #include <atomic>
 
 namespace TvlComponent {
@@ -17,6 +19,11 @@ void ShowMessage(const wchar_t* text)
 {
     if (IApplication* const application = GetAppInterface())
         application->ShowMessage(text);
+}
+
+int ShowConfirmation(unsigned flags, const wchar_t* text)
+{
+    return Ports::Windowing::Get().ShowBox(nullptr, text, GetAppSkinSettingData().GetAppUIName().Std(), flags);
 }
 
 }   // namespace MessageMgr

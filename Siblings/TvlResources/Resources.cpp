@@ -78,6 +78,8 @@ TvlString GetString(const TvlString& key)
     return found == texts->end() ? TvlString() : found->second;
 }
 
+TvlString GetCaption(const TvlString& key) { return GetString(key + L".caption"); }
+
 int GetStringIntoBuffer(const TvlString& key, wchar_t* buffer, int size)
 {
     if (size < 1)

@@ -37,7 +37,8 @@ public:
         std::error_code failed;
         for (fs::directory_iterator at(folder, failed), end; !failed && at != end; at.increment(failed)) {
             std::error_code unknown;
-            entries.push_back({at->path().filename(), KindOf(at->status(unknown).type())});
+            const FileKind kind = KindOf(at->status(unknown).type());
+            entries.push_back({at->path().filename(), kind, kind == FileKind::Folder && IsSystemLink(at->path())});
         }
         return failed;
     }

@@ -1,6 +1,7 @@
 // Whole files, over the file layer.
-#include "siblings/TvlUtils/FilePath.h"
 #include "siblings/TvlUtils/SystemIO.h"
+
+#include "TvlUtils/FileAccess.h"
 
 #include <algorithm>
 #include <atomic>
@@ -13,27 +14,6 @@ namespace TvlUtils::SystemIO {
 namespace fs = std::filesystem;
 
 namespace {
-/// Runs `call`, whose own failures are results. Names that the file system can't express and a full heap become results
-/// as well.
-template <class Call>
-FileResult Reported(Call call)
-try {
-    return call();
-} catch (const std::bad_alloc&) {
-    return std::errc::not_enough_memory;
-} catch (const std::system_error& failure) {
-    return failure.code();
-}
-
-/// A path of the file system; throws what Reported makes a result of.
-fs::path PathOf(const TvlString& path)
-{
-    // The system would take the text up to the zero for the whole name.
-    if (path.Find(L'\0') >= 0)
-        throw std::system_error(std::make_error_code(std::errc::invalid_argument));
-    return ToFilePath(path);
-}
-
 bool HasKind(const TvlString& path, FileKind kind)
 {
     FileStatus status;
@@ -61,34 +41,9 @@ FileResult ReadToEnd(FileHandle& file, std::string& bytes, std::size_t limit)
     }
 }
 
-FileResult WriteWhole(FileHandle& file, std::string_view bytes)
-{
-    for (std::size_t written = 0; written < bytes.size();) {
-        std::size_t done = 0;
-        const std::string_view rest = bytes.substr(written);
-        if (const FileResult result = file.WriteAt(static_cast<long long>(written), rest.data(), rest.size(), done);
-            !result)
-            return result;
-        written += done;
-    }
-    return {};
-}
-
 // Names of aside files: the file's own, a number that nobody else has, and this end.
 constexpr std::string_view kAsideEnd = ".aside";
 constexpr std::size_t kAsideDigits = 16;
-
-/// ".<16 hexadecimal digits>.aside". Never the same again, in other processes too: a name that was used twice could
-/// rename another writer's unfinished file.
-std::string AsideSuffix()
-{
-    static std::atomic<unsigned> counter = 0;
-    static const std::uint64_t start = std::random_device()() ^ std::uint64_t{std::random_device()()} << 32;
-    const auto now = static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count());
-    char digits[kAsideDigits + 1];
-    std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(start + now * 65537 + counter++));
-    return "." + std::string(digits) + std::string(kAsideEnd);
-}
 
 bool IsAsideOf(const fs::path& path, const fs::path& name)
 {
@@ -115,13 +70,15 @@ void RemoveLeftovers(const fs::path& path)
             static_cast<void>(FileLayer::Get().Remove(folder / entry.name));
 }
 
-FileResult MakeAside(const fs::path& aside, std::string_view bytes)
+using Writer = std::function<FileResult(FileHandle&)>;
+
+FileResult MakeAside(const fs::path& aside, const Writer& write)
 {
     std::unique_ptr<FileHandle> file;
     FileResult result = FileLayer::Get().Open(aside, OpenMode::CreateNew, file);
     if (!result)
         return result;
-    result = WriteWhole(*file, bytes);
+    result = write(*file);
     if (result)
         result = file->Flush();
     const FileResult closed = file->Close();
@@ -129,11 +86,11 @@ FileResult MakeAside(const fs::path& aside, std::string_view bytes)
 }
 
 /// One attempt; `lost` tells that another writer has taken the aside file away.
-FileResult WriteAsideOnce(const fs::path& path, std::string_view bytes, bool& lost)
+FileResult ReplaceOnce(const fs::path& path, const Writer& write, bool& lost)
 {
     fs::path aside = path;
-    aside += AsideSuffix();
-    FileResult result = MakeAside(aside, bytes);
+    aside += UniqueSuffix();
+    FileResult result = MakeAside(aside, write);
     if (result) {
         result = FileLayer::Get().Rename(aside, path);
         lost = result.IsMissing();
@@ -143,6 +100,46 @@ FileResult WriteAsideOnce(const fs::path& path, std::string_view bytes, bool& lo
     return result;
 }
 }   // namespace
+
+std::string UniqueSuffix()
+{
+    static std::atomic<unsigned> counter = 0;
+    static const std::uint64_t start = std::random_device()() ^ std::uint64_t{std::random_device()()} << 32;
+    const auto now = static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count());
+    char digits[kAsideDigits + 1];
+    std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(start + now * 65537 + counter++));
+    return "." + std::string(digits) + std::string(kAsideEnd);
+}
+
+FileResult WriteWhole(FileHandle& file, long long offset, std::string_view bytes)
+{
+    for (std::size_t written = 0; written < bytes.size();) {
+        std::size_t done = 0;
+        const std::string_view rest = bytes.substr(written);
+        const long long at = offset + static_cast<long long>(written);
+        if (const FileResult result = file.WriteAt(at, rest.data(), rest.size(), done); !result)
+            return result;
+        written += done;
+    }
+    return {};
+}
+
+FileResult ReplaceFile(const fs::path& path, const Writer& write)
+{
+    constexpr int kAttempts = 10;
+    FileStatus status;
+    if (FileLayer::Get().Stat(path, status) && status.isReadOnly)
+        return std::errc::permission_denied;
+    FileResult result;
+    bool lost = true;
+    for (int attempt = 0; lost && attempt < kAttempts; ++attempt) {
+        lost = false;
+        result = ReplaceOnce(path, write, lost);
+    }
+    if (result)
+        RemoveLeftovers(path);
+    return result;
+}
 
 namespace File {
 
@@ -168,22 +165,8 @@ FileResult ReadAll(const TvlString& path, std::string& bytes, std::size_t limit)
 
 FileResult WriteAside(const TvlString& path, std::string_view bytes)
 {
-    constexpr int kAttempts = 10;
-    return Reported([&] {
-        const fs::path file = PathOf(path);
-        FileStatus status;
-        if (FileLayer::Get().Stat(file, status) && status.isReadOnly)
-            return FileResult(std::errc::permission_denied);
-        FileResult result;
-        bool lost = true;
-        for (int attempt = 0; lost && attempt < kAttempts; ++attempt) {
-            lost = false;
-            result = WriteAsideOnce(file, bytes, lost);
-        }
-        if (result)
-            RemoveLeftovers(file);
-        return result;
-    });
+    return Reported(
+        [&] { return ReplaceFile(PathOf(path), [&](FileHandle& file) { return WriteWhole(file, 0, bytes); }); });
 }
 
 }   // namespace File

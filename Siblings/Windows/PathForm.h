@@ -9,6 +9,8 @@ namespace TvlUtils::SystemIO {
 #ifdef _WIN32
 /// What separates the elements of a path; the first is the one to write.
 inline constexpr std::wstring_view kPathSeparators = L"\\/";
+/// Whether names that differ in case alone are two names.
+inline constexpr bool kNamesHaveCase = false;
 
 /// Characters of a drive at the head of a path, such as "C:"; 0 when there is none.
 constexpr std::size_t DriveLength(std::wstring_view path)
@@ -18,6 +20,7 @@ constexpr std::size_t DriveLength(std::wstring_view path)
 }
 #else
 inline constexpr std::wstring_view kPathSeparators = L"/";
+inline constexpr bool kNamesHaveCase = true;
 
 constexpr std::size_t DriveLength(std::wstring_view) { return 0; }
 #endif

@@ -27,7 +27,9 @@ TVL_PORT(Environment)
 TVL_PORT(Internet)
 TVL_PORT(Locale)
 TVL_PORT(Modules)
+TVL_PORT(Processor)
 TVL_PORT(Terminal)
+TVL_PORT(UserFolders)
 TVL_PORT(Windowing)
 
 }   // namespace Ports

@@ -11,6 +11,8 @@ FileResult OpenSystemFile(const std::filesystem::path& path, OpenMode mode, std:
 FileResult RenameSystemFile(const std::filesystem::path& from, const std::filesystem::path& to);
 /// FileLayer::Remove.
 FileResult RemoveSystemFile(const std::filesystem::path& path);
+/// FolderEntry::isLink.
+bool IsSystemLink(const std::filesystem::path& path);
 /// Ends the process without running or flushing anything.
 [[noreturn]] void EndProcessAtOnce(int exitCode);
 

@@ -6,7 +6,9 @@
 #include "windows/Internet.h"
 #include "windows/Locale.h"
 #include "windows/Modules.h"
+#include "windows/Processor.h"
 #include "windows/Terminal.h"
+#include "windows/UserFolders.h"
 #include "windows/Windowing.h"
 
 namespace Ports {
@@ -25,7 +27,11 @@ Locale& SystemPort<Locale>();
 template <>
 Modules& SystemPort<Modules>();
 template <>
+Processor& SystemPort<Processor>();
+template <>
 Terminal& SystemPort<Terminal>();
+template <>
+UserFolders& SystemPort<UserFolders>();
 template <>
 Windowing& SystemPort<Windowing>();
 

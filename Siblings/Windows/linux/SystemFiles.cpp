@@ -123,6 +123,12 @@ FileResult RemoveSystemFile(const std::filesystem::path& path)
     return std::remove(path.c_str()) < 0 ? LastError() : FileResult();
 }
 
+bool IsSystemLink(const std::filesystem::path& path)
+{
+    struct stat status = {};
+    return lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
 void EndProcessAtOnce(int exitCode) { _exit(exitCode); }
 
 }   // namespace TvlUtils::SystemIO

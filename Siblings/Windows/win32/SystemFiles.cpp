@@ -124,6 +124,18 @@ FileResult RemoveSystemFile(const std::filesystem::path& path)
     return removed ? FileResult() : LastError();
 }
 
+bool IsSystemLink(const std::filesystem::path& path)
+{
+    WIN32_FIND_DATAW entry;
+    HANDLE const search = FindFirstFileW(path.c_str(), &entry);
+    if (search == INVALID_HANDLE_VALUE)
+        return false;
+    FindClose(search);
+    // Files that a cloud service fetches on demand are reparse points, too.
+    return (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT)
+        && (entry.dwReserved0 == IO_REPARSE_TAG_SYMLINK || entry.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
+}
+
 void EndProcessAtOnce(int exitCode)
 {
     TerminateProcess(GetCurrentProcess(), static_cast<UINT>(exitCode));

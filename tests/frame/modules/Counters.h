@@ -37,3 +37,7 @@ public:
 
 OTHER_MODULE_API PlainCounter* PlainCounterOfTheOtherModule();
 OTHER_MODULE_API ExportedCounter* ExportedCounterOfTheOtherModule();
+
+class CpuID;
+/// The library's object, as the other module gets it.
+OTHER_MODULE_API CpuID* ProcessorOfTheOtherModule();

@@ -1,7 +1,11 @@
 #include "Counters.h"
 
+#include "CpuID.h"
+
 template class TvlUtils::Singleton<ExportedCounter, 1>;
 
 PlainCounter* PlainCounterOfTheOtherModule() { return &PlainCounter::GetInstance(); }
 
 ExportedCounter* ExportedCounterOfTheOtherModule() { return &ExportedCounter::GetInstance(); }
+
+CpuID* ProcessorOfTheOtherModule() { return &CpuID::GetInstance(); }

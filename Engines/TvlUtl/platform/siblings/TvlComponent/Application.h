@@ -23,6 +23,9 @@ namespace MessageMgr {
 
 /// Shows a message through the application, which must be there.
 TVLSIBLINGS_API void ShowMessage(const wchar_t* text);
+/// Asks in a message box with the application's name above it, and waits for the answer. `flags` are those of MessageBoxW.
+/// Returns the button that was pressed: 1 for OK, 2 for Cancel.
+TVLSIBLINGS_API int ShowConfirmation(unsigned flags, const wchar_t* text);
 
 }   // namespace MessageMgr
 

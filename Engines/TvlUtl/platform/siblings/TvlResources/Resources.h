@@ -11,6 +11,9 @@ namespace Framework::Resources {
 /// language lacks is taken from "EN". Safe to call from any thread.
 TVLSIBLINGS_API TvlString GetString(const TvlString& key);
 
+/// The caption that goes with the text of a key, which has the key with ".caption" behind it; empty when there is none.
+TVLSIBLINGS_API TvlString GetCaption(const TvlString& key);
+
 /// Copies the text of a key to `buffer` of `size` characters, cut if need be and always ended by a zero.
 /// Returns the number of characters copied. A size below 1 copies nothing.
 TVLSIBLINGS_API int GetStringIntoBuffer(const TvlString& key, wchar_t* buffer, int size);

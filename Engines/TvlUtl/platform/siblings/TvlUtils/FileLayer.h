@@ -69,6 +69,7 @@ struct FileStatus {
 struct FolderEntry {
     std::filesystem::path name;   // without the folder
     FileKind kind = FileKind::File;
+    bool isLink = false;   // of a folder: it is a symbolic link or a mount point
 };
 
 /// Files and folders by path. Safe to call from any thread. May throw what is not derived from std::exception: a test's

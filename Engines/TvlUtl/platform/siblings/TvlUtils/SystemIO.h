@@ -8,6 +8,8 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace TvlUtils::SystemIO::File {
 
@@ -26,6 +28,24 @@ TVLSIBLINGS_API FileResult ReadAll(const TvlString& path, std::string& bytes, st
 /// writers the last one wins. A file that is marked read-only is refused.
 TVLSIBLINGS_API FileResult WriteAside(const TvlString& path, std::string_view bytes);
 
+/// Full paths of what a folder holds, in ordinal order without regard to case. `mask` compares names without regard to
+/// case: "*" is any text, "?" one character, and "*.*" takes names without a point as well. `recursive` looks into the
+/// folders below too, but not into links, which might lead round in a circle; `withFolders` gives folders as well as
+/// files. What can't be read is passed over.
+TVLSIBLINGS_API std::vector<TvlString> Find(
+    const TvlString& folder, const TvlString& mask, bool recursive, bool withFolders);
+/// Whether a name matches a mask of Find.
+TVLSIBLINGS_API bool MatchesMask(const TvlString& name, const TvlString& mask);
+/// Whether there is a file of this name that is not marked read-only.
+TVLSIBLINGS_API bool IsWritable(const TvlString& path);
+/// Takes the read-only mark away; false when there is no such file or it can't be changed.
+TVLSIBLINGS_API bool MakeWritable(const TvlString& path);
+/// Sets the read-only mark; false when there is no such file or it can't be changed.
+TVLSIBLINGS_API bool MakeReadonly(const TvlString& path);
+/// Copies the content of a file in one step, as WriteAside does: nobody ever sees a part of it under the name `to`. A file
+/// of that name is replaced where `overwrite` is true, unless it is marked read-only; else it fails with file_exists.
+TVLSIBLINGS_API FileResult Copy(const TvlString& from, const TvlString& to, bool overwrite);
+
 }   // namespace TvlUtils::SystemIO::File
 
 namespace TvlUtils::SystemIO::Path {
@@ -39,6 +59,38 @@ TVLSIBLINGS_API bool IsFullyQualified(const TvlString& path);
 /// Whether there is anything of this name.
 TVLSIBLINGS_API bool Exists(const TvlString& path);
 
+// Parts of a path. No file is touched. Separators are "\\" and "/" on windows, "/" on linux.
+
+/// The path with a separator at its end; an empty path stays empty.
+TVLSIBLINGS_API TvlString AddBackslash(const TvlString& path);
+/// All up to the last separator, which is kept; empty without any.
+TVLSIBLINGS_API TvlString GetFolderName(const TvlString& path);
+/// What stands behind the last separator.
+TVLSIBLINGS_API TvlString GetFileName(const TvlString& path);
+/// The file's name up to its last point.
+TVLSIBLINGS_API TvlString GetFileNameWithoutExtension(const TvlString& path);
+/// The last point of the file's name and what stands behind it; empty without any.
+TVLSIBLINGS_API TvlString GetExtension(const TvlString& path);
+/// The elements between separators. A drive and a prefix such as "CLOUD:" are elements; separators are none.
+TVLSIBLINGS_API std::vector<TvlString> Split(const TvlString& path);
+/// Whether `path` is `folder` or lies in it at any depth, as far as the texts tell: "." and ".." are worked out, names
+/// compare without case on windows. An empty text contains nothing and is nowhere.
+TVLSIBLINGS_API bool Contains(const TvlString& folder, const TvlString& path);
+/// How to get from the folder `base` to `path`, without a separator at its end; empty when there is no common root.
+/// `dotted` puts a "." before what lies in `base`, which is "." alone for `base` itself.
+TVLSIBLINGS_API TvlString GetRelativePath(const TvlString& base, const TvlString& path, bool dotted);
+
+// Places of the system.
+
+/// The user's documents, without a separator at the end: "Documents" in the folder TVL_USER_DIR of the environment, or the
+/// system's. Empty when the system tells of no such place.
+TVLSIBLINGS_API TvlString GetDocumentsFolder();
+/// Full path of a running program's file; `process` is null for this one, and nothing is known of others. Empty when the
+/// system does not tell.
+TVLSIBLINGS_API TvlString GetProcessFileName(void* process);
+/// The text with the value of each "%NAME%" of the environment in its place. Names that are not set stay as they stand.
+TVLSIBLINGS_API TvlString ExpandWindowsEnvStrings(const TvlString& text);
+
 }   // namespace TvlUtils::SystemIO::Path
 
 namespace TvlUtils::SystemIO::Folder {
@@ -47,5 +99,17 @@ namespace TvlUtils::SystemIO::Folder {
 TVLSIBLINGS_API bool Exists(const TvlString& path);
 /// Makes the folder and those above it that are missing; a success when it is there.
 TVLSIBLINGS_API FileResult EnsureExists(const TvlString& path);
+
+enum class WritableStatus {
+    Writable,
+    Missing,   ///< there is no such folder
+    Refused,   ///< the system does not let this process write there
+};
+/// Whether files can be made in a folder, tried by making an empty one. `status`, which may be null, tells more.
+TVLSIBLINGS_API bool IsWritable(const TvlString& path, WritableStatus* status = nullptr);
+/// Copies a folder's files and folders, made as needed, into another folder. It goes on after a failure, whose reason is
+/// the result, and never copies what `to` has got itself, should it lie in `from`. For `overwrite` see File::Copy: a
+/// file that is there already is left without a failure where it is false. Links to folders are left out.
+TVLSIBLINGS_API FileResult Copy(const TvlString& from, const TvlString& to, bool overwrite);
 
 }   // namespace TvlUtils::SystemIO::Folder

@@ -1,0 +1,85 @@
+// Content of locations, copied from folder to folder.
+#include "CFileLocations.h"
+#include "FileLocationTable.h"
+#include "siblings/TvlUtils/SystemIO.h"
+
+#include <set>
+#include <unordered_map>
+
+using namespace TvlUtl;
+namespace SystemIO = TvlUtils::SystemIO;
+
+namespace {
+using Report = TvlUtils::basic_safe_function<void(const MigrationStep&)>;
+
+std::span<const wchar_t* const> MasksOf(const TvlString& displayName)
+{
+    static const auto resourceKeys = [] {
+        std::unordered_map<TvlString, const wchar_t*> keys;
+        for (const FileLocation& location : FileLocations())
+            keys.emplace(location.DisplayName(), location.resourceKey);
+        return keys;
+    }();
+    const auto found = resourceKeys.find(displayName);
+    return found == resourceKeys.end() ? std::span<const wchar_t* const>() : FileMasks(found->second);
+}
+
+bool IsSameFolder(const TvlString& a, const TvlString& b)
+{
+    return SystemIO::Path::Contains(a, b) && SystemIO::Path::Contains(b, a);
+}
+
+/// The files of a location, each once. What lies at the new place already is none of them, should that lie in the old one.
+std::set<TvlString> FilesOf(const TvlString& displayName, const TvlString& source, const TvlString& destination)
+{
+    const bool isInside = SystemIO::Path::Contains(source, destination);
+    std::set<TvlString> files;
+    for (const wchar_t* const mask : MasksOf(displayName))
+        for (TvlString& file : SystemIO::File::Find(source, mask, true, false))
+            if (!isInside || !SystemIO::Path::Contains(destination, file))
+                files.insert(std::move(file));
+    return files;
+}
+
+/// Empty for a success, else the reason in words.
+TvlString CopyFile(const TvlString& from, const TvlString& to)
+{
+    const bool isReadOnly = !SystemIO::File::IsWritable(from);
+    if (isReadOnly)
+        SystemIO::File::MakeWritable(from);
+    auto result = SystemIO::Folder::EnsureExists(SystemIO::Path::GetFolderName(to));
+    if (result)
+        result = SystemIO::File::Copy(from, to, true);
+    if (result && isReadOnly)
+        SystemIO::File::MakeReadonly(to);
+    return result ? TvlString() : result.Reason();
+}
+
+void CopyLocation(
+    const TvlString& displayName, const TvlString& source, const TvlString& destination, const Report& report)
+{
+    const auto files = FilesOf(displayName, source, destination);
+    MigrationStep step{displayName, {}, {}, {}, 0, files.size()};
+    for (const TvlString& file : files) {
+        step.source = file;
+        step.target = destination + file.Mid(source.GetLength());
+        step.problem = CopyFile(step.source, step.target);
+        ++step.done;
+        report(step);
+    }
+}
+}   // namespace
+
+void CFileLocations::MigrateContent(Moves& moves) { MigrateContent(moves, {}); }
+
+void CFileLocations::MigrateContent(Moves& moves, Report report)
+{
+    for (auto& [displayName, folders] : moves) {
+        auto& [to, from] = folders;
+        if (!SystemIO::Folder::Exists(from))
+            continue;
+        to = SystemIO::Path::AddBackslash(to);
+        if (SystemIO::Folder::Exists(to) && !IsSameFolder(from, to))
+            CopyLocation(displayName, SystemIO::Path::AddBackslash(from), to, report);
+    }
+}

@@ -1,0 +1,30 @@
+// What the processor says about itself.
+#pragma once
+
+#include "siblings/SiblingsApi.h"
+
+#include <optional>
+
+namespace Ports {
+
+/// Registers behind one identification query.
+struct ProcessorLeaf {
+    ULONG eax = 0;
+    ULONG ebx = 0;
+    ULONG ecx = 0;
+    ULONG edx = 0;
+};
+
+class TVLSIBLINGS_API Processor {
+public:
+    static Processor& Get();
+    /// Replaces the port; null restores the system's. The caller keeps ownership.
+    static void SetForTests(Processor*);
+
+    virtual ~Processor() = default;
+    /// The CPUID instruction for a leaf (0 and up, or 0x80000000 and up) and a sub-leaf; empty on a machine without the
+    /// instruction. A leaf that the processor doesn't have gives registers of no meaning.
+    virtual std::optional<ProcessorLeaf> Identify(ULONG leaf, ULONG subleaf) const = 0;
+};
+
+}   // namespace Ports

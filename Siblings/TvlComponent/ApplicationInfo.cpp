@@ -1,0 +1,12 @@
+#include "siblings/TvlComponent/ApplicationInfo.h"
+
+namespace ApplicationInfo {
+
+// Never destroyed: preferences are read while modules go away.
+IAppStartupInit& Settings()
+{
+    static IAppStartupInit& settings = *new IAppStartupInit;
+    return settings;
+}
+
+}   // namespace ApplicationInfo

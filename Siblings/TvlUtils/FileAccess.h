@@ -1,0 +1,44 @@
+// What the file operations share: paths, and failures as results.
+#pragma once
+
+#include "siblings/TvlUtils/FileLayer.h"
+#include "siblings/TvlUtils/FilePath.h"
+
+#include <functional>
+#include <new>
+
+namespace TvlUtils::SystemIO {
+
+/// Runs `call`, whose own failures are results. Names that the file system can't express and a full heap become results
+/// as well.
+template <class Call>
+FileResult Reported(Call call)
+try {
+    return call();
+} catch (const std::bad_alloc&) {
+    return std::errc::not_enough_memory;
+} catch (const std::system_error& failure) {
+    return failure.code();
+}
+
+/// A path of the file system; throws what Reported makes a result of.
+inline std::filesystem::path PathOf(const TvlString& path)
+{
+    // The system would take the text up to the zero for the whole name.
+    if (path.Find(L'\0') >= 0)
+        throw std::system_error(std::make_error_code(std::errc::invalid_argument));
+    return ToFilePath(path);
+}
+
+/// Writes all bytes from `offset` on.
+FileResult WriteWhole(FileHandle& file, long long offset, std::string_view bytes);
+
+/// ".<16 hexadecimal digits>.aside". Never the same again, in other processes too: a name that was used twice could
+/// rename another writer's unfinished file.
+std::string UniqueSuffix();
+
+/// Fills a new file of its own with `write` and renames it to `path`, as File::WriteAside does with bytes. `write` may be called
+/// more than once, with an empty file each time.
+FileResult ReplaceFile(const std::filesystem::path& path, const std::function<FileResult(FileHandle&)>& write);
+
+}   // namespace TvlUtils::SystemIO

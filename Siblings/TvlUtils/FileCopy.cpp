@@ -1,0 +1,114 @@
+// Copies, and the read-only mark.
+#include "siblings/TvlUtils/SystemIO.h"
+
+#include "TvlUtils/FileAccess.h"
+
+namespace TvlUtils::SystemIO {
+
+namespace fs = std::filesystem;
+
+namespace {
+FileResult CopyContent(FileHandle& from, FileHandle& to)
+{
+    std::string piece(std::size_t{1} << 20, '\0');
+    for (long long offset = 0;;) {
+        std::size_t size = 0;
+        if (const FileResult result = from.ReadAt(offset, piece.data(), piece.size(), size); !result)
+            return result;
+        if (const FileResult result = WriteWhole(to, offset, {piece.data(), size}); !result)
+            return result;
+        if (size < piece.size())
+            return {};
+        offset += static_cast<long long>(size);
+    }
+}
+
+FileResult MakeAndRemove(const fs::path& path)
+{
+    std::unique_ptr<FileHandle> file;
+    if (const FileResult made = FileLayer::Get().Open(path, OpenMode::CreateNew, file); !made)
+        return made;
+    static_cast<void>(file->Close());
+    return FileLayer::Get().Remove(path);
+}
+
+bool SetMark(const TvlString& path, bool readOnly)
+{
+    return static_cast<bool>(Reported([&] {
+        const fs::path file = PathOf(path);
+        FileStatus status;
+        const FileResult found = FileLayer::Get().Stat(file, status);
+        return found && status.isReadOnly != readOnly ? FileLayer::Get().SetReadOnly(file, readOnly) : found;
+    }));
+}
+}   // namespace
+
+namespace File {
+
+bool IsWritable(const TvlString& path)
+{
+    FileStatus status;
+    return Reported([&] { return FileLayer::Get().Stat(PathOf(path), status); }) && status.kind == FileKind::File
+        && !status.isReadOnly;
+}
+
+bool MakeWritable(const TvlString& path) { return SetMark(path, false); }
+bool MakeReadonly(const TvlString& path) { return SetMark(path, true); }
+
+FileResult Copy(const TvlString& from, const TvlString& to, bool overwrite)
+{
+    return Reported([&] {
+        if (!overwrite && Path::Exists(to))
+            return FileResult(std::errc::file_exists);
+        std::unique_ptr<FileHandle> source;
+        if (const FileResult opened = FileLayer::Get().Open(PathOf(from), OpenMode::Read, source); !opened)
+            return opened;
+        return ReplaceFile(PathOf(to), [&](FileHandle& target) { return CopyContent(*source, target); });
+    });
+}
+
+}   // namespace File
+
+namespace Folder {
+
+bool IsWritable(const TvlString& path, WritableStatus* status)
+{
+    WritableStatus found = WritableStatus::Missing;
+    if (Exists(path)) {
+        // A folder's mark and rights don't tell all: the file system may be read-only as a whole.
+        const bool written = static_cast<bool>(Reported([&] { return MakeAndRemove(PathOf(path) / UniqueSuffix()); }));
+        found = written ? WritableStatus::Writable : WritableStatus::Refused;
+    }
+    if (status)
+        *status = found;
+    return found == WritableStatus::Writable;
+}
+
+FileResult Copy(const TvlString& from, const TvlString& to, bool overwrite)
+{
+    const TvlString source = Path::AddBackslash(from);
+    if (!Exists(source))
+        return std::errc::no_such_file_or_directory;
+    if (Path::Contains(source, to) && Path::Contains(to, source))
+        return {};
+    const bool isInside = Path::Contains(source, to);
+    const auto entries = File::Find(source, L"*", true, true);   // before anything is made
+    FileResult failure = EnsureExists(to);
+    for (const TvlString& entry : entries) {
+        if (isInside && Path::Contains(to, entry))
+            continue;
+        const TvlString target = Path::Combine(to, entry.Mid(source.GetLength()));
+        FileResult result;
+        if (Exists(entry))
+            result = EnsureExists(target);
+        else if (overwrite || !Path::Exists(target))
+            result = File::Copy(entry, target, true);
+        if (!result)
+            failure = result;
+    }
+    return failure;
+}
+
+}   // namespace Folder
+
+}   // namespace TvlUtils::SystemIO

@@ -1,0 +1,85 @@
+// Files by mask.
+#include "siblings/TvlUtils/SystemIO.h"
+
+#include "TvlUtils/FileAccess.h"
+
+#include <algorithm>
+
+namespace TvlUtils::SystemIO::File {
+
+namespace fs = std::filesystem;
+
+bool MatchesMask(const TvlString& name, const TvlString& mask)
+{
+    if (mask == L"*.*")
+        return true;
+    // Where the last "*" stands, and how much of the name it has taken so far: only the last one need be tried again.
+    int star = -1, taken = 0;
+    int at = 0, place = 0;
+    while (at < name.GetLength()) {
+        const wchar_t wanted = place < mask.GetLength() ? mask.GetAt(place) : L'\0';
+        if (wanted == L'*') {
+            star = place++;
+            taken = at;
+        } else if (place < mask.GetLength() && (wanted == L'?' || TvlFoldCase(wanted) == TvlFoldCase(name.GetAt(at)))) {
+            ++at;
+            ++place;
+        } else if (star >= 0) {
+            place = star + 1;
+            at = ++taken;
+        } else {
+            return false;
+        }
+    }
+    while (place < mask.GetLength() && mask.GetAt(place) == L'*')
+        ++place;
+    return place == mask.GetLength();
+}
+
+namespace {
+struct Search {
+    const TvlString& mask;
+    bool recursive;
+    bool withFolders;
+    std::vector<fs::path> waiting;   // folders to look into
+    std::vector<TvlString> found;
+
+    void LookInto(const fs::path& folder)
+    {
+        std::vector<FolderEntry> entries;
+        if (!FileLayer::Get().List(folder, entries))
+            return;
+        for (const FolderEntry& entry : entries) {
+            const bool isFolder = entry.kind == FileKind::Folder;
+            if ((!isFolder || withFolders) && MatchesMask(FromFilePath(entry.name), mask))
+                found.push_back(FromFilePath(folder / entry.name));
+            if (isFolder && recursive && !entry.isLink)
+                waiting.push_back(folder / entry.name);
+        }
+    }
+};
+
+bool StandsBefore(const TvlString& a, const TvlString& b)
+{
+    const int order = a.CompareNoCase(b);
+    return order != 0 ? order < 0 : a < b;
+}
+}   // namespace
+
+std::vector<TvlString> Find(const TvlString& folder, const TvlString& mask, bool recursive, bool withFolders)
+{
+    Search search{mask, recursive, withFolders, {}, {}};
+    static_cast<void>(Reported([&] {
+        search.waiting.push_back(PathOf(folder));
+        while (!search.waiting.empty()) {
+            const fs::path next = std::move(search.waiting.back());
+            search.waiting.pop_back();
+            search.LookInto(next);
+        }
+        return FileResult();
+    }));
+    std::sort(search.found.begin(), search.found.end(), StandsBefore);
+    return std::move(search.found);
+}
+
+}   // namespace TvlUtils::SystemIO::File

@@ -1,0 +1,35 @@
+// The user's known folders.
+#include "Windows/SystemPorts.h"
+
+#include <memory>
+#include <windows.h>
+
+#include <knownfolders.h>
+#include <shlobj.h>
+
+namespace Ports {
+
+namespace {
+std::wstring KnownFolder(const KNOWNFOLDERID& id)
+{
+    wchar_t* path = nullptr;
+    const HRESULT result = SHGetKnownFolderPath(id, 0, nullptr, &path);
+    const std::unique_ptr<wchar_t, decltype(&CoTaskMemFree)> owned(path, CoTaskMemFree);
+    return SUCCEEDED(result) && owned ? std::wstring(owned.get()) : std::wstring();
+}
+
+class Win32UserFolders final : public UserFolders {
+public:
+    std::wstring ApplicationData() const override { return KnownFolder(FOLDERID_RoamingAppData); }
+    std::wstring Documents() const override { return KnownFolder(FOLDERID_Documents); }
+};
+}   // namespace
+
+template <>
+UserFolders& SystemPort<UserFolders>()
+{
+    static Win32UserFolders folders;
+    return folders;
+}
+
+}   // namespace Ports
