@@ -284,32 +284,37 @@ TEST_F(Duplication, CopiesWhoOwnsToo)
     EXPECT_THAT(Shape::died, testing::ElementsAre(copy));
 }
 
-/// A million links: copying them one by one, and letting go of the copies in the order of the chain, against it, or in
-/// runs that stand in no order. Nested destruction would need more than any stack.
+/// Copies that stand in the order of their chain, against it, or in runs of no order. Nested destruction would need more
+/// than any stack.
 TEST_F(Duplication, LetsGoOfLongChainsWithoutNesting)
 {
-    constexpr int kLength = 1'000'000;
-    constexpr int kRun = 100'000;
-    const auto inOrder = [](int i) { return i; };
-    const auto against = [](int i) { return kLength - 1 - i; };
-    const auto inRuns = [](int i) { return (i / kRun * 7 % 10) * kRun + i % kRun; };
-    const std::vector<Shape> sources(kLength);
-    for (const auto place : std::vector<int (*)(int)>{inOrder, against, inRuns}) {
-        std::vector<std::shared_ptr<Link>> links(kLength);
+    struct Row {
+        std::size_t length;
+        std::size_t (*place)(std::size_t i, std::size_t length);
+    };
+    const auto inOrder = [](std::size_t i, std::size_t) { return i; };
+    const auto against = [](std::size_t i, std::size_t length) { return length - 1 - i; };
+    const auto inRuns = [](std::size_t i, std::size_t length) {
+        const std::size_t run = length / 10;
+        return (i / run * 7 % 10) * run + i % run;
+    };
+    const Row rows[] = {{1'000'000, inOrder}, {300'000, against}, {300'000, inRuns}};
+    const std::vector<Shape> sources(rows[0].length);
+    for (const auto& [length, place] : rows) {
+        std::vector<std::shared_ptr<Link>> links(length);
         for (auto& link : links)
             link = std::make_shared<Link>();
         DuplicationContextImpl replaced;
         {
             DuplicationContextImpl context;
-            for (int i = 0; i < kLength; ++i)
-                context.MapPtrInstance(
-                    &sources[static_cast<std::size_t>(i)], links[static_cast<std::size_t>(place(i))]);
-            for (std::size_t i = 0; i + 1 < links.size(); ++i)
+            for (std::size_t i = 0; i < length; ++i)
+                context.MapPtrInstance(&sources[i], links[place(i, length)]);
+            for (std::size_t i = 0; i + 1 < length; ++i)
                 links[i]->next = links[i + 1];
             links.clear();
             replaced = context;
         }
-        EXPECT_EQ(Link::alive, kLength);
+        EXPECT_EQ(Link::alive, static_cast<int>(length));
         replaced = DuplicationContextImpl();
         EXPECT_EQ(Link::alive, 0);
     }
