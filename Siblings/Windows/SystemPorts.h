@@ -6,6 +6,7 @@
 #include "windows/Locale.h"
 #include "windows/Modules.h"
 #include "windows/Terminal.h"
+#include "windows/UserFolders.h"
 #include "windows/Windowing.h"
 
 namespace Ports {
@@ -23,6 +24,8 @@ template <>
 Modules& SystemPort<Modules>();
 template <>
 Terminal& SystemPort<Terminal>();
+template <>
+UserFolders& SystemPort<UserFolders>();
 template <>
 Windowing& SystemPort<Windowing>();
 

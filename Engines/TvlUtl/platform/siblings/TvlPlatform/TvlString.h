@@ -86,6 +86,35 @@ public:
         return count;
     }
 
+    /// Turns letters into small ones, by simple case folding and independent of the locale.
+    TvlStringT& MakeLower()
+    {
+        for (C& c : m_text)
+            c = static_cast<C>(TvlFoldCase(static_cast<wchar_t>(c)));
+        return *this;
+    }
+    /// Removes the characters of `set` from both ends.
+    TvlStringT& Trim(const C* set)
+    {
+        m_text.erase(std::min(m_text.find_last_not_of(set) + 1, m_text.size()));
+        m_text.erase(0, m_text.find_first_not_of(set));
+        return *this;
+    }
+    /// The next piece at or after `start` between characters of `delimiters`, which are passed over in a row; `start` goes
+    /// behind it. Empty, with `start` -1, when there is no further piece.
+    TvlStringT Tokenize(const C* delimiters, int& start) const
+    {
+        const std::size_t begin = start < 0 ? std::basic_string<C>::npos
+                                            : m_text.find_first_not_of(delimiters, static_cast<std::size_t>(start));
+        if (begin == std::basic_string<C>::npos) {
+            start = npos;
+            return TvlStringT();
+        }
+        const std::size_t end = std::min(m_text.find_first_of(delimiters, begin), m_text.size());
+        start = static_cast<int>(std::min(end + 1, m_text.size()));
+        return TvlStringT(m_text.data() + begin, end - begin);
+    }
+
     /// Negative, 0 or positive as this text stands before, equals or stands after `other`.
     int Compare(const TvlStringT& other, CompareCase mode = CompareCase::Sensitive) const
     {

@@ -1,0 +1,22 @@
+// Folders that the system keeps for the user.
+#pragma once
+
+#include "siblings/SiblingsApi.h"
+
+#include <string>
+
+namespace Ports {
+
+class TVLSIBLINGS_API UserFolders {
+public:
+    static UserFolders& Get();
+    /// Replaces the port; null restores the system's. The caller keeps ownership.
+    static void SetForTests(UserFolders*);
+
+    virtual ~UserFolders() = default;
+    /// FOLDERID_RoamingAppData: where programs keep the user's settings; empty when the system does not tell. On linux
+    /// XDG_CONFIG_HOME, or ".config" in the home folder.
+    virtual std::wstring ApplicationData() const = 0;
+};
+
+}   // namespace Ports
