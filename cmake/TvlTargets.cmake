@@ -62,8 +62,9 @@ function(tvl_library_folder name)
     set_property(GLOBAL APPEND PROPERTY TVL_FOLDERS TvlUtl_${name})
 endfunction()
 
-# A request that no heap can meet answers null under a sanitizer too, as it does without one.
-set(TVL_TEST_ENVIRONMENT "ASAN_OPTIONS=allocator_may_return_null=1;TSAN_OPTIONS=allocator_may_return_null=1"
+# Tests write to a registry of the build's own. A request that no heap can meet answers null under a sanitizer too, as it does without one.
+set(TVL_TEST_ENVIRONMENT "TVL_REGISTRY=${CMAKE_BINARY_DIR}/test-registry.db"
+    "ASAN_OPTIONS=allocator_may_return_null=1;TSAN_OPTIONS=allocator_may_return_null=1"
     "UBSAN_OPTIONS=print_stacktrace=1;WINEDEBUG=-all")
 
 # One test program for a folder of tests, linked to the shared libraries as an application is.

@@ -9,7 +9,6 @@
 #include <vector>
 
 using nlohmann::ordered_json;
-using TvlUtils::SeekOrigin;
 using TvlUtils::Stream;
 using TvlUtils::StreamAccess;
 

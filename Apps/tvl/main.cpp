@@ -9,7 +9,8 @@
 #include <algorithm>
 #include <iostream>
 
-int main()
+// What is thrown before the arguments are read ends the program.
+int main()   // NOLINT(bugprone-exception-escape)
 {
     std::ios::sync_with_stdio(false);
     CLI::App app{"Tries the suite's utilities library on real input.", "tvl"};

@@ -4,6 +4,7 @@
 #include "siblings/TvlPlatform/TextEncoding.h"
 
 #include <algorithm>
+#include <cstdarg>
 #include <cstdio>
 
 namespace TvlPlatform {
@@ -25,13 +26,56 @@ struct Conversion {
     char type = 0;
 };
 
+/// Arguments that carry their types.
+class TypedArguments {
+public:
+    TypedArguments(const FormatArgument* arguments, std::size_t count) : m_next(arguments), m_end(arguments + count) { }
+
+    FormatArgument Next(const Conversion&) { return m_next < m_end ? *m_next++ : FormatArgument(); }
+
+private:
+    const FormatArgument* m_next;
+    const FormatArgument* m_end;
+};
+
+/// Arguments of a C function, whose types the form alone tells.
 template <class C>
+class VariadicArguments {
+public:
+    explicit VariadicArguments(std::va_list arguments) { va_copy(m_arguments, arguments); }
+    ~VariadicArguments() { va_end(m_arguments); }
+    VariadicArguments(const VariadicArguments&) = delete;
+    VariadicArguments& operator=(const VariadicArguments&) = delete;
+
+    FormatArgument Next(const Conversion& conversion)
+    {
+        static constexpr std::string_view kReals = "fFeEgGaA";
+        static constexpr std::string_view kIntegers = "diuxXocC";
+        const char type = conversion.type;
+        if (type == 's' || type == 'S') {
+            // A small s is text as wide as the form, a capital one the other; a size prefix decides over both.
+            const bool wide = conversion.textSize ? conversion.textSize == 'l' : (type == 's') == (sizeof(C) > 1);
+            return wide ? FormatArgument(va_arg(m_arguments, const wchar_t*))
+                        : FormatArgument(va_arg(m_arguments, const char*));
+        }
+        if (type == 'p')
+            return va_arg(m_arguments, const void*);
+        if (type && kReals.find(type) != std::string_view::npos)
+            return va_arg(m_arguments, double);
+        if (!type || kIntegers.find(type) == std::string_view::npos)
+            return {};
+        return conversion.bytes == 8 ? FormatArgument(va_arg(m_arguments, long long))
+                                     : FormatArgument(va_arg(m_arguments, int));
+    }
+
+private:
+    std::va_list m_arguments;
+};
+
+template <class C, class Arguments>
 class FormReader {
 public:
-    FormReader(std::basic_string_view<C> text, const FormatArgument* arguments, std::size_t count)
-        : m_form(text), m_arguments(arguments), m_count(count)
-    {
-    }
+    FormReader(std::basic_string_view<C> text, Arguments& arguments) : m_form(text), m_arguments(arguments) { }
 
     std::basic_string<C> Run()
     {
@@ -59,16 +103,13 @@ private:
         return true;
     }
 
-    const FormatArgument& Next()
-    {
-        static const FormatArgument none;
-        return m_next < m_count ? m_arguments[m_next++] : none;
-    }
-
     int ReadNumber()
     {
-        if (Take("*"))
-            return static_cast<int>(std::clamp<long long>(Next().integer, -kMostDigits, kMostDigits));
+        if (Take("*")) {
+            Conversion number;
+            number.type = 'd';
+            return static_cast<int>(std::clamp<long long>(m_arguments.Next(number).integer, -kMostDigits, kMostDigits));
+        }
         int number = 0;
         for (; Peek() >= '0' && Peek() <= '9'; ++m_at)
             number = std::min(number * 10 + static_cast<int>(Peek() - '0'), kMostDigits);
@@ -124,7 +165,7 @@ private:
         case 'x':
         case 'X':
         case 'o':
-            return AppendInteger(out, conversion, Next());
+            return AppendInteger(out, conversion, m_arguments.Next(conversion));
         case 'f':
         case 'F':
         case 'e':
@@ -133,15 +174,15 @@ private:
         case 'G':
         case 'a':
         case 'A':
-            return AppendReal(out, conversion, Next());
+            return AppendReal(out, conversion, m_arguments.Next(conversion));
         case 'c':
         case 'C':
-            return AppendPadded(out, conversion, {static_cast<wchar_t>(Next().integer)});
+            return AppendPadded(out, conversion, {static_cast<wchar_t>(m_arguments.Next(conversion).integer)});
         case 's':
         case 'S':
-            return AppendText(out, conversion, Next());
+            return AppendText(out, conversion, m_arguments.Next(conversion));
         case 'p':
-            return AppendPointer(out, Next());
+            return AppendPointer(out, m_arguments.Next(conversion));
         default:
             return;
         }
@@ -219,21 +260,33 @@ private:
     }
 
     std::basic_string_view<C> m_form;
-    const FormatArgument* m_arguments;
-    std::size_t m_count;
-    std::size_t m_next = 0;
+    Arguments& m_arguments;
     std::size_t m_at = 0;
 };
 }   // namespace
 
 std::wstring FormatText(const wchar_t* form, const FormatArgument* arguments, std::size_t count)
 {
-    return FormReader<wchar_t>(form, arguments, count).Run();
+    TypedArguments source(arguments, count);
+    return FormReader<wchar_t, TypedArguments>(form, source).Run();
 }
 
 std::string FormatText(const char* form, const FormatArgument* arguments, std::size_t count)
 {
-    return FormReader<char>(form, arguments, count).Run();
+    TypedArguments source(arguments, count);
+    return FormReader<char, TypedArguments>(form, source).Run();
+}
+
+std::wstring FormatVariadic(const wchar_t* form, std::va_list arguments)
+{
+    VariadicArguments<wchar_t> source(arguments);
+    return FormReader<wchar_t, VariadicArguments<wchar_t>>(form, source).Run();
+}
+
+std::string FormatVariadic(const char* form, std::va_list arguments)
+{
+    VariadicArguments<char> source(arguments);
+    return FormReader<char, VariadicArguments<char>>(form, source).Run();
 }
 
 }   // namespace TvlPlatform

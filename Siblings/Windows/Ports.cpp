@@ -25,6 +25,7 @@ Port& Current()
 
 TVL_PORT(Debug)
 TVL_PORT(Environment)
+TVL_PORT(Internet)
 TVL_PORT(Locale)
 TVL_PORT(Modules)
 TVL_PORT(Terminal)

@@ -3,6 +3,7 @@
 
 #include "windows/Debug.h"
 #include "windows/Environment.h"
+#include "windows/Internet.h"
 #include "windows/Locale.h"
 #include "windows/Modules.h"
 #include "windows/Terminal.h"
@@ -18,6 +19,8 @@ template <>
 Debug& SystemPort<Debug>();
 template <>
 Environment& SystemPort<Environment>();
+template <>
+Internet& SystemPort<Internet>();
 template <>
 Locale& SystemPort<Locale>();
 template <>

@@ -39,7 +39,11 @@ TEST_P(ExifPatch, OverwritesTheValueFieldAndNoOtherByte)
     const bool big = GetParam();
     const auto entry = [&](unsigned type, std::uint32_t count) {
         // Filled with a byte that no patch writes.
-        return ExifBlock(big).Shorts(256, {7}).Entry(274, type, count, Bytes(count * 8, 0x55)).Shorts(274, {7}).Build();
+        return ExifBlock(big)
+            .Shorts(256, {7})
+            .Entry(274, type, count, Bytes(std::size_t{count} * 8, 0x55))
+            .Shorts(274, {7})
+            .Build();
     };
     struct Case {
         unsigned type;

@@ -49,8 +49,8 @@ bool ExifDirectoryWalk::Advance()
 
 long long ExifDirectoryWalk::ValueFieldPosition() const
 {
-    const auto behind = static_cast<long long>((m_held - m_used + 1) * ExifDirectoryEntry::kSize);
-    return m_end - behind + static_cast<long long>(ExifDirectoryEntry::kValueField);
+    const std::size_t behind = (m_held - m_used + 1) * ExifDirectoryEntry::kSize - ExifDirectoryEntry::kValueField;
+    return m_end - static_cast<long long>(behind);
 }
 
 bool ExifDirectoryWalk::Fail()

@@ -12,9 +12,9 @@ constexpr std::size_t kMostRoom = 65536;
 #define __has_feature(name) 0
 #endif
 #if defined(__SANITIZE_ADDRESS__) || __has_feature(address_sanitizer)
-constexpr bool kSharesChunks = false;   // the sanitizer then sees where each block ends
+constexpr std::size_t kLargestCarved = 0;   // the sanitizer then sees where each block ends
 #else
-constexpr bool kSharesChunks = true;
+constexpr std::size_t kLargestCarved = kFirstRoom / 4;
 #endif
 }   // namespace
 
@@ -48,7 +48,7 @@ void ExifMemory::Release(Chunk* chunk) noexcept
 void* ExifMemory::Allocate(std::size_t size) noexcept
 {
     const std::size_t needed = sizeof(Block) + (size + kAlignment - 1) / kAlignment * kAlignment;
-    if (!kSharesChunks || needed > kFirstRoom / 4)
+    if (needed > kLargestCarved)
         return AllocateAlone(size);
     if (needed > m_left) {
         const std::size_t room = std::clamp(2 * m_chunkRoom, kFirstRoom, kMostRoom);

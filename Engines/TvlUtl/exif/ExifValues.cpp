@@ -121,7 +121,7 @@ TvlString Utf16Text(Bytes bytes)
 template <class... Arguments>
 void AppendNumber(TvlString& text, Arguments... arguments)
 {
-    char digits[32];
+    char digits[32] = {};
     const auto written = std::to_chars(std::begin(digits), std::end(digits), arguments...);
     for (const char* digit = digits; digit != written.ptr; ++digit)
         text += static_cast<wchar_t>(*digit);

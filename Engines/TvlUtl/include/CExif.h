@@ -5,6 +5,7 @@
 #include "siblings/TvlPlatform/TvlString.h"
 #include "siblings/TvlUtils/Stream.h"
 
+#include <utility>
 #include <vector>
 
 /// Result of CExifTag::ReadTag.

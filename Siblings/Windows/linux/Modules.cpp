@@ -50,6 +50,8 @@ public:
             return std::nullopt;
         return TvlPlatform::FromUtf8(value);
     }
+
+    bool IsSandboxed() const override { return std::getenv("FLATPAK_ID") || std::getenv("SNAP"); }
 };
 }   // namespace
 

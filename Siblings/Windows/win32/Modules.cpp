@@ -46,6 +46,18 @@ public:
         value.resize(GetEnvironmentVariableW(name.c_str(), value.data(), static_cast<DWORD>(value.size())));
         return value;
     }
+
+    bool IsSandboxed() const override
+    {
+        // Looked up, since the function is younger than the oldest system that is supported.
+        using PackageName = LONG(WINAPI*)(UINT32*, wchar_t*);
+        FARPROC const address = GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "GetCurrentPackageFullName");
+        if (!address)
+            return false;
+        UINT32 length = 0;
+        return reinterpret_cast<PackageName>(reinterpret_cast<void*>(address))(&length, nullptr)
+            == ERROR_INSUFFICIENT_BUFFER;
+    }
 };
 }   // namespace
 

@@ -1,4 +1,4 @@
-// Environment variables of the process.
+// Surroundings of the process: its variables and its sandbox.
 #pragma once
 
 #include "siblings/SiblingsApi.h"
@@ -17,6 +17,9 @@ public:
     virtual ~Environment() = default;
     /// Value of a variable; empty when it is not set.
     virtual std::optional<std::wstring> Variable(const std::wstring& name) const = 0;
+    /// Whether the process runs in an application store's sandbox: with a package identity on windows, in Flatpak or
+    /// Snap on linux.
+    virtual bool IsSandboxed() const = 0;
 };
 
 }   // namespace Ports

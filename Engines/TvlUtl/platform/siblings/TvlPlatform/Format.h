@@ -3,6 +3,7 @@
 
 #include "siblings/SiblingsApi.h"
 
+#include <cstdarg>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -51,5 +52,9 @@ public:
 /// Formats `count` arguments by a printf form; see TvlStringT::Format. Never throws for a wrong form.
 TVLSIBLINGS_API std::wstring FormatText(const wchar_t* form, const FormatArgument* arguments, std::size_t count);
 TVLSIBLINGS_API std::string FormatText(const char* form, const FormatArgument* arguments, std::size_t count);
+
+/// The same for the arguments of a C function, which must fit the form: integers of 32 bits unless I64 or ll says 64.
+TVLSIBLINGS_API std::wstring FormatVariadic(const wchar_t* form, std::va_list arguments);
+TVLSIBLINGS_API std::string FormatVariadic(const char* form, std::va_list arguments);
 
 }   // namespace TvlPlatform

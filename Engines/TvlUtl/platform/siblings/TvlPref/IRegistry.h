@@ -1,0 +1,77 @@
+// The registry, as the rest of the suite reaches it.
+#pragma once
+
+#include "siblings/SiblingsApi.h"
+
+namespace PREFUTILS {
+
+/// Win32 status codes that the registry gives.
+enum RegistryStatus : LONG {
+    kRegistryOk = 0,
+    kRegistryNotFound = 2,            // ERROR_FILE_NOT_FOUND
+    kRegistryAccessDenied = 5,        // ERROR_ACCESS_DENIED
+    kRegistryInvalidHandle = 6,       // ERROR_INVALID_HANDLE
+    kRegistryInvalidParameter = 87,   // ERROR_INVALID_PARAMETER
+    kRegistryOpenFailed = 110,        // ERROR_OPEN_FAILED
+    kRegistryDiskFull = 112,          // ERROR_DISK_FULL
+    kRegistryBadPath = 161,           // ERROR_BAD_PATHNAME
+    kRegistryBusy = 170,              // ERROR_BUSY
+    kRegistryMoreData = 234,          // ERROR_MORE_DATA
+    kRegistryNoMoreItems = 259,       // ERROR_NO_MORE_ITEMS
+    kRegistryCorrupt = 1015,          // ERROR_REGISTRY_CORRUPT
+    kRegistryKeyDeleted = 1018,       // ERROR_KEY_DELETED
+};
+
+/// Value types, with Windows' numbers.
+enum RegistryType : DWORD {
+    kRegistryText = 1,             // REG_SZ
+    kRegistryExpandableText = 2,   // REG_EXPAND_SZ
+    kRegistryBinary = 3,           // REG_BINARY
+    kRegistryDword = 4,            // REG_DWORD
+    kRegistryTextList = 7,         // REG_MULTI_SZ
+};
+
+/// Access masks.
+enum RegistryAccess : DWORD {
+    kRegistryRead = 0x20019,        // KEY_READ
+    kRegistryWrite = 0x20006,       // KEY_WRITE
+    kRegistryReadWrite = 0x2001F,   // KEY_READ | KEY_WRITE
+};
+
+/// A predefined root, by its Windows number (0x80000000 to 0x80000005).
+inline HKEY RegistryRoot(DWORD number)
+{
+    // The handle is the sign-extended number, as the Windows headers define it.
+    return reinterpret_cast<HKEY>(static_cast<std::intptr_t>(static_cast<std::int32_t>(number)));
+}
+
+/// The registry's calls, with the parameters and the status codes of the Win32 calls of the same names. Text values are
+/// wide text and their sizes are in bytes of it; names and paths are compared without case.
+/// Safe to call from any thread; a handle belongs to one thread at a time.
+class TVLSIBLINGS_API IRegistry {
+public:
+    /// The process-wide registry: the system's on windows, the file named by TVL_REGISTRY on linux.
+    static IRegistry& GetInstance();
+    /// Replaces the registry; null restores the process-wide one. The caller keeps ownership.
+    static void SetForTests(IRegistry*);
+
+    virtual ~IRegistry() = default;
+    virtual LONG RegOpenKeyExW(HKEY key, const wchar_t* path, DWORD options, DWORD access, HKEY* opened) = 0;
+    virtual LONG RegCloseKey(HKEY key) = 0;
+    /// `securityAttributes` and `className` have no effect.
+    virtual LONG RegCreateKeyExW(HKEY key, const wchar_t* path, DWORD reserved, wchar_t* className, DWORD options,
+        DWORD access, const void* securityAttributes, HKEY* opened, DWORD* disposition) = 0;
+    /// Deletes a key with everything below it, where the Win32 call refuses a key that has subkeys.
+    virtual LONG RegDeleteKeyW(HKEY key, const wchar_t* path) = 0;
+    virtual LONG RegEnumKeyExW(HKEY key, DWORD index, wchar_t* name, DWORD* nameLength, DWORD* reserved,
+        wchar_t* className, DWORD* classLength, void* lastWriteTime) = 0;
+    virtual LONG RegEnumValueW(HKEY key, DWORD index, wchar_t* name, DWORD* nameLength, DWORD* reserved, DWORD* type,
+        BYTE* data, DWORD* size) = 0;
+    virtual LONG RegSetValueExW(
+        HKEY key, const wchar_t* name, DWORD reserved, DWORD type, const BYTE* data, DWORD size) = 0;
+    virtual LONG RegQueryValueExW(
+        HKEY key, const wchar_t* name, DWORD* reserved, DWORD* type, BYTE* data, DWORD* size) = 0;
+    virtual LONG RegDeleteValueW(HKEY key, const wchar_t* name) = 0;
+};
+
+}   // namespace PREFUTILS

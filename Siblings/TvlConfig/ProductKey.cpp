@@ -1,0 +1,3 @@
+#include "siblings/TvlConfig/ProductKey.h"
+
+TvlString INIGetRegistryProductKey() { return L"SOFTWARE\\Tovel\\Suite"; }

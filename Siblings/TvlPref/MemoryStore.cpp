@@ -1,0 +1,129 @@
+// A registry's keys and values in memory.
+#include "siblings/TvlPref/StoredRegistry.h"
+
+#include "TvlPref/FoldedName.h"
+
+#include <iterator>
+#include <map>
+
+namespace PREFUTILS {
+
+namespace {
+struct Key {
+    std::wstring name;
+    RegistryStore::KeyId id = 0;
+    Key* parent = nullptr;
+    std::map<std::wstring, std::unique_ptr<Key>> subkeys;   // by folded name
+    std::map<std::wstring, std::pair<std::wstring, RegistryValue>> values;
+};
+
+class MemoryStore final : public RegistryStore {
+public:
+    KeyId FindKey(std::wstring_view path) override
+    {
+        bool created = false;
+        Key* const key = Walk(path, false, created);
+        return key ? key->id : 0;
+    }
+
+    KeyId CreateKey(std::wstring_view path, bool& created) override { return Walk(path, true, created)->id; }
+    bool KeyLives(KeyId key) override { return m_byId.contains(key); }
+
+    void DeleteTree(std::wstring_view path) override
+    {
+        bool created = false;
+        Key* const key = Walk(path, false, created);
+        if (!key)
+            return;
+        std::vector<Key*> doomed{key};
+        for (std::size_t i = 0; i < doomed.size(); ++i) {
+            for (const auto& [folded, subkey] : doomed[i]->subkeys)
+                doomed.push_back(subkey.get());
+            m_byId.erase(doomed[i]->id);
+        }
+        // From the leaves up, so that a deep tree is not destroyed by recursion.
+        for (auto last = doomed.rbegin(); last != doomed.rend(); ++last)
+            (*last)->parent->subkeys.erase(FoldedName((*last)->name));
+    }
+
+    std::optional<std::wstring> SubkeyName(KeyId key, DWORD index) override
+    {
+        const Key* const live = Live(key);
+        if (!live || index >= live->subkeys.size())
+            return std::nullopt;
+        return std::next(live->subkeys.begin(), static_cast<std::ptrdiff_t>(index))->second->name;
+    }
+
+    std::optional<std::pair<std::wstring, RegistryValue>> ValueAt(KeyId key, DWORD index) override
+    {
+        const Key* const live = Live(key);
+        if (!live || index >= live->values.size())
+            return std::nullopt;
+        return std::next(live->values.begin(), static_cast<std::ptrdiff_t>(index))->second;
+    }
+
+    std::optional<RegistryValue> Value(KeyId key, std::wstring_view name) override
+    {
+        const Key* const live = Live(key);
+        if (!live)
+            return std::nullopt;
+        const auto found = live->values.find(FoldedName(name));
+        return found == live->values.end() ? std::nullopt : std::optional(found->second.second);
+    }
+
+    bool SetValue(KeyId key, std::wstring_view name, const RegistryValue& value) override
+    {
+        Key* const live = Live(key);
+        if (!live)
+            return false;
+        const auto [place, isNew] = live->values.try_emplace(FoldedName(name), name, value);
+        if (!isNew)
+            place->second.second = value;
+        return true;
+    }
+
+    bool DeleteValue(KeyId key, std::wstring_view name) override
+    {
+        Key* const live = Live(key);
+        return live && live->values.erase(FoldedName(name)) > 0;
+    }
+
+private:
+    /// Null when the key has been deleted.
+    Key* Live(KeyId key) const
+    {
+        const auto found = m_byId.find(key);
+        return found == m_byId.end() ? nullptr : found->second;
+    }
+
+    Key* Walk(std::wstring_view path, bool create, bool& created)
+    {
+        Key* key = &m_root;
+        // Roots are always there.
+        for (bool isRoot = true; !path.empty(); isRoot = false) {
+            const auto part = path.substr(0, path.find(L'\\'));
+            path.remove_prefix(std::min(part.size() + 1, path.size()));
+            auto& subkeys = key->subkeys;
+            auto found = subkeys.find(FoldedName(part));
+            if (found == subkeys.end()) {
+                if (!create && !isRoot)
+                    return nullptr;
+                found = subkeys.emplace(FoldedName(part), std::make_unique<Key>()).first;
+                *found->second = Key{std::wstring(part), ++m_lastId, key, {}, {}};
+                m_byId.emplace(m_lastId, found->second.get());
+                created = true;
+            }
+            key = found->second.get();
+        }
+        return key;
+    }
+
+    Key m_root;
+    KeyId m_lastId = 0;
+    std::unordered_map<KeyId, Key*> m_byId;
+};
+}   // namespace
+
+std::unique_ptr<RegistryStore> MakeMemoryStore() { return std::make_unique<MemoryStore>(); }
+
+}   // namespace PREFUTILS

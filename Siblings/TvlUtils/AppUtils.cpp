@@ -1,0 +1,9 @@
+#include "siblings/TvlUtils/AppUtils.h"
+
+#include "windows/Environment.h"
+
+namespace TvlUtils::AppUtils {
+
+bool IsSandboxedApp() { return Ports::Environment::Get().IsSandboxed(); }
+
+}   // namespace TvlUtils::AppUtils

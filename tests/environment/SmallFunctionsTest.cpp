@@ -1,0 +1,71 @@
+// Byte sizes and bounded strings.
+#include "BoundedStrings.h"
+#include "DataSize.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+namespace {
+
+TEST(DataSize, PicksTheClassAndTheDigits)
+{
+    struct Row {
+        unsigned long long bytes;
+        const wchar_t* text;
+    };
+    constexpr Row kRows[] = {
+        {0, L"0 bytes"},
+        {1023, L"1023 bytes"},
+        {1024, L"1.00 KB"},
+        {1536, L"1.50 KB"},
+        {10240, L"10.00 KB"},
+        {10250, L"10.0 KB"},
+        {102400, L"100.0 KB"},
+        {103000, L"100 KB"},
+        {1048576, L"1.00 MB"},
+        {1099511627775, L"1023 GB"},
+        {1099511627776, L"1.00 TB"},
+        {18446744073709551615ull, L"16777216 TB"},
+    };
+    for (const auto& [bytes, text] : kRows)
+        EXPECT_EQ(TvlUtl::FormatDataSize(bytes), text) << bytes;
+    EXPECT_EQ(TvlUtl::FormatSizeType(TvlUtl::eSizeKilobytes, 100.5, false), L"100");
+    EXPECT_EQ(TvlUtl::GetSizeTypeString(static_cast<TvlUtl::ESizeType>(9)), L"bytes");
+    EXPECT_EQ(TvlUtl::GetSizeTypeString(static_cast<TvlUtl::ESizeType>(-1)), L"bytes");
+}
+
+TEST(BoundedStrings, CutAndEndWithinTheBuffer)
+{
+    char buffer[8] = "#######";
+    EXPECT_EQ(TvlUtl::StringCopy(buffer, 0, "abc"), buffer);
+    EXPECT_STREQ(buffer, "#######");
+    EXPECT_STREQ(TvlUtl::StringCopy(buffer, 1, "abc"), "");
+    EXPECT_STREQ(TvlUtl::StringCopy(buffer, 3, "abc"), "ab");
+    EXPECT_EQ(buffer[3], '#');
+    EXPECT_STREQ(TvlUtl::StringCopyN(buffer, 8, "abcdef", 2), "ab");
+    EXPECT_STREQ(TvlUtl::StringCopyN(buffer, 8, "abcdef", 2147483647), "");
+    EXPECT_STREQ(TvlUtl::StringCopy(buffer, 8, "ab"), "ab");
+    EXPECT_STREQ(TvlUtl::StringCopy(buffer, 2147483648u, "xyz"), "");
+    EXPECT_STREQ(TvlUtl::StringAppend(TvlUtl::StringCopy(buffer, 8, "abc"), 6, "defgh"), "abcde");
+    EXPECT_STREQ(TvlUtl::StringAppend(buffer, 5, "x"), "abcde");   // no end mark within 5
+    EXPECT_STREQ(TvlUtl::StringAppend(buffer, 0, "x"), "abcde");
+}
+
+TEST(BoundedStrings, PrintOrTellWhatDidNotFit)
+{
+    wchar_t buffer[8] = L"#######";
+    EXPECT_EQ(TvlUtl::StringPrintf(buffer, 8, L"%s-%S-%d", L"a", "b", 12), 6);
+    EXPECT_STREQ(buffer, L"a-b-12");
+    EXPECT_EQ(TvlUtl::StringPrintf(buffer, 4, L"%I64d", 123456789012ll), -1);
+    EXPECT_STREQ(buffer, L"123");
+    EXPECT_EQ(TvlUtl::StringPrintf(buffer, 4, L"%.1f", 1.25), 3);
+    EXPECT_EQ(TvlUtl::StringPrintf(buffer, 0, L"x"), -1);
+    EXPECT_STREQ(buffer, L"1.2");
+    EXPECT_EQ(TvlUtl::StringPrintf(buffer, 2147483648u, L"x"), -1);
+    EXPECT_STREQ(buffer, L"");
+    char narrow[8];
+    EXPECT_EQ(TvlUtl::StringPrintf(narrow, 8, "%s|%S|%c", "a", L"b", 'c'), 5);
+    EXPECT_STREQ(narrow, "a|b|c");
+}
+
+}   // namespace
