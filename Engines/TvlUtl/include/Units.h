@@ -29,9 +29,11 @@ enum UNITName : int {
 /// Decimals that stand for none at all, where 0 stands for a unit's own.
 constexpr unsigned kUnitNoDecimals = 10000;
 
+extern "C" {
+
 /// Reads the user's separators once; 1, or 0 when a setting can't be read. Before that the decimal separator is "." and
 /// the list separator ",". The measure texts read them anew each time.
-TVLUTL_API int UNITInitialize();
+TVLUTL_API int UNITInitialize() noexcept;
 
 // Conversion. The order of multiplications is part of the contract: documents store the results.
 
@@ -47,6 +49,8 @@ TVLUTL_API double UNITConvertUnitToUnit(unsigned to, unsigned from, double res, 
 TVLUTL_API double UNITConvertResUnitToUnit(unsigned to, unsigned from, double value) noexcept;
 /// Pixels per kilometre; 300 gives 11811023.622047244, a little less than the default's rounded number.
 TVLUTL_API double UNITConvertResToBase(unsigned dotsPerInch) noexcept;
+
+}   // extern "C"
 
 // Measure text, at most 49 characters before the regional form groups the digits. Empty for the sentinel, when a setting
 // of the locale can't be read, and, with an error box, for an id that has no text here (24 to 26, 28 to 36, unknown).
@@ -65,14 +69,17 @@ TVLUTL_API TvlString UNITConvToUnitAndStringEx(
 TVLUTL_API TvlString UNITPreciseConvToUnitAndString(
     double base, int unit, double res, unsigned decimals, int trim) noexcept;
 
+/// A name of a unit, up to 20 characters; of a custom unit the third name has 2. A comma in it becomes the list separator.
+/// @param which bits of UNITName; without one the name is empty
+TVLUTL_API TvlString UNITGetUnitAsString(int unit, int which) noexcept;
+
+extern "C" {
+
 // What a unit is like.
 
 /// Ids ended by -1, in static storage; null without a bit of UNITArray, and for the custom units as long as
 /// UNITCustomInitialize has not read them.
 TVLUTL_API const int* UNITGetUnitArray(int flags) noexcept;
-/// A name of a unit, up to 20 characters; of a custom unit the third name has 2. A comma in it becomes the list separator.
-/// @param which bits of UNITName; without one the name is empty
-TVLUTL_API TvlString UNITGetUnitAsString(int unit, int which) noexcept;
 /// Default decimals; 1 for an unknown id.
 TVLUTL_API unsigned UNITGetDefDecimalPrecision(int unit) noexcept;
 /// Copies the separator inside a measure of the unit, the decimal or (3, 12) the list separator, to a buffer of at least 4
@@ -108,3 +115,5 @@ TVLUTL_API int UNITCustomUnInitialize() noexcept;
 TVLUTL_API int UNITIsValidCustomUnit(int id) noexcept;
 /// The base unit of a custom id; ids 1 to 39 stand for themselves; else 0.
 TVLUTL_API int UNITCustomUnitMappedUsing(int id) noexcept;
+
+}   // extern "C"

@@ -13,7 +13,8 @@
 static_assert(kCustomRecordSize == kCustomUnitTextSize);
 
 namespace {
-constexpr int kArrayRoom = 17;     // ids of the array beside the custom ones: built-in ids, the end, and one spare
+constexpr std::size_t kArrayRoom =
+    17;                            // ids of the array beside the custom ones: built-in ids, the end, and one spare
 constexpr int kMappedLimit = 39;   // of the built-in ids that stand for themselves
 constexpr CustomUnitRecord kNoUnit{};
 
@@ -57,7 +58,8 @@ void ReadAll(int maximum)
 
 bool MakeArray(int maximum)
 {
-    units.ids.reset(new (std::nothrow) int[static_cast<std::size_t>(std::max(maximum, 0) + kArrayRoom)]());
+    const auto room = static_cast<std::size_t>(std::max(maximum, 0)) + kArrayRoom;
+    units.ids.reset(new (std::nothrow) int[room]());
     if (!units.ids)
         return false;
     int* at = units.ids.get();
@@ -68,6 +70,33 @@ bool MakeArray(int maximum)
     *at = -1;
     return true;
 }
+
+/// Whether the bases that a custom id begins with come to a built-in or unknown one.
+bool ChainEnds(int id)
+{
+    for (int length = 0; UNITIsValidCustomUnit(id); id = CustomUnit(id).baseUnit)
+        if (++length > units.count)
+            return false;
+    return true;
+}
+
+// Along a chain that ends.
+
+double ToBase(int id, double resolution, double value)
+{
+    if (!UNITIsValidCustomUnit(id))
+        return UNITConvertUnitToBase(static_cast<unsigned>(id), resolution, value);
+    const CustomUnitRecord& record = CustomUnit(id);
+    return ToBase(record.baseUnit, resolution, value) * record.factor;
+}
+
+double FromBase(int id, double resolution, double value)
+{
+    if (!UNITIsValidCustomUnit(id))
+        return UNITConvertBaseToUnit(static_cast<unsigned>(id), resolution, value);
+    const CustomUnitRecord& record = CustomUnit(id);
+    return FromBase(record.baseUnit, resolution, value) / record.factor;
+}
 }   // namespace
 
 const CustomUnitRecord& CustomUnit(int id)
@@ -76,12 +105,14 @@ const CustomUnitRecord& CustomUnit(int id)
     return index < units.count ? units.records[static_cast<std::size_t>(index)] : kNoUnit;
 }
 
-bool CustomUnitChainEnds(int id)
+double CustomUnitToBase(int id, double resolution, double value)
 {
-    for (int length = 0; UNITIsValidCustomUnit(id); id = CustomUnit(id).baseUnit)
-        if (++length > units.count)
-            return false;
-    return true;
+    return ChainEnds(id) ? ToBase(id, resolution, value) : 0.0;
+}
+
+double BaseToCustomUnit(int id, double resolution, double value)
+{
+    return ChainEnds(id) ? FromBase(id, resolution, value) : 0.0;
 }
 
 const int* CustomUnitArray() { return units.ids.get(); }

@@ -16,7 +16,7 @@ struct CustomUnitRecord {
     wchar_t secondName[22];
     wchar_t thirdName[20];
     wchar_t fourthName[20];
-    double factor;   // base units to the unit, never 0.0
+    double factor;   // base units to the unit
     std::int32_t baseUnit;
     double increments[3];
     std::int32_t decimals;
@@ -36,12 +36,15 @@ std::wstring_view NameOf(const wchar_t (&name)[size])
     return std::wstring_view(name, size).substr(0, std::wstring_view(name, size).find(L'\0'));
 }
 
-/// The unit of an id for which UNITIsValidCustomUnit answers 1. One place past the last unit, which that test admits,
+/// The unit of an id of which UNITIsValidCustomUnit answers 1. One place past the last unit, which that test admits,
 /// there is a unit of zeros.
 const CustomUnitRecord& CustomUnit(int id);
 
-/// Whether the chain of bases that begins at a custom id ends: no honest one is longer than there are units.
-bool CustomUnitChainEnds(int id);
+/// Tenths of a micron, by way of the base unit, which may be a custom one too; 0.0 for an id that is none, and for bases
+/// that lead round in a circle: no honest chain of them is longer than there are units.
+double CustomUnitToBase(int id, double resolution, double value);
+/// The inverse.
+double BaseToCustomUnit(int id, double resolution, double value);
 
 /// Built-in ids, then the custom ones, then -1; null as long as no units were read.
 const int* CustomUnitArray();

@@ -30,10 +30,12 @@ bool FillLocaleCache()
     return Read(locale, Ports::LocaleSetting::NegativeSign, cache.negativeSign);
 }
 
-int UNITInitialize()
-{
+int UNITInitialize() noexcept
+try {
     if (initialised < 1 && !FillLocaleCache())
         return 0;
     initialised = 1;
     return 1;
+} catch (...) {
+    return 0;
 }

@@ -16,7 +16,7 @@ constexpr double kTenthMicronsPerKilometre = 1e10;
 // A single-precision 0.05, widened: documents hold steps that were made with it.
 constexpr double kSingleTwentieth = 0.05000000074505806;
 
-constexpr StepSizes kNone{{1.0, 1.0, 1.0}};
+constexpr StepSizes kNone{};
 constexpr StepSizes kTenths{{0.1, 0.5, 1.0}};
 constexpr StepSizes kWhole{{1.0, 2.0, 5.0}};
 
@@ -82,7 +82,11 @@ double PixelsPerBase(double resolution)
 }
 }   // namespace
 
-const ProceduralUnit* FindProceduralUnit(unsigned id) { return id < std::size(kUnits) ? &kUnits[id] : nullptr; }
+const ProceduralUnit* FindProceduralUnit(int id)
+{
+    const auto place = static_cast<unsigned>(id);
+    return place < std::size(kUnits) ? &kUnits[place] : nullptr;
+}
 
 double UnitToBase(const ProceduralUnit& unit, double resolution, double value)
 {

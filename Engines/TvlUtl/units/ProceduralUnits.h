@@ -21,9 +21,11 @@ enum class MeasureForm : unsigned char { Number, WholeNumber, Pixels, Chain, Emp
 
 enum class SeparatorKind : unsigned char { None, Decimal, List };
 
+constexpr unsigned kStepLevels = 3;
+
 /// Increments by level: small, medium, large.
 struct StepSizes {
-    double byLevel[3];
+    double byLevel[kStepLevels];
 };
 
 struct ProceduralUnit {
@@ -37,12 +39,15 @@ struct ProceduralUnit {
     SeparatorKind separator;
     double gridFirst;   // limits of a grid, 0.0 for none
     double gridSecond;
+
+    /// Whether a step has a direction: the unit that is none and the sentinel have a step of 1.0 either way.
+    constexpr bool HasSteps() const { return steps.byLevel[0] != 0.0; }
 };
 
 constexpr int kFirstCustomUnit = 42;
 
 /// The row of a built-in id; null for every other.
-const ProceduralUnit* FindProceduralUnit(unsigned id);
+const ProceduralUnit* FindProceduralUnit(int id);
 
 /// Whether an id is a number without a unit, which conversions between units pass on unchanged.
 constexpr bool IsUnitless(unsigned id)

@@ -88,7 +88,7 @@ TvlString CustomName(const CustomUnitRecord& record, UnitNameForm form)
 
 TvlString UnitName(int unit, UnitNameForm form)
 {
-    if (FindProceduralUnit(static_cast<unsigned>(unit)))
+    if (FindProceduralUnit(unit))
         return BuiltInName(unit, static_cast<std::size_t>(form));
     return UNITIsValidCustomUnit(unit) ? CustomName(CustomUnit(unit), form) : TvlString();
 }
