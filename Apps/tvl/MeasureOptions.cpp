@@ -1,6 +1,7 @@
 #include "MeasureOptions.h"
 
 #include "Commands.h"
+#include "Units.h"
 #include "WRegionalSupportFormat.h"
 #include "WUnit.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
@@ -55,10 +56,24 @@ int UnitName::Id() const
     throw CLI::RuntimeError(kBadInput);
 }
 
+int UnitName::MeasureId() const
+{
+    const int id = Id();
+    if (UNITConvertUnitToBase(static_cast<unsigned>(id), 0.0, 1.0) != 0.0)
+        return id;
+    std::cerr << "tvl: \"" << text << "\" is a unit of texts alone; use one that is a plain measure\n";
+    throw CLI::RuntimeError(kBadInput);
+}
+
 void NumberOptions::AddOptions(CLI::App& command)
 {
-    command.add_option("--locale", locale, "regional settings to use, such as de-DE");
+    AddOutputOptions(command);
     command.add_flag("--degrees", degrees, "functions take angles in degrees");
+}
+
+void NumberOptions::AddOutputOptions(CLI::App& command)
+{
+    command.add_option("--locale", locale, "regional settings to use, such as de-DE");
     command.add_flag("--json", json, "print one JSON object a line");
 }
 

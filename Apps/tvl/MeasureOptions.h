@@ -16,6 +16,8 @@ struct UnitName {
 
     /// The display id; ends the command with a message when there is no such unit.
     int Id() const;
+    /// The id where it is a measure that the procedural functions (Units.h) convert; else ends the command likewise.
+    int MeasureId() const;
 };
 
 /// Options of a command that reads or writes numbers.
@@ -25,6 +27,8 @@ struct NumberOptions {
     bool json = false;
 
     void AddOptions(CLI::App& command);
+    /// The options without those of reading angles.
+    void AddOutputOptions(CLI::App& command);
     /// Takes the locale into use; ends the command with a message when it is unknown.
     void Apply() const;
     DRG AngleMode() const { return degrees ? DRG::Degrees : DRG::Radians; }

@@ -20,6 +20,9 @@ int main()   // NOLINT(bugprone-exception-escape)
     AddConvertCommand(app);
     AddEvalCommand(app);
     AddUnitsCommand(app);
+    AddSmartCommand(app);
+    AddScaleCommand(app);
+    AddSliderCommand(app);
     AddExifCommand(app);
 
     std::vector<std::string> arguments;

@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <memory>
-#include <type_traits>
 #include <vector>
 
 using namespace Framework::UI::Experimental;
@@ -84,11 +83,10 @@ TEST(SliderTransform, RefusesRangesAndStepsThatMakeNoSense)
 
 TEST(SliderTransform, BendsOnlyARangeWithExtent)
 {
-    for (const auto& slider : EveryKind(50.0)) {
+    auto kinds = EveryKind(50.0);
+    kinds.erase(kinds.begin());   // the linear one admits equal ends
+    for (const auto& slider : kinds) {
         ASSERT_NE(slider->InitTransformation(0.0, 100.0, 200.0), 0);
-        if (dynamic_cast<WCmnUIDefaultSliderTransformation*>(slider.get())
-            && typeid(*slider) == typeid(WCmnUIDefaultSliderTransformation))
-            continue;
         for (const double max : {5.0, 4.0, kNaN})
             EXPECT_EQ(slider->InitTransformation(5.0, max, 100.0), 0) << max;
         EXPECT_EQ(slider->GetRangeMin(), 0.0);

@@ -116,18 +116,11 @@ TEST(UnitValuePair, KnowsItsDefaults)
         int unit;   // -1 for none
     };
     constexpr Row kRows[] = {
-        {L"8.25in;210mm", 8.25 * 254000.0, 1},
-        {L"8.25in;210mm", 2100000.0, 2},
-        {L"8.25in;210mm", 2100000.0 * 1.00099, 2},
-        {L"8.25in;210mm", 2100000.0 * 1.00101, -1},
+        {L"8.25in;210mm", 8.25 * 254000.0, 1}, {L"8.25in;210mm", 2100000.0, 2},
+        {L"8.25in;210mm", 2100000.0 * 1.00099, 2}, {L"8.25in;210mm", 2100000.0 * 1.00101, -1},
         {L"1in;25.4mm", 254000.0, 1},   // the lowest id of those that fit
-        {L"0in", 0.0, 1},
-        {L"0in", 1e-300, -1},
-        {L"1in", 0.0, -1},
-        {L"1in", kNaN, -1},
-        {L"1in", kInfinity, -1},
-        {L"1e999in", kInfinity, 1},
-        {L"5pica", 0.0, 24},   // not converted here, so 0.0 in base units
+        {L"0in", 0.0, 1}, {L"0in", 1e-300, -1}, {L"1in", 0.0, -1}, {L"1in", kNaN, -1}, {L"1in", kInfinity, -1},
+        {L"1e999in", kInfinity, 1}, {L"5pica", 0.0, 24},   // not converted here, so 0.0 in base units
     };
     for (const auto& [text, base, expected] : kRows) {
         unsigned unit = 99;
