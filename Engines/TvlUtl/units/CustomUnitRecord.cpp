@@ -1,5 +1,5 @@
 // Custom units as lines of text.
-#include "CustomUnits.h"
+#include "CustomUnitRecord.h"
 
 #include <algorithm>
 #include <cwchar>
@@ -65,7 +65,7 @@ void ReadOptionalFields(Fields& fields, CustomUnitRecord& record)
 
 std::optional<CustomUnitRecord> ReadCustomUnitRecord(std::wstring_view text)
 {
-    Fields fields(text.substr(0, kCustomRecordSize - 1));
+    Fields fields(text.substr(0, kCustomUnitRecordSize - 1));
     std::wstring required[kLeastFields];
     for (std::wstring& field : required) {
         auto next = fields.Next();
@@ -89,8 +89,8 @@ std::optional<CustomUnitRecord> ReadCustomUnitRecord(std::wstring_view text)
 TvlString WriteCustomUnitRecord(const CustomUnitRecord& record)
 {
     TvlString text;
-    text.Format(L"%s,%s,%s,%s,%f,%d,%f,%f,%f,%d", NameOf(record.firstName), NameOf(record.secondName),
-        NameOf(record.thirdName), NameOf(record.fourthName), record.factor, record.baseUnit, record.increments[0],
-        record.increments[1], record.increments[2], record.decimals);
-    return text.Left(kCustomRecordSize - 1);
+    text.Format(L"%s,%s,%s,%s,%f,%d,%f,%f,%f,%d", CustomUnitName(record.firstName), CustomUnitName(record.secondName),
+        CustomUnitName(record.thirdName), CustomUnitName(record.fourthName), record.factor, record.baseUnit,
+        record.increments[0], record.increments[1], record.increments[2], record.decimals);
+    return text.Left(kCustomUnitRecordSize - 1);
 }

@@ -10,7 +10,7 @@
 #include <new>
 #include <utility>
 
-static_assert(kCustomRecordSize == kCustomUnitTextSize);
+static_assert(kCustomUnitRecordSize == kCustomUnitTextSize);
 
 namespace {
 constexpr std::size_t kArrayRoom =
@@ -84,16 +84,20 @@ bool ChainEnds(int id)
 
 double ToBase(int id, double resolution, double value)
 {
+    if (const ProceduralUnit* const row = FindProceduralUnit(id))
+        return UnitToBase(*row, resolution, value);
     if (!UNITIsValidCustomUnit(id))
-        return UNITConvertUnitToBase(static_cast<unsigned>(id), resolution, value);
+        return 0.0;
     const CustomUnitRecord& record = CustomUnit(id);
     return ToBase(record.baseUnit, resolution, value) * record.factor;
 }
 
 double FromBase(int id, double resolution, double value)
 {
+    if (const ProceduralUnit* const row = FindProceduralUnit(id))
+        return BaseToUnit(*row, resolution, value);
     if (!UNITIsValidCustomUnit(id))
-        return UNITConvertBaseToUnit(static_cast<unsigned>(id), resolution, value);
+        return 0.0;
     const CustomUnitRecord& record = CustomUnit(id);
     return FromBase(record.baseUnit, resolution, value) / record.factor;
 }

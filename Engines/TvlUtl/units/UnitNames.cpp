@@ -76,13 +76,13 @@ TvlString CustomName(const CustomUnitRecord& record, UnitNameForm form)
 {
     switch (form) {
     case UnitNameForm::First:
-        return TvlString(NameOf(record.firstName)).Left(kLongestName);
+        return TvlString(CustomUnitName(record.firstName)).Left(kLongestName);
     case UnitNameForm::Second:
-        return TvlString(NameOf(record.secondName)).Left(kLongestName);
+        return TvlString(CustomUnitName(record.secondName)).Left(kLongestName);
     case UnitNameForm::Third:
         break;
     }
-    return TvlString(NameOf(record.thirdName)).Left(kLongestCustomThirdName);
+    return TvlString(CustomUnitName(record.thirdName)).Left(kLongestCustomThirdName);
 }
 }   // namespace
 
