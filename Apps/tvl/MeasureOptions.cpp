@@ -9,6 +9,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <iostream>
 #include <optional>
@@ -63,6 +64,14 @@ int UnitName::MeasureId() const
         return id;
     std::cerr << "tvl: \"" << text << "\" is a unit of texts alone; use one that is a plain measure\n";
     throw CLI::RuntimeError(kBadInput);
+}
+
+std::optional<double> FiniteNumber(std::string_view text)
+{
+    double number = 0.0;
+    const char* const textEnd = text.data() + text.size();
+    const auto [end, error] = std::from_chars(text.data(), textEnd, number);
+    return error == std::errc() && end == textEnd && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
 void NumberOptions::AddOptions(CLI::App& command)

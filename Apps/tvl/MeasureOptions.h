@@ -4,7 +4,9 @@
 #include "AngleMode.h"
 #include "siblings/TvlPlatform/TvlString.h"
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace CLI {
 class App;
@@ -19,6 +21,9 @@ struct UnitName {
     /// The id where it is a measure that the procedural functions (Units.h) convert; else ends the command likewise.
     int MeasureId() const;
 };
+
+/// The number that a whole text is, with a point in every locale; none for what is not finite.
+std::optional<double> FiniteNumber(std::string_view text);
 
 /// Options of a command that reads or writes numbers.
 struct NumberOptions {

@@ -6,9 +6,7 @@
 #include "siblings/TvlPlatform/TextEncoding.h"
 
 #include <CLI/CLI.hpp>
-#include <charconv>
 #include <cmath>
-#include <iomanip>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -18,25 +16,16 @@
 namespace {
 using TvlUtl::WorldScale::Preset;
 
-/// A distance, which must be a finite number above 0.
-std::optional<double> DistanceOf(std::string_view text)
-{
-    double distance = 0.0;
-    const char* const textEnd = text.data() + text.size();
-    const auto [end, error] = std::from_chars(text.data(), textEnd, distance);
-    return error == std::errc() && end == textEnd && std::isfinite(distance) && distance > 0.0 ? std::optional(distance)
-                                                                                               : std::nullopt;
-}
-
 /// World distance by page distance of a text such as "1:50".
 std::optional<double> ScaleOf(std::string_view text)
 {
     const std::size_t colon = text.find(':');
     if (colon == std::string_view::npos)
         return std::nullopt;
-    const auto page = DistanceOf(text.substr(0, colon));
-    const auto world = DistanceOf(text.substr(colon + 1));
-    const double scale = page && world ? *world / *page : 0.0;
+    const auto page = FiniteNumber(text.substr(0, colon));
+    const auto world = FiniteNumber(text.substr(colon + 1));
+    const bool areDistances = page && world && *page > 0.0 && *world > 0.0;
+    const double scale = areDistances ? *world / *page : 0.0;
     return scale > 0.0 && std::isfinite(scale) ? std::optional(scale) : std::nullopt;
 }
 

@@ -10,6 +10,7 @@
 #include <limits>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -36,8 +37,8 @@ struct Slider {
     double min = 0.0;
     double max = 0.0;
     double range = 100.0;
-    double step = 0.0;   // 0.0 for a part of the range
-    double centre = std::numeric_limits<double>::quiet_NaN();
+    std::optional<double> step;
+    std::optional<double> centre;
     bool json = false;
 
     void Run();
@@ -59,11 +60,11 @@ void Slider::Check()
         Refuse("the maximum must be a finite number above the minimum");
     if (!(range > 0.0) || !std::isfinite(range))
         Refuse("the slider's range must be a finite number above 0");
-    if (step == 0.0)
+    if (!step)
         step = (max - min) / kStepsOfRange;
-    if (!(step > 0.0) || !((max - min) / step < std::numeric_limits<int>::max()))
+    if (!(*step > 0.0) || !((max - min) / *step < std::numeric_limits<int>::max()))
         Refuse("the step must be above 0, and a 32-bit number of steps must fill the range");
-    if (kind == "centred" && !(centre > min && centre < max))
+    if (kind == "centred" && !(centre && *centre > min && *centre < max))
         Refuse("a centred slider needs --centre with a value inside the range");
 }
 
@@ -76,7 +77,7 @@ std::unique_ptr<WICmnUISliderTransform> Slider::Make() const
     if (kind == "exp")
         return std::make_unique<WCmnUIExponentialSliderTransformation>();
     if (kind == "centred")
-        return std::make_unique<WCmnUICombinedSliderTransformation>(centre);
+        return std::make_unique<WCmnUICombinedSliderTransformation>(*centre);
     Refuse("\"" + kind + "\" is no slider; there are linear, log, exp and centred");
 }
 
@@ -102,12 +103,12 @@ void Slider::Draw(const WICmnUISliderTransform& slider) const
 
 void Slider::Run()
 {
-    const auto slider = Make();
     Check();
+    const auto slider = Make();
     if (min < 0.0)
         slider->SetRangeMin(min);   // a maximum below the minimum that stands, 0.0, would be refused
     slider->InitTransformation(min, max, range);
-    slider->SetIncrementValue(step);
+    slider->SetIncrementValue(*step);
     if (!json)
         return Draw(*slider);
     for (int point = 0; point < kPoints; ++point) {

@@ -6,7 +6,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cmath>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -36,7 +35,7 @@ WUnitValuePair ValuesOf(const std::string& text)
 
 struct Smart {
     std::string defaults;
-    std::pair<double, std::string> from;
+    std::pair<std::string, std::string> from;   // number and unit
     UnitName to;
     bool json = false;
 
@@ -44,14 +43,14 @@ struct Smart {
     {
         WSmartUnitValue smart;
         smart.SetValues(ValuesOf(defaults));
-        const auto& [value, fromName] = from;
-        if (!std::isfinite(value))
-            Refuse(std::to_string(value), "is no finite number");
-        const int source = UnitName{fromName}.MeasureId();
+        const auto value = FiniteNumber(from.first);
+        if (!value)
+            Refuse(from.first, "is no finite number");
+        const int source = UnitName{from.second}.MeasureId();
         const int target = to.MeasureId();
-        const nlohmann::ordered_json result = smart.GetValueForUnit(target, source, value, 0.0);
+        const nlohmann::ordered_json result = smart.GetValueForUnit(target, source, *value, 0.0);
         if (json)
-            std::cout << nlohmann::ordered_json{{"value", value}, {"from", source}, {"to", target}, {"result", result}}
+            std::cout << nlohmann::ordered_json{{"value", *value}, {"from", source}, {"to", target}, {"result", result}}
                       << '\n';
         else
             std::cout << result << '\n';
