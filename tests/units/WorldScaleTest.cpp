@@ -5,6 +5,9 @@
 #include "siblings/TvlPlatform/TextEncoding.h"
 
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -98,6 +101,19 @@ struct FormatRow {
     bool hasUnits;
     const char* label;
 };
+
+TEST(WorldScale, KeepsTheFieldsOfAPreset)
+{
+    struct Fields {
+        double distances[3] = {4.0, 0.5, 8.0};   // world, page, scale
+        std::int32_t units[2] = {9, 5};          // world, page
+        bool metric = true;
+    };
+    const Preset preset(4.0, 9, 0.5, 5, 8.0, L"label", true);
+    constexpr Fields kFields;
+    EXPECT_EQ(std::memcmp(&preset, &kFields, offsetof(Fields, metric) + sizeof(bool)), 0);
+    static_assert(sizeof(Preset) == sizeof(Fields) + sizeof(TvlString));
+}
 
 TEST(WorldScale, FormatsAnyScale)
 {
