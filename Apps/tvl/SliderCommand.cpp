@@ -62,8 +62,8 @@ void Slider::Check()
         Refuse("the slider's range must be a finite number above 0");
     if (!step)
         step = (max - min) / kStepsOfRange;
-    if (!(*step > 0.0) || !((max - min) / *step < std::numeric_limits<int>::max()))
-        Refuse("the step must be above 0, and a 32-bit number of steps must fill the range");
+    if (!(*step > 0.0) || !std::isfinite(*step) || !((max - min) / *step < std::numeric_limits<int>::max()))
+        Refuse("the step must be a finite number above 0, and a 32-bit number of steps must fill the range");
     if (kind == "centred" && !(centre && *centre > min && *centre < max))
         Refuse("a centred slider needs --centre with a value inside the range");
 }

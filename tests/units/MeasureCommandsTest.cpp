@@ -76,6 +76,7 @@ TEST(MeasureCommands, RefuseBadInputWithAMessage)
         {"slider", "linear", "0", "1", "--range", "0"},
         {"slider", "linear", "0", "1", "--range", "inf"},
         {"slider", "linear", "0", "1", "--step", "0"},
+        {"slider", "linear", "0", "1", "--step", "inf"},
         {"slider", "linear", "0", "1", "--step", "1e-10"},
         {"slider", "centred", "0", "1"},
         {"slider", "centred", "0", "1", "--centre", "1"},

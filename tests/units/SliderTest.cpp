@@ -157,6 +157,10 @@ TEST(SliderTransform, DefinesWhatDividesByZero)
         EXPECT_EQ(slider->GetMappedValue(0.0), 1.0);   // not a number: the minimum
         EXPECT_EQ(slider->GetMappedValue(kNaN), 1.0);
     }
+    WCmnUIDefaultSliderTransformation oneStep;
+    oneStep.InitTransformation(0.0, 100.0, 200.0);
+    EXPECT_EQ(oneStep.SetIncrementValue(kInfinity), 1);
+    EXPECT_TRUE(std::isnan(oneStep.GetMappedValue(100.0)));
     WCmnUICombinedSliderTransformation atEnd(0.0);
     atEnd.InitTransformation(0.0, 100.0, 200.0);
     EXPECT_TRUE(std::isnan(atEnd.FunctionTransform(0.0)));

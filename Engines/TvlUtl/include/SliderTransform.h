@@ -26,7 +26,8 @@ public:
     virtual double GetSliderRange() const = 0;
     /// Takes the value range and the slider's; not 0 on success.
     virtual int InitTransformation(double min, double max, double sliderRange) = 0;
-    /// The step of values, counted from the minimum. 1; 0, without a change, unless it is above 0.0.
+    /// The step of values, counted from the minimum. 1; 0, without a change, unless it is above 0.0. An infinite one leaves
+    /// no values: they are no numbers then.
     virtual int SetIncrementValue(double increment) = 0;
     virtual double GetIncrementValue() const = 0;
     /// The slider's position for a value.
