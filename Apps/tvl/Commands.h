@@ -15,4 +15,5 @@ void AddMeasureCommand(CLI::App& app);
 void AddScaleCommand(CLI::App& app);
 void AddSliderCommand(CLI::App& app);
 void AddSmartCommand(CLI::App& app);
+void AddStepCommand(CLI::App& app);
 void AddUnitsCommand(CLI::App& app);

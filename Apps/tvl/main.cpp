@@ -19,6 +19,7 @@ int main()   // NOLINT(bugprone-exception-escape)
     AddMeasureCommand(app);
     AddConvertCommand(app);
     AddEvalCommand(app);
+    AddStepCommand(app);
     AddUnitsCommand(app);
     AddSmartCommand(app);
     AddScaleCommand(app);

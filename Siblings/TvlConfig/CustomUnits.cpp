@@ -7,23 +7,22 @@
 #include "siblings/TvlUtils/SystemIO.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace {
-namespace File = TvlUtils::SystemIO::File;
+namespace SystemIO = TvlUtils::SystemIO;
 
 constexpr int kMostRecords = 64;
 constexpr std::size_t kMostBytes = 16u << 20;   // of a file that is worth reading
 constexpr std::string_view kFormat = "TvlCustomUnits 1";
 
-std::wstring FilePath()
+TvlString FilePath()
 {
     const TvlString folder = TvlConfig::GetUserDir();
-    return folder.IsEmpty() ? std::wstring() : (std::filesystem::path(folder.Std()) / L"CustomUnits.txt").wstring();
+    return folder.IsEmpty() ? folder : SystemIO::Path::Combine(folder, L"CustomUnits.txt");
 }
 
 std::vector<std::string> Lines(std::string_view bytes)
@@ -40,16 +39,28 @@ std::vector<std::string> Lines(std::string_view bytes)
     return lines;
 }
 
-/// Records of the file as UTF-8, none when there is no file; nothing for a file that is not ours to read.
-std::optional<std::vector<std::string>> ReadRecords(const std::wstring& path)
+void LogTrouble(const wchar_t* trouble, const TvlString& path, const TvlString& reason)
 {
-    if (!File::Exists(path.c_str()))
+    TvlUtils::LogMessage(
+        TvlUtils::LogLevel::Error, TvlString().Format(L"custom units: \"%s\" %s: %s", path, trouble, reason));
+}
+
+/// Records of the file as UTF-8, none when there is no file; nothing for a file that is not ours to read.
+std::optional<std::vector<std::string>> ReadRecords(const TvlString& path)
+{
+    if (path.IsEmpty())
         return std::vector<std::string>();
-    const auto bytes = File::ReadAll(path.c_str(), kMostBytes);
-    std::vector<std::string> lines = Lines(bytes.value_or(std::string()));
-    if (!bytes || (!lines.empty() && lines.front() != kFormat)) {
-        TvlUtils::LogMessage(TvlUtils::LogLevel::Error,
-            TvlString().Format(L"custom units of \"%s\" can't be read, or another version wrote them", path));
+    std::string bytes;
+    const SystemIO::FileResult read = SystemIO::File::ReadAll(path, bytes, kMostBytes);
+    if (read.IsMissing())
+        return std::vector<std::string>();
+    std::vector<std::string> lines = Lines(bytes);
+    if (!read) {
+        LogTrouble(L"can't be read", path, read.Reason());
+        return std::nullopt;
+    }
+    if (!lines.empty() && lines.front() != kFormat) {
+        LogTrouble(L"can't be read", path, L"another version wrote it");
         return std::nullopt;
     }
     if (!lines.empty())
@@ -57,17 +68,18 @@ std::optional<std::vector<std::string>> ReadRecords(const std::wstring& path)
     return lines;
 }
 
-bool WriteRecords(const std::wstring& path, const std::vector<std::string>& records)
+bool WriteRecords(const TvlString& path, const std::vector<std::string>& records)
 {
     std::string bytes(kFormat);
     bytes += '\n';
     for (const std::string& record : records)
         bytes += record + '\n';
-    if (File::WriteAside(path.c_str(), bytes))
-        return true;
-    TvlUtils::LogMessage(
-        TvlUtils::LogLevel::Error, TvlString().Format(L"custom units can't be written to \"%s\"", path));
-    return false;
+    SystemIO::FileResult written = SystemIO::Folder::EnsureExists(TvlConfig::GetUserDir());
+    if (written)
+        written = SystemIO::File::WriteAside(path, bytes);
+    if (!written)
+        LogTrouble(L"can't be written", path, written.Reason());
+    return static_cast<bool>(written);
 }
 
 /// The file as it was when a caller began to go through it: its next record comes from the same reading, so that a long
@@ -112,9 +124,9 @@ int INISetCustomUnit(int index, wchar_t* text)
     const std::lock_guard hold(readingLock);
     reading.records.reset();
     const std::wstring_view record = Bounded(text);
-    const std::wstring path = FilePath();
+    const TvlString path = FilePath();
     auto records = ReadRecords(path);
-    if (path.empty() || !records || record.find_first_of(L"\r\n") != std::wstring_view::npos)
+    if (path.IsEmpty() || !records || record.find_first_of(L"\r\n") != std::wstring_view::npos)
         return 0;
     const auto before = *records;
     const auto place = static_cast<std::size_t>(index);

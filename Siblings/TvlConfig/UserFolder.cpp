@@ -1,9 +1,8 @@
 #include "siblings/TvlConfig/UserFolder.h"
 
+#include "siblings/TvlUtils/SystemIO.h"
 #include "windows/Environment.h"
 #include "windows/UserFolders.h"
-
-#include <filesystem>
 
 namespace TvlConfig {
 
@@ -11,8 +10,9 @@ TvlString GetUserDir()
 {
     if (const auto folder = Ports::Environment::Get().Variable(L"TVL_USER_DIR"); folder && !folder->empty())
         return *folder;
+    using TvlUtils::SystemIO::Path::Combine;
     const std::wstring data = Ports::UserFolders::Get().ApplicationData();
-    return data.empty() ? TvlString() : TvlString((std::filesystem::path(data) / L"Tovel" / L"Suite").wstring());
+    return data.empty() ? TvlString() : Combine(Combine(data, L"Tovel"), L"Suite");
 }
 
 }   // namespace TvlConfig

@@ -1,8 +1,6 @@
 // The user's folders by the XDG base directories.
 #include "Windows/SystemPorts.h"
 
-#include <filesystem>
-
 namespace Ports {
 
 namespace {
@@ -15,7 +13,7 @@ public:
         if (const auto folder = environment.Variable(L"XDG_CONFIG_HOME"); folder && folder->starts_with(L'/'))
             return *folder;
         const auto home = environment.Variable(L"HOME");
-        return home && !home->empty() ? (std::filesystem::path(*home) / L".config").wstring() : std::wstring();
+        return home && !home->empty() ? *home + L"/.config" : std::wstring();
     }
 };
 }   // namespace
