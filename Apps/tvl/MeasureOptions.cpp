@@ -1,6 +1,7 @@
 #include "MeasureOptions.h"
 
 #include "Commands.h"
+#include "Units.h"
 #include "WRegionalSupportFormat.h"
 #include "WUnit.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
@@ -8,6 +9,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <iostream>
 #include <optional>
@@ -55,10 +57,32 @@ int UnitName::Id() const
     throw CLI::RuntimeError(kBadInput);
 }
 
+int UnitName::MeasureId() const
+{
+    const int id = Id();
+    if (UNITConvertUnitToBase(static_cast<unsigned>(id), 0.0, 1.0) != 0.0)
+        return id;
+    std::cerr << "tvl: \"" << text << "\" is a unit of texts alone; use one that is a plain measure\n";
+    throw CLI::RuntimeError(kBadInput);
+}
+
+std::optional<double> FiniteNumber(std::string_view text)
+{
+    double number = 0.0;
+    const char* const textEnd = text.data() + text.size();
+    const auto [end, error] = std::from_chars(text.data(), textEnd, number);
+    return error == std::errc() && end == textEnd && std::isfinite(number) ? std::optional(number) : std::nullopt;
+}
+
 void NumberOptions::AddOptions(CLI::App& command)
 {
-    command.add_option("--locale", locale, "regional settings to use, such as de-DE");
+    AddOutputOptions(command);
     command.add_flag("--degrees", degrees, "functions take angles in degrees");
+}
+
+void NumberOptions::AddOutputOptions(CLI::App& command)
+{
+    command.add_option("--locale", locale, "regional settings to use, such as de-DE");
     command.add_flag("--json", json, "print one JSON object a line");
 }
 

@@ -4,7 +4,9 @@
 #include "AngleMode.h"
 #include "siblings/TvlPlatform/TvlString.h"
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace CLI {
 class App;
@@ -16,7 +18,12 @@ struct UnitName {
 
     /// The display id; ends the command with a message when there is no such unit.
     int Id() const;
+    /// The id where it is a measure that the procedural functions (Units.h) convert; else ends the command likewise.
+    int MeasureId() const;
 };
+
+/// The number that a whole text is, with a point in every locale; none for what is not finite.
+std::optional<double> FiniteNumber(std::string_view text);
 
 /// Options of a command that reads or writes numbers.
 struct NumberOptions {
@@ -25,6 +32,8 @@ struct NumberOptions {
     bool json = false;
 
     void AddOptions(CLI::App& command);
+    /// The options without those of reading angles.
+    void AddOutputOptions(CLI::App& command);
     /// Takes the locale into use; ends the command with a message when it is unknown.
     void Apply() const;
     DRG AngleMode() const { return degrees ? DRG::Degrees : DRG::Radians; }

@@ -1,5 +1,6 @@
-// tvl units: the measures that there are.
+// tvl units: the measures that there are, and commands on the user's own.
 #include "Commands.h"
+#include "CustomUnitsCommand.h"
 #include "WUnit.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 
@@ -54,5 +55,10 @@ void AddUnitsCommand(CLI::App& app)
     const auto json = std::make_shared<bool>(false);
     CLI::App* const command = app.add_subcommand("units", "lists ids, names and factors of the units");
     command->add_flag("--json", *json, "print one JSON object a line");
-    command->callback([json] { Run(*json); });
+    AddCustomUnitsCommands(*command);
+    command->require_subcommand(0, 1);
+    command->callback([json, command] {
+        if (command->get_subcommands().empty())
+            Run(*json);
+    });
 }

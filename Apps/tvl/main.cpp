@@ -19,7 +19,11 @@ int main()   // NOLINT(bugprone-exception-escape)
     AddMeasureCommand(app);
     AddConvertCommand(app);
     AddEvalCommand(app);
+    AddStepCommand(app);
     AddUnitsCommand(app);
+    AddSmartCommand(app);
+    AddScaleCommand(app);
+    AddSliderCommand(app);
     AddExifCommand(app);
 
     std::vector<std::string> arguments;

@@ -4,17 +4,15 @@
 #include "windows/Locale.h"
 
 namespace {
-constexpr std::size_t kSettingCapacity = 4;   // characters, end mark included
-
 LocaleCache cache;
 int initialised = 0;
 
-bool Read(Ports::LocaleSetting setting, TvlString& text)
+bool Read(const Ports::Locale& locale, Ports::LocaleSetting setting, ShortSetting& into)
 {
-    const auto value = Ports::Locale::Get().Setting(setting, kSettingCapacity);
-    if (value)
-        text = *value;
-    return value.has_value();
+    const int length = locale.CopySetting(setting, into.text, ShortSetting::kCapacity);
+    if (length >= 0)
+        into.length = length;
+    return length >= 0;
 }
 }   // namespace
 
@@ -22,19 +20,22 @@ const LocaleCache& CurrentLocaleCache() { return cache; }
 
 bool FillLocaleCache()
 {
-    TvlString leadingZero;
-    if (!Read(Ports::LocaleSetting::ListSeparator, cache.listSeparator)
-        || !Read(Ports::LocaleSetting::DecimalSeparator, cache.decimalSeparator)
-        || !Read(Ports::LocaleSetting::LeadingZero, leadingZero))
+    const Ports::Locale& locale = Ports::Locale::Get();
+    ShortSetting leadingZero{};
+    if (!Read(locale, Ports::LocaleSetting::ListSeparator, cache.listSeparator)
+        || !Read(locale, Ports::LocaleSetting::DecimalSeparator, cache.decimalSeparator)
+        || !Read(locale, Ports::LocaleSetting::LeadingZero, leadingZero))
         return false;
-    cache.leadingZero = leadingZero == L"1";
-    return Read(Ports::LocaleSetting::NegativeSign, cache.negativeSign);
+    cache.leadingZero = leadingZero.View() == L"1";
+    return Read(locale, Ports::LocaleSetting::NegativeSign, cache.negativeSign);
 }
 
-int UNITInitialize()
-{
+int UNITInitialize() noexcept
+try {
     if (initialised < 1 && !FillLocaleCache())
         return 0;
     initialised = 1;
     return 1;
+} catch (...) {
+    return 0;
 }

@@ -11,6 +11,8 @@
 namespace {
 constexpr std::size_t kSettingCapacity = 80;   // characters of the longest setting of Windows, end mark included
 constexpr unsigned kMostDigits = 9;
+constexpr std::size_t kMostPlainDigits = 64;   // before the separator
+constexpr UINT kSignBefore = 1;                // the negative order "-1"
 // Orders of sign and digits as a right-to-left reader sees them.
 constexpr UINT kMirroredOrders[] = {0, 3, 4, 1, 2};
 
@@ -40,6 +42,12 @@ void WRegionalSupportFormatImpl::Refresh()
     if (m_localeId == locale)
         return;
     m_localeId = locale;
+    ReadSettings();
+    FillLocaleCache();
+}
+
+void WRegionalSupportFormatImpl::ReadSettings()
+{
     m_format = {};
     m_format.leadingZero = ReadNumber(Ports::LocaleSetting::LeadingZero);
     m_format.grouping = ReadNumber(Ports::LocaleSetting::Grouping);
@@ -50,7 +58,10 @@ void WRegionalSupportFormatImpl::Refresh()
     language.SetFromWinLangID(Ports::Locale::Get().UserUILanguage());
     if (language.IsRTL() && m_format.negativeOrder < std::size(kMirroredOrders))
         m_format.negativeOrder = kMirroredOrders[m_format.negativeOrder];
-    FillLocaleCache();
+    m_isPlain = m_format.grouping >= 2 && m_format.grouping <= 9 && m_format.leadingZero == 1
+        && m_format.negativeOrder == kSignBefore && Read(Ports::LocaleSetting::NegativeSign) == L"-"
+        && m_format.decimalSeparator.size() == 1 && m_format.thousandsSeparator.size() == 1
+        && m_format.decimalSeparator != m_format.thousandsSeparator;
 }
 
 wchar_t WRegionalSupportFormatImpl::ThousandsSeparator() const
@@ -74,23 +85,99 @@ bool WRegionalSupportFormatImpl::RemoveThousandSeptFromValue(const TvlString& te
     return true;
 }
 
-bool WRegionalSupportFormatImpl::GetValueInLocaleFormat(const TvlString& text, TvlString& out)
+/// A plain number at the front of a text whose form is the system's too: nothing to round, and no zeros to leave away or
+/// put before it.
+struct PlainNumber {
+    bool isNegative = false;
+    std::wstring_view whole;
+    std::wstring_view fraction;   // without its separator
+    std::size_t length = 0;       // characters of it all
+
+    static PlainNumber Read(std::wstring_view text, wchar_t decimalSeparator)
+    {
+        PlainNumber number;
+        std::size_t at = number.isNegative = !text.empty() && text.front() == L'-';
+        const std::size_t wholeStart = at;
+        while (at < text.size() && IsDigit(text[at]))
+            ++at;
+        number.whole = text.substr(wholeStart, at - wholeStart);
+        if (at < text.size() && text[at] == decimalSeparator) {
+            const std::size_t fractionStart = ++at;
+            while (at < text.size() && IsDigit(text[at]))
+                ++at;
+            number.fraction = text.substr(fractionStart, at - fractionStart);
+        }
+        number.length = at;
+        return number;
+    }
+
+    bool HasSystemForm() const
+    {
+        if (whole.empty() || whole.size() > kMostPlainDigits || fraction.size() > kMostDigits)
+            return false;
+        if (whole.front() != L'0')
+            return true;
+        const bool isZero = fraction.find_first_not_of(L'0') == std::wstring_view::npos;
+        return whole.size() == 1 && !(isNegative && isZero);
+    }
+};
+
+bool WRegionalSupportFormatImpl::FormatPlain(std::wstring_view text, TvlString& out) const
 {
-    Refresh();
-    if (text.IsEmpty())
-        return false;
     const wchar_t decimal = DecimalSeparator();
     const wchar_t thousands = ThousandsSeparator();
-    const std::wstring& all = text.Std();
-    const auto last = std::find_if(all.rbegin(), all.rend(),
+    const PlainNumber number = PlainNumber::Read(text, decimal);
+    const std::wstring_view tail = text.substr(number.length);
+    const bool isWhole =
+        std::none_of(tail.begin(), tail.end(), [=](wchar_t c) { return IsDigit(c) || c == decimal || c == thousands; });
+    if (!isWhole || !number.HasSystemForm())
+        return false;
+    wchar_t formatted[2 * kMostPlainDigits + kMostDigits + 2];
+    wchar_t* at = formatted;
+    if (number.isNegative)
+        *at++ = L'-';
+    std::size_t left = number.whole.size();
+    std::size_t inGroup = left % m_format.grouping;
+    for (const wchar_t digit : number.whole) {
+        if (inGroup == 0 && left != number.whole.size())
+            *at++ = thousands;
+        inGroup = inGroup == 0 ? m_format.grouping - 1 : inGroup - 1;
+        *at++ = digit;
+        --left;
+    }
+    if (!number.fraction.empty()) {
+        *at++ = decimal;
+        at = std::copy(number.fraction.begin(), number.fraction.end(), at);
+    }
+    out.Empty();
+    out.Append(formatted, static_cast<int>(at - formatted)).Append(tail.data(), static_cast<int>(tail.size()));
+    return true;
+}
+
+bool WRegionalSupportFormatImpl::Format(std::wstring_view text, TvlString& out)
+{
+    Refresh();
+    if (text.empty())
+        return false;
+    if (m_isPlain && FormatPlain(text, out))
+        return true;
+    const wchar_t decimal = DecimalSeparator();
+    const wchar_t thousands = ThousandsSeparator();
+    const auto last = std::find_if(text.rbegin(), text.rend(),
         [=](wchar_t c) { return IsDigit(c) || (c != 0 && (c == decimal || c == thousands)); });
-    if (last == all.rend()) {
-        out = text;
+    if (last == text.rend()) {
+        out = TvlString(text);
         return false;
     }
-    const auto end = static_cast<std::size_t>(all.rend() - last);
-    const std::wstring tail = all.substr(end);
-    std::wstring number = all.substr(0, end);
+    const auto end = static_cast<std::size_t>(text.rend() - last);
+    return FormatBySystem(text.substr(0, end), text.substr(end), out);
+}
+
+bool WRegionalSupportFormatImpl::FormatBySystem(std::wstring_view text, std::wstring_view tail, TvlString& out)
+{
+    const wchar_t decimal = DecimalSeparator();
+    const wchar_t thousands = ThousandsSeparator();
+    std::wstring number(text);
     if (thousands != 0)
         std::erase(number, thousands);
     const std::size_t separator = decimal == 0 ? std::wstring::npos : number.find(decimal);
@@ -102,13 +189,13 @@ bool WRegionalSupportFormatImpl::GetValueInLocaleFormat(const TvlString& text, T
     if (const std::size_t point = number.find(L'.'); separator != std::wstring::npos && point != std::wstring::npos)
         m_format.digits = static_cast<UINT>(std::min<std::size_t>(number.size() - point - 1, kMostDigits));
     const auto formatted = Ports::Locale::Get().FormatNumber(number, m_format);
-    out = formatted.value_or(number) + tail;
+    out = formatted.value_or(number) + std::wstring(tail);
     return formatted.has_value();
 }
 
 bool WRegionalSupportFormat::GetValueInLocaleFormat(TvlString text, TvlString& out)
 {
-    return WRegionalSupportFormatImpl::GetInstance().GetValueInLocaleFormat(text, out);
+    return WRegionalSupportFormatImpl::GetInstance().Format(text, out);
 }
 
 bool WRegionalSupportFormat::RemoveThousandSeptFromValue(TvlString text, TvlString& out)

@@ -5,21 +5,29 @@
 #include "siblings/TvlUtils/Singleton.h"
 #include "windows/Locale.h"
 
+#include <string>
+#include <string_view>
+
 class WRegionalSupportFormatImpl : public TvlUtils::Singleton<WRegionalSupportFormatImpl, 0> {
 public:
     WRegionalSupportFormatImpl() { Refresh(); }
 
-    bool GetValueInLocaleFormat(const TvlString& text, TvlString& out);
+    /// WRegionalSupportFormat::GetValueInLocaleFormat; `out` is not the text's own.
+    bool Format(std::wstring_view text, TvlString& out);
     bool RemoveThousandSeptFromValue(const TvlString& text, TvlString& out) const;
     bool IsThousandsSeparator(wchar_t c) const { return c != 0 && c == ThousandsSeparator(); }
     void SetNumFractionalDigit(unsigned digits) { m_fractionalDigits = digits; }
 
 private:
     void Refresh();
+    void ReadSettings();
     wchar_t ThousandsSeparator() const;
     wchar_t DecimalSeparator() const;
+    bool FormatPlain(std::wstring_view text, TvlString& out) const;
+    bool FormatBySystem(std::wstring_view number, std::wstring_view tail, TvlString& out);
 
     LCID m_localeId = static_cast<LCID>(-1);   // -1 until first loaded
     unsigned m_fractionalDigits = 0;
     Ports::NumberFormat m_format;
+    bool m_isPlain = false;   // whether the settings are such that plain numbers need no call of the system
 };

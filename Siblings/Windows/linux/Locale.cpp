@@ -87,6 +87,15 @@ public:
         return *text;
     }
 
+    int CopySetting(LocaleSetting setting, wchar_t* buffer, std::size_t capacity) const override
+    {
+        const std::wstring* const text = Find(setting);
+        if (!text || text->size() + 1 > capacity)
+            return -1;
+        std::copy_n(text->c_str(), text->size() + 1, buffer);
+        return static_cast<int>(text->size());
+    }
+
     std::optional<std::wstring> FormatNumber(std::wstring_view number, const NumberFormat& format) const override;
     LCID UserLocaleId() const override { return m_settings.id; }
     LANGID UserUILanguage() const override { return static_cast<LANGID>(m_settings.id); }
@@ -213,14 +222,20 @@ std::optional<std::wstring> LinuxLocale::FormatNumber(std::wstring_view text, co
     if (!number->negative)
         return formatted;
 
-    struct Affixes {
-        const wchar_t* before;
-        const wchar_t* after;
-    };
-    // The order's own minus is "-" here: the caller hands over no sign of its own.
-    static constexpr Affixes kNegativeOrders[] = {{L"(", L")"}, {L"-", L""}, {L"- ", L""}, {L"", L"-"}, {L"", L" -"}};
-    const Affixes& affixes = kNegativeOrders[format.negativeOrder];
-    return affixes.before + formatted + affixes.after;
+    // The sign is the locale's, as it is for the Windows call: the format only says where it stands.
+    const std::wstring& sign = m_settings.negativeSign;
+    switch (format.negativeOrder) {
+    case 0:
+        return L"(" + formatted + L")";
+    case 1:
+        return sign + formatted;
+    case 2:
+        return sign + L" " + formatted;
+    case 3:
+        return formatted + sign;
+    default:
+        return formatted + L" " + sign;
+    }
 }
 }   // namespace
 

@@ -1,4 +1,5 @@
 // The user's regional settings against ICU's own data, in twenty locales.
+#include "Locales.h"
 #include "WRegionalSupportFormat.h"
 #include "windows/Locale.h"
 
@@ -12,11 +13,6 @@ namespace {
 
 using Ports::Locale;
 using Ports::LocaleSetting;
-
-// Decimal comma, narrow no-break spaces, groups of 3 and 2, apostrophes, minus signs of their own, right to left.
-constexpr const char* kLocales[] = {"en-US", "en-GB", "de-DE", "de-CH", "fr-FR", "fr-CH", "es-ES", "it-IT", "pt-BR",
-    "nl-NL", "pl-PL", "cs-CZ", "ru-RU", "sv-SE", "tr-TR", "ja-JP", "zh-CN", "hi-IN", "he-IL", "ar-AE", "fa-IR",
-    "nb-NO"};
 
 std::string Symbol(const icu::DecimalFormat& format, icu::DecimalFormatSymbols::ENumberFormatSymbol symbol)
 {

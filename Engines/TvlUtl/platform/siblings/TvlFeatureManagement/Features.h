@@ -1,0 +1,41 @@
+// Features that can be switched on and off while a program runs.
+#pragma once
+
+#include "siblings/SiblingsApi.h"
+
+#include <map>
+#include <mutex>
+#include <string>
+
+namespace FeatureManagement {
+
+/// A switch, known by its key.
+struct Feature {
+    const wchar_t* Name;   // the key
+    bool isOnByDefault;
+};
+
+namespace Features {
+
+/// Measures in pixels show decimals. Off by default.
+TVLSIBLINGS_API const Feature& PixelEnableDecimalPrecision_func();
+
+}   // namespace Features
+
+/// What is switched on. Any thread may ask and switch.
+class TVLSIBLINGS_API FeatureFlags {
+public:
+    bool IsEnabled(const Feature& feature) const;
+    void Switch(const Feature& feature, bool on);
+    /// Back to the default.
+    void Reset(const Feature& feature);
+
+private:
+    mutable std::mutex m_lock;
+    std::map<std::wstring, bool> m_switched;   // by key, what differs from the defaults
+};
+
+/// The features of the process.
+TVLSIBLINGS_API FeatureFlags& FeatureSet();
+
+}   // namespace FeatureManagement

@@ -1,0 +1,51 @@
+#include "siblings/TvlUtils/String.h"
+
+#include <charconv>
+#include <limits>
+#include <string>
+
+namespace TvlUtils::String {
+
+namespace {
+bool IsBlank(wchar_t c) { return c == L' ' || (c >= L'\t' && c <= L'\r') || c == 0x00A0; }
+
+/// Whether a number beyond the range of a double is too large for it, and not too small.
+bool IsLarge(std::string_view number)
+{
+    const std::size_t mantissaEnd = std::min(number.find_first_of("eE"), number.size());
+    const std::string_view mantissa = number.substr(0, mantissaEnd);
+    const std::size_t first = mantissa.find_first_of("123456789");
+    const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
+    long long place = static_cast<long long>(point) - static_cast<long long>(first);
+    std::string_view exponent = number.substr(std::min(mantissaEnd + 1, number.size()));
+    if (exponent.starts_with('+'))
+        exponent.remove_prefix(1);
+    int power = 0;
+    if (std::from_chars(exponent.data(), exponent.data() + exponent.size(), power).ec == std::errc::result_out_of_range)
+        return !exponent.starts_with('-');
+    place += power;
+    return place > 0;
+}
+}   // namespace
+
+double DblFromString(const TvlString& text)
+{
+    std::wstring_view rest = text;
+    while (!rest.empty() && IsBlank(rest.front()))
+        rest.remove_prefix(1);
+    // What may stand in a number: other letters end it, "inf" and "nan" with them.
+    const std::wstring_view wide = rest.substr(0, rest.find_first_not_of(L"0123456789.+-eE"));
+    std::string number(wide.begin(), wide.end());
+    if (number.starts_with('+') && !number.starts_with("+-"))
+        number.erase(0, 1);
+    double value = 0.0;
+    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
+    if (error != std::errc::result_out_of_range)
+        return value;
+    number.resize(static_cast<std::size_t>(end - number.data()));
+    if (!IsLarge(number))
+        return 0.0;
+    return number.starts_with('-') ? -std::numeric_limits<double>::infinity() : std::numeric_limits<double>::infinity();
+}
+
+}   // namespace TvlUtils::String
