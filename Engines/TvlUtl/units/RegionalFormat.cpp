@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace {
 constexpr std::size_t kSettingCapacity = 80;   // characters of the longest setting of Windows, end mark included
@@ -85,72 +86,96 @@ bool WRegionalSupportFormatImpl::RemoveThousandSeptFromValue(const TvlString& te
     return true;
 }
 
-/// A plain number at the front of a text whose form is the system's too: nothing to round, and no zeros to leave away or
-/// put before it.
-struct PlainNumber {
-    bool isNegative = false;
-    std::wstring_view whole;
-    std::wstring_view fraction;   // without its separator
-    std::size_t length = 0;       // characters of it all
+bool PlainNumber::HasSystemForm() const
+{
+    if (whole.empty() || whole.size() > kMostPlainDigits || fraction.size() > kMostDigits)
+        return false;
+    if (whole.front() != L'0')
+        return true;
+    return whole.size() == 1 && !(isNegative && fraction.find_first_not_of(L'0') == std::wstring_view::npos);
+}
 
-    static PlainNumber Read(std::wstring_view text, wchar_t decimalSeparator)
-    {
-        PlainNumber number;
-        std::size_t at = number.isNegative = !text.empty() && text.front() == L'-';
-        const std::size_t wholeStart = at;
-        while (at < text.size() && IsDigit(text[at]))
-            ++at;
-        number.whole = text.substr(wholeStart, at - wholeStart);
-        if (at < text.size() && text[at] == decimalSeparator) {
-            const std::size_t fractionStart = ++at;
-            while (at < text.size() && IsDigit(text[at]))
-                ++at;
-            number.fraction = text.substr(fractionStart, at - fractionStart);
-        }
-        number.length = at;
-        return number;
-    }
+namespace {
+std::size_t CountDigits(std::wstring_view text, std::size_t from)
+{
+    std::size_t at = from;
+    while (at < text.size() && IsDigit(text[at]))
+        ++at;
+    return at - from;
+}
 
-    bool HasSystemForm() const
-    {
-        if (whole.empty() || whole.size() > kMostPlainDigits || fraction.size() > kMostDigits)
-            return false;
-        if (whole.front() != L'0')
-            return true;
-        const bool isZero = fraction.find_first_not_of(L'0') == std::wstring_view::npos;
-        return whole.size() == 1 && !(isNegative && isZero);
+/// The number at the front of a text, and what follows it.
+std::pair<PlainNumber, std::wstring_view> ReadPlainNumber(std::wstring_view text, wchar_t decimalSeparator)
+{
+    PlainNumber number;
+    std::size_t at = number.isNegative = !text.empty() && text.front() == L'-';
+    number.whole = text.substr(at, CountDigits(text, at));
+    at += number.whole.size();
+    if (at < text.size() && text[at] == decimalSeparator) {
+        ++at;
+        number.fraction = text.substr(at, CountDigits(text, at));
+        at += number.fraction.size();
     }
-};
+    return {number, text.substr(at)};
+}
+
+/// Few characters: a loop takes less than the call of a copy does.
+wchar_t* Copy(std::wstring_view text, wchar_t* to)
+{
+    for (const wchar_t c : text)
+        *to++ = c;
+    return to;
+}
+}   // namespace
 
 bool WRegionalSupportFormatImpl::FormatPlain(std::wstring_view text, TvlString& out) const
 {
     const wchar_t decimal = DecimalSeparator();
     const wchar_t thousands = ThousandsSeparator();
-    const PlainNumber number = PlainNumber::Read(text, decimal);
-    const std::wstring_view tail = text.substr(number.length);
+    const auto [number, tail] = ReadPlainNumber(text, decimal);
     const bool isWhole =
         std::none_of(tail.begin(), tail.end(), [=](wchar_t c) { return IsDigit(c) || c == decimal || c == thousands; });
     if (!isWhole || !number.HasSystemForm())
         return false;
+    Compose(number, tail, out);
+    return true;
+}
+
+void WRegionalSupportFormatImpl::Compose(const PlainNumber& number, std::wstring_view tail, TvlString& out) const
+{
     wchar_t formatted[2 * kMostPlainDigits + kMostDigits + 2];
     wchar_t* at = formatted;
     if (number.isNegative)
         *at++ = L'-';
-    std::size_t left = number.whole.size();
-    std::size_t inGroup = left % m_format.grouping;
-    for (const wchar_t digit : number.whole) {
-        if (inGroup == 0 && left != number.whole.size())
-            *at++ = thousands;
-        inGroup = inGroup == 0 ? m_format.grouping - 1 : inGroup - 1;
-        *at++ = digit;
-        --left;
+    std::wstring_view rest = number.whole;
+    std::size_t group = rest.size();
+    while (group > m_format.grouping)
+        group -= m_format.grouping;
+    for (;;) {
+        at = Copy(rest.substr(0, group), at);
+        rest.remove_prefix(group);
+        if (rest.empty())
+            break;
+        *at++ = ThousandsSeparator();
+        group = m_format.grouping;
     }
     if (!number.fraction.empty()) {
-        *at++ = decimal;
-        at = std::copy(number.fraction.begin(), number.fraction.end(), at);
+        *at++ = DecimalSeparator();
+        at = Copy(number.fraction, at);
     }
     out.Empty();
-    out.Append(formatted, static_cast<int>(at - formatted)).Append(tail.data(), static_cast<int>(tail.size()));
+    out.Append(formatted, static_cast<int>(at - formatted));
+    if (!tail.empty())
+        out.Append(tail.data(), static_cast<int>(tail.size()));
+}
+
+bool WRegionalSupportFormatImpl::FormatNumber(
+    const PlainNumber& number, std::wstring_view decimalSeparator, TvlString& out)
+{
+    Refresh();
+    if (!m_isPlain || decimalSeparator != m_format.decimalSeparator || !number.HasSystemForm())
+        return false;
+    Compose(number, std::wstring_view(), out);
     return true;
 }
 

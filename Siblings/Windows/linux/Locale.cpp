@@ -92,7 +92,10 @@ public:
         const std::wstring* const text = Find(setting);
         if (!text || text->size() + 1 > capacity)
             return -1;
-        std::copy_n(text->c_str(), text->size() + 1, buffer);
+        // A loop, for a character or two: asked with every measure text.
+        for (const wchar_t c : *text)
+            *buffer++ = c;
+        *buffer = 0;
         return static_cast<int>(text->size());
     }
 
