@@ -4,6 +4,7 @@
 #include "X64Integers.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <iterator>
@@ -16,6 +17,16 @@ constexpr std::wstring_view kPlainSign = L"-";   // the sign that the regional f
 
 constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
     1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};   // all that a double holds exactly
+
+constexpr double kExactBelow = 9007199254740992.0;   // whole numbers below have a double of their own
+
+/// Half of the last decimal place, by decimals.
+constexpr auto kHalves = [] {
+    std::array<double, kMostDecimals + 1> halves{};
+    for (unsigned i = 0; i <= kMostDecimals; ++i)
+        halves[i] = 0.5 / kPowersOfTen[i];
+    return halves;
+}();
 
 /// A number without its sign, as digits in place.
 class Digits {
@@ -62,10 +73,9 @@ std::wstring_view Digits::Write(unsigned long long number, unsigned places, wcha
 
 void Digits::SetWhole(double whole)
 {
-    constexpr double kExactBelow = 9007199254740992.0;
     m_isZero = m_isZero && whole == 0.0;
     if (whole < kExactBelow)
-        m_whole = Write(static_cast<unsigned long long>(whole), 1, m_wholeDigits);
+        m_whole = Write(static_cast<unsigned long long>(static_cast<long long>(whole)), 1, m_wholeDigits);
     else
         SetLargeWhole(whole);
 }
@@ -87,13 +97,16 @@ void Digits::SetFraction(unsigned long long fraction, unsigned places)
     m_fraction = Write(fraction, places, m_fractionDigits);
 }
 
+/// @param value    not negative
+/// @param decimals up to kMostDecimals
 void WriteDecimal(double value, unsigned decimals, bool trim, bool leadingZero, Digits& digits)
 {
-    const double power = PowerOfTen(decimals);
-    const double rounded = 0.5 / power + value;
-    const double whole = std::floor(rounded);
+    const double rounded = kHalves[decimals] + value;
+    // For what is not negative truncation is the floor, and quicker.
+    const double whole =
+        rounded < kExactBelow ? static_cast<double>(static_cast<long long>(rounded)) : std::floor(rounded);
     // A NaN becomes 2 to the power 63 here, as it always has.
-    unsigned long long fraction = ToUInt64AsX64(std::floor((rounded - whole) * power));
+    unsigned long long fraction = ToUInt64AsX64((rounded - whole) * kPowersOfTen[decimals]);
     if (trim) {
         for (; fraction > 0 && fraction % 10 == 0; fraction /= 10)
             --decimals;

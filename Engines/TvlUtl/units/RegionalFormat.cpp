@@ -118,14 +118,6 @@ std::pair<PlainNumber, std::wstring_view> ReadPlainNumber(std::wstring_view text
     }
     return {number, text.substr(at)};
 }
-
-/// Few characters: a loop takes less than the call of a copy does.
-wchar_t* Copy(std::wstring_view text, wchar_t* to)
-{
-    for (const wchar_t c : text)
-        *to++ = c;
-    return to;
-}
 }   // namespace
 
 bool WRegionalSupportFormatImpl::FormatPlain(std::wstring_view text, TvlString& out) const
@@ -143,28 +135,25 @@ bool WRegionalSupportFormatImpl::FormatPlain(std::wstring_view text, TvlString& 
 
 void WRegionalSupportFormatImpl::Compose(const PlainNumber& number, std::wstring_view tail, TvlString& out) const
 {
-    wchar_t formatted[2 * kMostPlainDigits + kMostDigits + 2];
-    wchar_t* at = formatted;
-    if (number.isNegative)
-        *at++ = L'-';
-    std::wstring_view rest = number.whole;
-    std::size_t group = rest.size();
-    while (group > m_format.grouping)
-        group -= m_format.grouping;
-    for (;;) {
-        at = Copy(rest.substr(0, group), at);
-        rest.remove_prefix(group);
-        if (rest.empty())
-            break;
-        *at++ = ThousandsSeparator();
-        group = m_format.grouping;
-    }
+    constexpr std::size_t kRoom = 2 * kMostPlainDigits + kMostDigits + 2;
+    wchar_t formatted[kRoom];
+    wchar_t* at = formatted + kRoom;   // from the back: groups count from there
     if (!number.fraction.empty()) {
-        *at++ = DecimalSeparator();
-        at = Copy(number.fraction, at);
+        at = std::copy_backward(number.fraction.begin(), number.fraction.end(), at);
+        *--at = DecimalSeparator();
     }
+    UINT left = m_format.grouping;
+    for (auto digit = number.whole.rbegin(); digit != number.whole.rend(); ++digit, --left) {
+        if (left == 0) {
+            *--at = ThousandsSeparator();
+            left = m_format.grouping;
+        }
+        *--at = *digit;
+    }
+    if (number.isNegative)
+        *--at = L'-';
     out.Empty();
-    out.Append(formatted, static_cast<int>(at - formatted));
+    out.Append(at, static_cast<int>(formatted + kRoom - at));
     if (!tail.empty())
         out.Append(tail.data(), static_cast<int>(tail.size()));
 }
@@ -173,7 +162,8 @@ bool WRegionalSupportFormatImpl::FormatNumber(
     const PlainNumber& number, std::wstring_view decimalSeparator, TvlString& out)
 {
     Refresh();
-    if (!m_isPlain || decimalSeparator != m_format.decimalSeparator || !number.HasSystemForm())
+    const bool isKnown = decimalSeparator.size() == 1 && decimalSeparator.front() == DecimalSeparator();
+    if (!m_isPlain || !isKnown || !number.HasSystemForm())
         return false;
     Compose(number, std::wstring_view(), out);
     return true;
