@@ -96,27 +96,37 @@ bool PlainNumber::HasSystemForm() const
 }
 
 namespace {
-std::size_t CountDigits(std::wstring_view text, std::size_t from)
+const wchar_t* SkipDigits(const wchar_t* at, const wchar_t* end)
 {
-    std::size_t at = from;
-    while (at < text.size() && IsDigit(text[at]))
+    while (at != end && IsDigit(*at))
         ++at;
-    return at - from;
+    return at;
+}
+
+std::wstring_view Between(const wchar_t* begin, const wchar_t* end)
+{
+    return {begin, static_cast<std::size_t>(end - begin)};
 }
 
 /// The number at the front of a text, and what follows it.
 std::pair<PlainNumber, std::wstring_view> ReadPlainNumber(std::wstring_view text, wchar_t decimalSeparator)
 {
     PlainNumber number;
-    std::size_t at = number.isNegative = !text.empty() && text.front() == L'-';
-    number.whole = text.substr(at, CountDigits(text, at));
-    at += number.whole.size();
-    if (at < text.size() && text[at] == decimalSeparator) {
+    const wchar_t* at = text.data();
+    const wchar_t* const end = at + text.size();
+    if (at != end && *at == L'-') {
+        number.isNegative = true;
         ++at;
-        number.fraction = text.substr(at, CountDigits(text, at));
-        at += number.fraction.size();
     }
-    return {number, text.substr(at)};
+    const wchar_t* begin = at;
+    at = SkipDigits(at, end);
+    number.whole = Between(begin, at);
+    if (at != end && *at == decimalSeparator) {
+        begin = ++at;
+        at = SkipDigits(at, end);
+        number.fraction = Between(begin, at);
+    }
+    return {number, Between(at, end)};
 }
 }   // namespace
 
@@ -125,9 +135,9 @@ bool WRegionalSupportFormatImpl::FormatPlain(std::wstring_view text, TvlString& 
     const wchar_t decimal = DecimalSeparator();
     const wchar_t thousands = ThousandsSeparator();
     const auto [number, tail] = ReadPlainNumber(text, decimal);
-    const bool isWhole =
-        std::none_of(tail.begin(), tail.end(), [=](wchar_t c) { return IsDigit(c) || c == decimal || c == thousands; });
-    if (!isWhole || !number.HasSystemForm())
+    if (!number.HasSystemForm() || std::any_of(tail.begin(), tail.end(), [=](wchar_t c) {
+            return IsDigit(c) || c == decimal || c == thousands;
+        }))
         return false;
     Compose(number, tail, out);
     return true;
@@ -139,7 +149,8 @@ void WRegionalSupportFormatImpl::Compose(const PlainNumber& number, std::wstring
     wchar_t formatted[kRoom];
     wchar_t* at = formatted + kRoom;   // from the back: groups count from there
     if (!number.fraction.empty()) {
-        at = std::copy_backward(number.fraction.begin(), number.fraction.end(), at);
+        for (auto digit = number.fraction.rbegin(); digit != number.fraction.rend(); ++digit)
+            *--at = *digit;
         *--at = DecimalSeparator();
     }
     UINT left = m_format.grouping;
