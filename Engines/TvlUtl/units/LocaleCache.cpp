@@ -26,7 +26,7 @@ bool FillLocaleCache()
         || !Read(locale, Ports::LocaleSetting::DecimalSeparator, cache.decimalSeparator)
         || !Read(locale, Ports::LocaleSetting::LeadingZero, leadingZero))
         return false;
-    cache.leadingZero = leadingZero.View() == L"1";
+    cache.leadingZero = leadingZero.length == 1 && *leadingZero.text == L'1';
     return Read(locale, Ports::LocaleSetting::NegativeSign, cache.negativeSign);
 }
 

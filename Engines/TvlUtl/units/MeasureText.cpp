@@ -4,6 +4,7 @@
 #include "X64Integers.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <iterator>
@@ -17,80 +18,128 @@ constexpr std::wstring_view kPlainSign = L"-";   // the sign that the regional f
 constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
     1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};   // all that a double holds exactly
 
-void AppendNarrow(ShortText& text, const char* begin, const char* end)
-{
-    wchar_t wide[ShortText::kRoom];
-    const auto count = std::min<std::size_t>(static_cast<std::size_t>(end - begin), ShortText::kRoom);
-    std::copy_n(begin, count, wide);
-    text.Append({wide, count});
-}
+constexpr double kExactBelow = 9007199254740992.0;   // whole numbers below have a double of their own
 
-/// A whole number that is not negative, as "%.0f" writes it.
-void AppendWhole(ShortText& text, double whole)
-{
-    constexpr double kFastBelow = 9007199254740992.0;
-    char digits[kLongestWhole];
-    if (whole < kFastBelow)
-        return AppendNarrow(
-            text, digits, std::to_chars(digits, std::end(digits), static_cast<unsigned long long>(whole)).ptr);
-    if (std::isnan(whole))
-        return text.Append(L"nan");
-    AppendNarrow(text, digits, std::to_chars(digits, std::end(digits), whole, std::chars_format::fixed, 0).ptr);
-}
+/// Half of the last decimal place, by decimals.
+constexpr auto kHalves = [] {
+    std::array<double, kMostDecimals + 1> halves{};
+    for (unsigned i = 0; i <= kMostDecimals; ++i)
+        halves[i] = 0.5 / kPowersOfTen[i];
+    return halves;
+}();
 
-/// Digits with zeros before them.
-void AppendFraction(ShortText& text, unsigned long long fraction, unsigned decimals)
-{
-    char digits[24];
-    const char* const end = std::to_chars(digits, std::end(digits), fraction).ptr;
-    const auto count = static_cast<std::size_t>(end - digits);
-    text.Append(L'0', decimals > count ? decimals - count : 0);
-    AppendNarrow(text, digits, end);
-}
+/// A number without its sign, as digits in place.
+class Digits {
+public:
+    Digits() = default;
+    Digits(const Digits&) = delete;
+    Digits& operator=(const Digits&) = delete;
 
-/// A number without its sign.
-struct Digits {
-    ShortText text;
-    bool isZero = false;
+    /// @param whole a whole number that is not negative, written as "%.0f" does
+    void SetWhole(double whole);
+    /// @param places digits at least, with zeros before them
+    void SetFraction(unsigned long long fraction, unsigned places);
+    void LeaveWholeAway() { m_whole = std::wstring_view(); }
+
+    std::wstring_view Whole() const { return m_whole; }
+    std::wstring_view Fraction() const { return m_fraction; }
+    bool IsZero() const { return m_isZero; }
+
+private:
+    static constexpr std::size_t kLongestInteger = 24;
+
+    static std::wstring_view Write(
+        unsigned long long number, unsigned places, wchar_t (&digits)[kLongestInteger]) noexcept;
+    void SetLargeWhole(double whole);
+
+    std::wstring_view m_whole;
+    std::wstring_view m_fraction;   // empty for a whole number
+    bool m_isZero = true;
+    wchar_t m_wholeDigits[kLongestInteger];
+    wchar_t m_fractionDigits[kLongestInteger];
+    ShortText m_largeWhole;
 };
 
-Digits WholeDigits(double value)
+std::wstring_view Digits::Write(unsigned long long number, unsigned places, wchar_t (&digits)[kLongestInteger]) noexcept
 {
-    Digits digits;
-    const double rounded = std::trunc(value + 0.5);
-    digits.isZero = rounded == 0.0;
-    AppendWhole(digits.text, rounded);
-    return digits;
+    wchar_t* const end = std::end(digits);
+    wchar_t* at = end;
+    for (; number > 0; number /= 10)
+        *--at = static_cast<wchar_t>(L'0' + number % 10);
+    for (const wchar_t* const first = end - places; at > first;)
+        *--at = L'0';
+    return {at, static_cast<std::size_t>(end - at)};
 }
 
-Digits DecimalDigits(double value, unsigned decimals, bool trim, const LocaleCache& locale)
+void Digits::SetWhole(double whole)
 {
-    Digits digits;
-    const double power = PowerOfTen(decimals);
-    const double rounded = 0.5 / power + value;
-    const double whole = std::floor(rounded);
+    m_isZero = m_isZero && whole == 0.0;
+    if (whole < kExactBelow)
+        m_whole = Write(static_cast<unsigned long long>(static_cast<long long>(whole)), 1, m_wholeDigits);
+    else
+        SetLargeWhole(whole);
+}
+
+void Digits::SetLargeWhole(double whole)
+{
+    char digits[kLongestWhole] = "nan";
+    const char* end = digits + 3;
+    if (!std::isnan(whole))
+        end = std::to_chars(digits, std::end(digits), whole, std::chars_format::fixed, 0).ptr;
+    wchar_t wide[kLongestWhole];
+    m_largeWhole.Append({wide, static_cast<std::size_t>(std::copy<const char*>(digits, end, wide) - wide)});
+    m_whole = m_largeWhole.View();
+}
+
+void Digits::SetFraction(unsigned long long fraction, unsigned places)
+{
+    m_isZero = m_isZero && fraction == 0;
+    m_fraction = Write(fraction, places, m_fractionDigits);
+}
+
+/// @param value    not negative
+/// @param decimals up to kMostDecimals
+void WriteDecimal(double value, unsigned decimals, bool trim, bool leadingZero, Digits& digits)
+{
+    const double rounded = kHalves[decimals] + value;
+    // For what is not negative truncation is the floor, and quicker.
+    const double whole =
+        rounded < kExactBelow ? static_cast<double>(static_cast<long long>(rounded)) : std::floor(rounded);
     // A NaN becomes 2 to the power 63 here, as it always has.
-    unsigned long long fraction = ToUInt64AsX64(std::floor((rounded - whole) * power));
+    unsigned long long fraction = ToUInt64AsX64((rounded - whole) * kPowersOfTen[decimals]);
     if (trim) {
         for (; fraction > 0 && fraction % 10 == 0; fraction /= 10)
             --decimals;
         if (fraction == 0)
             decimals = 1;
     }
-    digits.isZero = whole == 0.0 && fraction == 0;
-    if (whole != 0.0 || locale.leadingZero)
-        AppendWhole(digits.text, whole);
-    digits.text.Append(locale.decimalSeparator.View());
-    AppendFraction(digits.text, fraction, decimals);
-    return digits;
+    digits.SetWhole(whole);
+    if (whole == 0.0 && !leadingZero)
+        digits.LeaveWholeAway();
+    digits.SetFraction(fraction, decimals);
 }
 
-TvlString Join(std::wstring_view sign, std::wstring_view digits)
+ShortText Join(std::wstring_view sign, const Digits& digits, const LocaleCache& locale)
 {
     ShortText text;
     text.Append(sign);
-    text.Append(digits);
-    return TvlString(text.View());
+    text.Append(digits.Whole());
+    if (!digits.Fraction().empty()) {
+        text.Append(locale.decimalSeparator.View());
+        text.Append(digits.Fraction());
+    }
+    return text;
+}
+
+/// The form of the user's region; false when the system has none for the number.
+bool FormatRegional(bool isNegative, const Digits& digits, const LocaleCache& locale, TvlString& out)
+{
+    auto& format = WRegionalSupportFormatImpl::GetInstance();
+    const PlainNumber number{isNegative, digits.Whole(), digits.Fraction()};
+    if (format.FormatNumber(number, locale.decimalSeparator.View(), out))
+        return true;
+    // With the plain sign: the form drops every other, and sets the region's own in its place.
+    return format.Format(Join(isNegative ? kPlainSign : std::wstring_view(), digits, locale).View(), out);
 }
 }   // namespace
 
@@ -117,19 +166,16 @@ TvlString NumberText(double value, const NumberStyle& style, const LocaleCache& 
 {
     const unsigned decimals = std::min(style.decimals, kMostDecimals);
     const double size = value < 0.0 ? -value : value;
-    const Digits digits = decimals < 1 ? WholeDigits(size) : DecimalDigits(size, decimals, style.trim, locale);
-    const bool isNegative = value < 0.0 && !digits.isZero;
-    if (style.regional) {
-        // With the plain sign: the form drops every other, and sets the region's own in its place.
-        ShortText text;
-        if (isNegative)
-            text.Append(kPlainSign);
-        text.Append(digits.text.View());
-        TvlString formatted;
-        if (WRegionalSupportFormatImpl::GetInstance().Format(text.View(), formatted))
-            return formatted;
-    }
-    return Join(isNegative ? locale.negativeSign.View() : std::wstring_view(), digits.text.View());
+    Digits digits;
+    if (decimals < 1)
+        digits.SetWhole(std::trunc(size + 0.5));
+    else
+        WriteDecimal(size, decimals, style.trim, locale.leadingZero, digits);
+    const bool isNegative = value < 0.0 && !digits.IsZero();
+    TvlString formatted;
+    if (style.regional && FormatRegional(isNegative, digits, locale, formatted))
+        return formatted;
+    return TvlString(Join(isNegative ? locale.negativeSign.View() : std::wstring_view(), digits, locale).View());
 }
 
 TvlString PreciseNumberText(double value, NumberStyle style, const LocaleCache& locale)

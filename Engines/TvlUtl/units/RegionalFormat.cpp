@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace {
 constexpr std::size_t kSettingCapacity = 80;   // characters of the longest setting of Windows, end mark included
@@ -85,72 +86,97 @@ bool WRegionalSupportFormatImpl::RemoveThousandSeptFromValue(const TvlString& te
     return true;
 }
 
-/// A plain number at the front of a text whose form is the system's too: nothing to round, and no zeros to leave away or
-/// put before it.
-struct PlainNumber {
-    bool isNegative = false;
-    std::wstring_view whole;
-    std::wstring_view fraction;   // without its separator
-    std::size_t length = 0;       // characters of it all
+bool PlainNumber::HasSystemForm() const
+{
+    if (whole.empty() || whole.size() > kMostPlainDigits || fraction.size() > kMostDigits)
+        return false;
+    if (whole.front() != L'0')
+        return true;
+    return whole.size() == 1 && !(isNegative && fraction.find_first_not_of(L'0') == std::wstring_view::npos);
+}
 
-    static PlainNumber Read(std::wstring_view text, wchar_t decimalSeparator)
-    {
-        PlainNumber number;
-        std::size_t at = number.isNegative = !text.empty() && text.front() == L'-';
-        const std::size_t wholeStart = at;
-        while (at < text.size() && IsDigit(text[at]))
-            ++at;
-        number.whole = text.substr(wholeStart, at - wholeStart);
-        if (at < text.size() && text[at] == decimalSeparator) {
-            const std::size_t fractionStart = ++at;
-            while (at < text.size() && IsDigit(text[at]))
-                ++at;
-            number.fraction = text.substr(fractionStart, at - fractionStart);
-        }
-        number.length = at;
-        return number;
-    }
+namespace {
+const wchar_t* SkipDigits(const wchar_t* at, const wchar_t* end)
+{
+    while (at != end && IsDigit(*at))
+        ++at;
+    return at;
+}
 
-    bool HasSystemForm() const
-    {
-        if (whole.empty() || whole.size() > kMostPlainDigits || fraction.size() > kMostDigits)
-            return false;
-        if (whole.front() != L'0')
-            return true;
-        const bool isZero = fraction.find_first_not_of(L'0') == std::wstring_view::npos;
-        return whole.size() == 1 && !(isNegative && isZero);
+std::wstring_view Between(const wchar_t* begin, const wchar_t* end)
+{
+    return {begin, static_cast<std::size_t>(end - begin)};
+}
+
+/// The number at the front of a text, and what follows it.
+std::pair<PlainNumber, std::wstring_view> ReadPlainNumber(std::wstring_view text, wchar_t decimalSeparator)
+{
+    PlainNumber number;
+    const wchar_t* at = text.data();
+    const wchar_t* const end = at + text.size();
+    if (at != end && *at == L'-') {
+        number.isNegative = true;
+        ++at;
     }
-};
+    const wchar_t* begin = at;
+    at = SkipDigits(at, end);
+    number.whole = Between(begin, at);
+    if (at != end && *at == decimalSeparator) {
+        begin = ++at;
+        at = SkipDigits(at, end);
+        number.fraction = Between(begin, at);
+    }
+    return {number, Between(at, end)};
+}
+}   // namespace
 
 bool WRegionalSupportFormatImpl::FormatPlain(std::wstring_view text, TvlString& out) const
 {
     const wchar_t decimal = DecimalSeparator();
     const wchar_t thousands = ThousandsSeparator();
-    const PlainNumber number = PlainNumber::Read(text, decimal);
-    const std::wstring_view tail = text.substr(number.length);
-    const bool isWhole =
-        std::none_of(tail.begin(), tail.end(), [=](wchar_t c) { return IsDigit(c) || c == decimal || c == thousands; });
-    if (!isWhole || !number.HasSystemForm())
+    const auto [number, tail] = ReadPlainNumber(text, decimal);
+    if (!number.HasSystemForm() || std::any_of(tail.begin(), tail.end(), [=](wchar_t c) {
+            return IsDigit(c) || c == decimal || c == thousands;
+        }))
         return false;
-    wchar_t formatted[2 * kMostPlainDigits + kMostDigits + 2];
-    wchar_t* at = formatted;
-    if (number.isNegative)
-        *at++ = L'-';
-    std::size_t left = number.whole.size();
-    std::size_t inGroup = left % m_format.grouping;
-    for (const wchar_t digit : number.whole) {
-        if (inGroup == 0 && left != number.whole.size())
-            *at++ = thousands;
-        inGroup = inGroup == 0 ? m_format.grouping - 1 : inGroup - 1;
-        *at++ = digit;
-        --left;
-    }
+    Compose(number, tail, out);
+    return true;
+}
+
+void WRegionalSupportFormatImpl::Compose(const PlainNumber& number, std::wstring_view tail, TvlString& out) const
+{
+    constexpr std::size_t kRoom = 2 * kMostPlainDigits + kMostDigits + 2;
+    wchar_t formatted[kRoom];
+    wchar_t* at = formatted + kRoom;   // from the back: groups count from there
     if (!number.fraction.empty()) {
-        *at++ = decimal;
-        at = std::copy(number.fraction.begin(), number.fraction.end(), at);
+        for (auto digit = number.fraction.rbegin(); digit != number.fraction.rend(); ++digit)
+            *--at = *digit;
+        *--at = DecimalSeparator();
     }
+    UINT left = m_format.grouping;
+    for (auto digit = number.whole.rbegin(); digit != number.whole.rend(); ++digit, --left) {
+        if (left == 0) {
+            *--at = ThousandsSeparator();
+            left = m_format.grouping;
+        }
+        *--at = *digit;
+    }
+    if (number.isNegative)
+        *--at = L'-';
     out.Empty();
-    out.Append(formatted, static_cast<int>(at - formatted)).Append(tail.data(), static_cast<int>(tail.size()));
+    out.Append(at, static_cast<int>(formatted + kRoom - at));
+    if (!tail.empty())
+        out.Append(tail.data(), static_cast<int>(tail.size()));
+}
+
+bool WRegionalSupportFormatImpl::FormatNumber(
+    const PlainNumber& number, std::wstring_view decimalSeparator, TvlString& out)
+{
+    Refresh();
+    const bool isKnown = decimalSeparator.size() == 1 && decimalSeparator.front() == DecimalSeparator();
+    if (!m_isPlain || !isKnown || !number.HasSystemForm())
+        return false;
+    Compose(number, std::wstring_view(), out);
     return true;
 }
 

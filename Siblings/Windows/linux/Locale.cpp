@@ -74,6 +74,8 @@ struct Settings {
     std::wstring listSeparator = L",";
     std::wstring grouping = L"3;0";
     std::wstring measurement = L"0";
+    std::wstring leadingZero = L"1";
+    std::wstring negativeOrder = L"1";
     LCID id = 0x0409;
 };
 
@@ -92,7 +94,10 @@ public:
         const std::wstring* const text = Find(setting);
         if (!text || text->size() + 1 > capacity)
             return -1;
-        std::copy_n(text->c_str(), text->size() + 1, buffer);
+        // A loop, for a character or two: asked with every measure text.
+        for (const wchar_t c : *text)
+            *buffer++ = c;
+        *buffer = 0;
         return static_cast<int>(text->size());
     }
 
@@ -118,7 +123,6 @@ public:
 private:
     const std::wstring* Find(LocaleSetting setting) const
     {
-        static const std::wstring one = L"1";
         switch (setting) {
         case LocaleSetting::ListSeparator:
             return &m_settings.listSeparator;
@@ -133,8 +137,9 @@ private:
         case LocaleSetting::NegativeSign:
             return &m_settings.negativeSign;
         case LocaleSetting::LeadingZero:
+            return &m_settings.leadingZero;
         case LocaleSetting::NegativeNumberOrder:
-            return &one;
+            return &m_settings.negativeOrder;
         }
         return nullptr;
     }
