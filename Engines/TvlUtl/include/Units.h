@@ -77,8 +77,8 @@ extern "C" {
 
 // What a unit is like.
 
-/// Ids ended by -1, in static storage; null without a bit of UNITArray, and for the custom units as long as
-/// UNITCustomInitialize has not read them.
+/// Ids ended by -1; null without a bit of UNITArray. They last, but for those with the custom units: these come with
+/// UNITCustomInitialize, go with the last UNITCustomUnInitialize, and are null before and after.
 TVLUTL_API const int* UNITGetUnitArray(int flags) noexcept;
 /// Default decimals; 1 for an unknown id.
 TVLUTL_API unsigned UNITGetDefDecimalPrecision(int unit) noexcept;
