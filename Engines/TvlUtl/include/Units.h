@@ -32,7 +32,7 @@ constexpr unsigned kUnitNoDecimals = 10000;
 extern "C" {
 
 /// Reads the user's separators once; 1, or 0 when a setting can't be read. Before that the decimal separator is "." and
-/// the list separator ",". The measure texts read them anew each time.
+/// the list separator ",". The measure texts follow a later change.
 TVLUTL_API int UNITInitialize() noexcept;
 
 // Conversion. The order of multiplications is part of the contract: documents store the results.
