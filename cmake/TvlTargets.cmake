@@ -62,6 +62,23 @@ function(tvl_library_folder name)
     set_property(GLOBAL APPEND PROPERTY TVL_FOLDERS TvlUtl_${name})
 endfunction()
 
+# Exports what belongs to explicit instantiations of TvlUtils::Singleton but carries no export mark on windows: the
+# variables inside their functions. Each instantiation is given by its template arguments as the compiler writes them in
+# symbols, such as 5CpuIDLi0E for <CpuID, 0>. Once for a library.
+function(tvl_export_singletons target)
+    if(NOT WIN32)
+        return()
+    endif()
+    set(exports "EXPORTS\n")
+    foreach(arguments ${ARGN})
+        set(function "N8TvlUtils9SingletonI${arguments}E16GetSingletonDataEb")
+        string(APPEND exports "_ZZ${function}E8g_pEntry DATA\n_ZZ${function}E10resetEntry DATA\n"
+            "_ZGVZ${function}E10resetEntry DATA\n")
+    endforeach()
+    file(CONFIGURE OUTPUT "${target}.def" CONTENT "${exports}" @ONLY)
+    target_sources(${target} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/${target}.def")
+endfunction()
+
 # Tests write to a registry of the build's own. A request that no heap can meet answers null under a sanitizer too, as it does without one.
 set(TVL_TEST_ENVIRONMENT "TVL_REGISTRY=${CMAKE_BINARY_DIR}/test-registry.db"
     "ASAN_OPTIONS=allocator_may_return_null=1;TSAN_OPTIONS=allocator_may_return_null=1"
@@ -69,10 +86,15 @@ set(TVL_TEST_ENVIRONMENT "TVL_REGISTRY=${CMAKE_BINARY_DIR}/test-registry.db"
 
 # One test program for a folder of tests, linked to the shared libraries as an application is.
 # STATIC links the library's objects instead, for tests that replace the allocator or look at what is not exported.
+# FAILING_HEAP puts the allocations of the program and its objects behind the seam of FailingHeap.h.
 function(tvl_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "STATIC" "" "LIBRARIES")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "STATIC;FAILING_HEAP" "" "LIBRARIES")
     file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
     add_executable(test_${name} ${sources})
+    if(arg_FAILING_HEAP)
+        target_sources(test_${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests/support/heap/FailingHeap.cpp")
+        target_link_options(test_${name} PRIVATE LINKER:--wrap=malloc,--wrap=calloc,--wrap=realloc)
+    endif()
     if(arg_STATIC)
         set(library TvlUtlStatic)
     else()

@@ -127,14 +127,15 @@ void AddExifCommand(CLI::App& program)
     CLI::App& command = *program.add_subcommand("exif", "shows the Exif data of JPEG, TIFF, PNG and WebP files");
     const auto request = std::make_shared<ExifRequest>();
     const auto names = std::make_shared<std::vector<std::string>>();
-    command.add_option("FILE", *names, "Image files, and with --recursive folders")->required();
-    command.add_flag("--json", request->json, "Print one JSON array of all files");
-    command.add_flag("-r,--recursive", request->recursive, "Read the image files in folders, too");
-    command.add_option("-j,--jobs", request->threads, "Files read at a time; all processors if not given")
+    command.add_option("FILE", *names, "image files, and with --recursive folders")->required();
+    command.add_flag("--json", request->json, "print one JSON array of all files");
+    command.add_flag("-r,--recursive", request->recursive, "read the image files in folders, too");
+    command
+        .add_option("-j,--jobs", request->threads, "files read at a time; as many as there are processors if not given")
         ->check(CLI::Range(1u, kMostThreads));
     command
         .add_option("--set-orientation", request->orientation,
-            "Set the orientation of files that have one, in place: 1 upright, 3 upside down, 6 and 8 on a side")
+            "set the orientation of files that have one, in place: 1 upright, 3 upside down, 6 and 8 on a side")
         ->check(CLI::Range(1, 8));
     command.callback([request, names] {
         for (const std::string& name : *names)

@@ -2,6 +2,7 @@
 
 #include "ExifLocator.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
+#include "siblings/TvlUtils/FilePath.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -11,6 +12,7 @@
 using nlohmann::ordered_json;
 using TvlUtils::Stream;
 using TvlUtils::StreamAccess;
+using TvlUtils::SystemIO::FromFilePath;
 
 namespace {
 constexpr unsigned kOrientation = 274;
@@ -30,17 +32,8 @@ const char* ErrorOf(ExifSearch search)
 
 /// A stream over a place in a file; without a source when there is none.
 Stream OpenFile(const std::filesystem::path& path, StreamAccess access, const ExifPlace& place)
-try {
-    return Stream::OpenFile(path.wstring(), access, place.offset, place.size);
-} catch (const std::exception&) {
-    // A name that is no text.
-    return {};
-}
-
-TvlString NameOf(const std::filesystem::path& path)
 {
-    const std::u8string name = path.u8string();
-    return TvlPlatform::FromUtf8({reinterpret_cast<const char*>(name.data()), name.size()});
+    return Stream::OpenFile(FromFilePath(path), access, place.offset, place.size);
 }
 
 /// Opens a file, finds its block and reads it.
@@ -170,7 +163,7 @@ ExifFile SetExifOrientation(const std::filesystem::path& path, int orientation)
     return std::move(file);
 }
 
-std::string ExifFileName(const std::filesystem::path& path) { return Printable(NameOf(path)); }
+std::string ExifFileName(const std::filesystem::path& path) { return Printable(FromFilePath(path)); }
 
 std::string ExifText(const ExifFile& file)
 {
@@ -190,7 +183,7 @@ std::string ExifText(const ExifFile& file)
 
 std::string ExifJson(const ExifFile& file)
 {
-    ordered_json object{{"file", TvlPlatform::ToUtf8(NameOf(file.path))}, {"tags", ordered_json::array()}};
+    ordered_json object{{"file", TvlPlatform::ToUtf8(FromFilePath(file.path))}, {"tags", ordered_json::array()}};
     TvlString text;
     for (int i = 0; CExifTag* tag = file.exif->GetAt(i); ++i) {
         ordered_json entry{{"id", tag->GetID()}, {"type", tag->GetValueType()}, {"count", tag->GetValueCount()}};

@@ -3,6 +3,7 @@
 #include "Commands.h"
 
 #include <CLI/CLI.hpp>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 
@@ -31,7 +32,7 @@ void TextInput::ForEach(const std::function<void(const std::string& text)>& take
         return ForEachLine(std::cin, take);
     if (file.empty())
         return;
-    std::ifstream lines(file);
+    std::ifstream lines(std::filesystem::path(std::u8string(file.begin(), file.end())));
     if (!lines) {
         std::cerr << "tvl: the file \"" << file << "\" can't be read\n";
         throw CLI::RuntimeError(kBadInput);

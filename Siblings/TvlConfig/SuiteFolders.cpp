@@ -1,9 +1,8 @@
 #include "siblings/TvlConfig/SuiteFolders.h"
 
+#include "siblings/TvlUtils/FilePath.h"
 #include "windows/Environment.h"
 #include "windows/Modules.h"
-
-#include <filesystem>
 
 namespace TvlConfig {
 
@@ -11,8 +10,8 @@ TvlString GetSuiteDir()
 {
     if (const auto folder = Ports::Environment::Get().Variable(L"TVL_SUITE_DIR"); folder && !folder->empty())
         return *folder;
-    const std::filesystem::path program = Ports::Modules::Get().ProgramPath();
-    return (program.parent_path() / L"Suite").wstring();
+    const auto program = TvlUtils::SystemIO::ToFilePath(Ports::Modules::Get().ProgramPath());
+    return TvlUtils::SystemIO::FromFilePath(program.parent_path() / "Suite");
 }
 
 }   // namespace TvlConfig

@@ -3,6 +3,7 @@
 
 #include "siblings/TvlConfig/SuiteFolders.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
+#include "siblings/TvlUtils/FilePath.h"
 #include "siblings/TvlUtils/LogMessage.h"
 
 #include <atomic>
@@ -18,6 +19,8 @@ namespace Framework::Resources {
 
 namespace {
 using Texts = std::unordered_map<TvlString, TvlString>;
+using TvlUtils::SystemIO::FromFilePath;
+using TvlUtils::SystemIO::ToFilePath;
 namespace fs = std::filesystem;
 
 constexpr const wchar_t* kFallbackFolder = L"EN";
@@ -39,19 +42,19 @@ void ReadFile(const fs::path& path, Texts& texts)
             texts.emplace(TvlPlatform::FromUtf8(key), TvlPlatform::FromUtf8(text.get<std::string>()));
     } catch (const std::exception& failure) {
         TvlUtils::LogMessage(TvlUtils::LogLevel::Error,
-            TvlString().Format(L"texts of \"%s\" can't be read: %S", path.wstring(), failure.what()));
+            TvlString().Format(L"texts of \"%s\" can't be read: %S", FromFilePath(path), failure.what()));
     }
 }
 
 void ReadFolder(const std::wstring& folder, Texts& texts)
 {
-    const fs::path path = fs::path(TvlConfig::GetSuiteDir().Std()) / L"Languages" / folder / L"Data" / L"Texts";
+    const fs::path path = ToFilePath(TvlConfig::GetSuiteDir()) / "Languages" / ToFilePath(folder) / "Data" / "Texts";
     std::error_code failed;
     for (const auto& entry : fs::directory_iterator(path, failed))
         if (entry.path().extension() == ".json")
             ReadFile(entry.path(), texts);
     if (failed)
-        TvlUtils::LogMessage(TvlUtils::LogLevel::Error, TvlString().Format(L"no texts in \"%s\"", path.wstring()));
+        TvlUtils::LogMessage(TvlUtils::LogLevel::Error, TvlString().Format(L"no texts in \"%s\"", FromFilePath(path)));
 }
 
 std::shared_ptr<const Texts> CurrentTexts()

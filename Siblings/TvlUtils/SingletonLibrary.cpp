@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace TvlUtils {
@@ -11,12 +12,14 @@ namespace TvlUtils {
 namespace {
 struct Row {
     SingletonLibrary entry;
-    std::vector<basic_safe_function<void()>*> resets;
+    std::vector<basic_safe_function<void()>*> resets;   // one for each module that knows the type
 };
 
+// An entry's lock may be held while the table's is taken, because constructors ask for other single objects; never the
+// other way round.
 struct Table {
     ThreadLock lock;
-    std::map<std::string, std::unique_ptr<Row>> rows;   // by the type's name: each module has a type object of its own
+    std::map<std::string, std::unique_ptr<Row>> rows;   // by Key
 };
 
 // Never destroyed: modules tear their entries down from exit lists that run in an order of their own.
@@ -26,21 +29,30 @@ Table& TheTable()
     return table;
 }
 
-bool HasData(SingletonLibrary& entry)
+/// The type's name, since each module has a type object of its own that goes away with it. Types of unnamed namespaces
+/// share names without being the same: theirs is told apart by where it lies.
+std::string Key(std::type_index type)
 {
-    const ReadLock hold(entry.lock);
-    return entry.data != nullptr;
+    const std::string_view name = type.name();
+    std::string key(name);
+    if (name.find("_GLOBAL__N_") != name.npos)
+        key += '@' + std::to_string(reinterpret_cast<unsigned long long>(name.data()));
+    return key;
 }
 
-/// Destroys an entry's block; the entry itself stays, since modules hold its address.
-void TearDown(Row& row)
+/// Destroys the block of a module's entry; the entry itself stays, since other modules hold its address.
+void TearDown(Row& row, unsigned long long finalizerKey)
 {
-    for (auto* const reset : row.resets)
-        (*reset)();
     const WriteLock hold(row.entry.lock);
-    void* const data = std::exchange(row.entry.data, nullptr);
+    if (row.entry.finalizerKey != finalizerKey)
+        return;
+    {
+        const ReadLock holdTable(TheTable().lock);
+        for (auto* const reset : row.resets)
+            (*reset)();
+    }
     row.entry.finalizerKey = 0;
-    if (data && row.entry.deleter)
+    if (void* const data = row.entry.data.exchange(nullptr))
         row.entry.deleter(data);
 }
 }   // namespace
@@ -52,19 +64,18 @@ SingletonLibrary* SingletonLibrary::GetEntryForType(
     {
         Table& table = TheTable();
         const WriteLock hold(table.lock);
-        auto found = table.rows.find(type.name());
+        auto found = table.rows.find(Key(type));
         if (found == table.rows.end()) {
             if (!create)
                 return nullptr;
-            found = table.rows.emplace(type.name(), std::make_unique<Row>()).first;
+            found = table.rows.emplace(Key(type), std::make_unique<Row>()).first;
         }
         row = found->second.get();
-        if (!create && !HasData(row->entry))
+        if (!create && !row->entry.data)
             return nullptr;
         if (reset && std::find(row->resets.begin(), row->resets.end(), reset) == row->resets.end())
             row->resets.push_back(reset);
     }
-    // Without the table's lock: the object's constructor may ask for other single objects.
     callback(row->entry, create);
     return &row->entry;
 }
@@ -73,7 +84,7 @@ void SingletonLibrary::RemoveCallback(std::type_index type, unsigned long long r
 {
     Table& table = TheTable();
     const WriteLock hold(table.lock);
-    if (const auto found = table.rows.find(type.name()); found != table.rows.end())
+    if (const auto found = table.rows.find(Key(type)); found != table.rows.end())
         std::erase_if(found->second->resets,
             [&](const auto* kept) { return reinterpret_cast<unsigned long long>(kept) == reset; });
 }
@@ -83,13 +94,13 @@ void SingletonLibrary::NotifySingletonModuleUnloaded(unsigned long long finalize
     std::vector<Row*> doomed;
     {
         Table& table = TheTable();
-        const WriteLock hold(table.lock);
-        for (const auto& [name, row] : table.rows)
-            if (row->entry.finalizerKey == finalizerKey && row->entry.data)
+        const ReadLock hold(table.lock);
+        for (const auto& [key, row] : table.rows)
+            if (row->entry.finalizerKey == finalizerKey)
                 doomed.push_back(row.get());
     }
     for (Row* const row : doomed)
-        TearDown(*row);
+        TearDown(*row, finalizerKey);
 }
 
 }   // namespace TvlUtils

@@ -1,10 +1,11 @@
 // Streams over memory and over files.
 #include "siblings/TvlUtils/Stream.h"
 
+#include "siblings/TvlUtils/FileLayer.h"
+#include "siblings/TvlUtils/FilePath.h"
+
 #include <algorithm>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <vector>
 
 namespace TvlUtils {
@@ -76,7 +77,7 @@ private:
 /// Keeps the bytes around the last read: readers of foreign formats jump to and fro in short steps.
 class FileSource final : public StreamSource {
 public:
-    FileSource(std::fstream file, long long first, long long size)
+    FileSource(std::unique_ptr<SystemIO::FileHandle> file, long long first, long long size)
         : m_file(std::move(file)), m_first(first), m_extent(size)
     {
     }
@@ -93,11 +94,13 @@ public:
         if (!m_extent.Holds(size))
             return false;
         m_kept.clear();
-        m_file.clear();
-        m_file.seekp(m_first + m_extent.Position());
-        // Flushed at once, so that the result tells whether the bytes have left the process.
-        if (!m_file.write(static_cast<const char*>(bytes), static_cast<std::streamsize>(size)).flush())
-            return false;
+        const auto* const from = static_cast<const char*>(bytes);
+        for (std::size_t written = 0; written < size;) {
+            std::size_t done = 0;
+            if (!m_file->WriteAt(Place(written), from + written, size - written, done))
+                return false;
+            written += done;
+        }
         m_extent.Advance(size);
         return true;
     }
@@ -107,11 +110,12 @@ public:
 private:
     static constexpr std::size_t kKept = 8192;
 
+    /// Where in the file the byte stands that is `ahead` of the position.
+    long long Place(std::size_t ahead) const { return m_first + m_extent.Position() + static_cast<long long>(ahead); }
     bool ReadFile(void* bytes, std::size_t size)
     {
-        m_file.clear();
-        m_file.seekg(m_first + m_extent.Position());
-        return static_cast<bool>(m_file.read(static_cast<char*>(bytes), static_cast<std::streamsize>(size)));
+        std::size_t done = 0;
+        return m_file->ReadAt(Place(0), bytes, size, done) && done == size;
     }
     bool ReadKept(void* bytes, std::size_t size)
     {
@@ -129,7 +133,7 @@ private:
         return true;
     }
 
-    std::fstream m_file;
+    std::unique_ptr<SystemIO::FileHandle> m_file;
     long long m_first;   // of the range in the file
     Extent m_extent;
     std::vector<char> m_kept;   // bytes of the range from m_keptAt on
@@ -149,20 +153,14 @@ Stream Stream::OverMemory(const void* bytes, std::size_t size)
 
 Stream Stream::OpenFile(const TvlString& path, StreamAccess access, long long first, long long size)
 try {
-    const std::filesystem::path name(path.Std());
-    // A folder opens for reading on some systems and then reports a size of its own.
-    if (!std::filesystem::is_regular_file(name))
+    const std::filesystem::path name = SystemIO::ToFilePath(path);
+    auto& files = SystemIO::FileLayer::Get();
+    const auto mode = access == StreamAccess::ReadWrite ? SystemIO::OpenMode::ReadWrite : SystemIO::OpenMode::Read;
+    SystemIO::FileStatus status;
+    std::unique_ptr<SystemIO::FileHandle> file;
+    if (first < 0 || size < 0 || !files.Stat(name, status) || status.size < first || !files.Open(name, mode, file))
         return {};
-    auto mode = std::ios::binary | std::ios::in;
-    if (access == StreamAccess::ReadWrite)
-        mode |= std::ios::out;
-    std::fstream file;
-    file.rdbuf()->pubsetbuf(nullptr, 0);   // the source keeps bytes itself
-    file.open(name, mode);
-    const long long length = file.seekg(0, std::ios::end) ? static_cast<long long>(file.tellg()) : -1;
-    if (first < 0 || size < 0 || length < first)
-        return {};
-    return Stream(std::make_shared<FileSource>(std::move(file), first, std::min(size, length - first)));
+    return Stream(std::make_shared<FileSource>(std::move(file), first, std::min(size, status.size - first)));
 } catch (const std::exception&) {
     // A name that the file system can't express.
     return {};

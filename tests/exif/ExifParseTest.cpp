@@ -1,7 +1,7 @@
 // Reading blocks of both byte orders.
 #include "CExif.h"
 #include "ExifBlock.h"
-#include "FailingAllocator.h"
+#include "FailingHeap.h"
 #include "siblings/TvlUtils/SystemIO.h"
 
 #include <cmath>
@@ -10,6 +10,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <memory>
+#include <optional>
 #include <string>
 #include <type_traits>
 
@@ -311,26 +312,32 @@ TEST(Exif, DeletesItsTemporaryFile)
     EXPECT_FALSE(std::filesystem::exists(path));
 }
 
+// Allocations of reading and of patching the camera's block.
+constexpr int kParseAllocations = 2;
+constexpr int kReplaceAllocations = 2;
+
 TEST(Exif, SurvivesEveryFailedAllocation)
 {
     auto block = CameraBlock(true);
-    int failures = 0;
-    for (bool failed = true; failed; ++failures) {
-        CExif exif;
-        Stream stream = Stream::OverMemory(block.data(), block.size());
-        FailingAllocator::FailAt(failures);
-        const int result = exif.ParseData(stream);
-        failed = FailingAllocator::Stop();
-        EXPECT_TRUE(failed || (result == 1 && CountTags(exif) == 51)) << failures;
-        for (int i = 0; CExifTag* tag = exif.GetAt(i); ++i)
-            EXPECT_NE(tag->data, nullptr);
-
+    Stream stream = Stream::OverMemory(block.data(), block.size());
+    std::optional<CExif> exif;
+    int result = 0;
+    const auto rewind = [&] {
         stream.Seek(0, SeekOrigin::Start);
-        FailingAllocator::FailAt(failures);
-        exif.ReplaceData(stream, 41990, 1);
-        FailingAllocator::Stop();
-    }
-    EXPECT_GT(failures, 2);
+        exif.emplace();
+    };
+
+    rewind();
+    FailEachAllocation(
+        kParseAllocations, [&] { result = exif->ParseData(stream); },
+        [&](bool failed) {
+            EXPECT_TRUE(failed || (result == 1 && CountTags(*exif) == 51));
+            for (int i = 0; CExifTag* tag = exif->GetAt(i); ++i)
+                EXPECT_NE(tag->data, nullptr);
+            rewind();
+        });
+    FailEachAllocation(
+        kReplaceAllocations, [&] { exif->ReplaceData(stream, 41990, 1); }, [&](bool) { rewind(); });
 }
 
 }   // namespace

@@ -1,8 +1,8 @@
 // Conversion between measures.
+#include "VirtualSlot.h"
 #include "WUnit.h"
 
 #include <cmath>
-#include <cstring>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -91,16 +91,6 @@ TEST(WUnit, AddsOnRequestAndCountsCustomIds)
     EXPECT_EQ(units.LoadDefaults(list, 0), 1);
     int wrong[] = {1, 19, -1};
     EXPECT_EQ(units.LoadDefaults(wrong, 0), 0);
-}
-
-/// Slot of a virtual member in its table: the pointer holds 1 plus 8 times the slot.
-template <class Member>
-std::size_t Slot(Member member)
-{
-    std::uintptr_t words[2];
-    static_assert(sizeof member == sizeof words);
-    std::memcpy(words, &member, sizeof words);
-    return (words[0] - 1) / 8;
 }
 
 TEST(WUnit, KeepsItsSlots)

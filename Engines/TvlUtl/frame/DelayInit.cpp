@@ -76,6 +76,8 @@ StartupHook::StartupHook(const Registrar::Delegate& hook, Registrar::EPriority p
     Registrar::GetInst().AddHook(eHookStageStartup, m_hook, priority);
 }
 
+StartupHook::StartupHook(const StartupHook&) = default;
+StartupHook& StartupHook::operator=(const StartupHook&) = default;
 StartupHook::~StartupHook() { Registrar::GetInst().RemoveHook(eHookStageStartup, m_hook); }
 
 ShutdownHook::ShutdownHook(const Registrar::Delegate& hook, Registrar::EPriority priority) : m_hook(hook)
@@ -83,6 +85,8 @@ ShutdownHook::ShutdownHook(const Registrar::Delegate& hook, Registrar::EPriority
     Registrar::GetInst().AddHook(eHookStageShutdown, m_hook, priority);
 }
 
+ShutdownHook::ShutdownHook(const ShutdownHook&) = default;
+ShutdownHook& ShutdownHook::operator=(const ShutdownHook&) = default;
 ShutdownHook::~ShutdownHook() { Registrar::GetInst().RemoveHook(eHookStageShutdown, m_hook); }
 
 InitHook::InitHook(
@@ -92,6 +96,11 @@ InitHook::InitHook(
     Registrar::GetInst().AddHook(eHookStageStartup, m_startup, priority);
     Registrar::GetInst().AddHook(eHookStageShutdown, m_shutdown, priority);
 }
+
+InitHook::InitHook(const InitHook&) = default;
+InitHook::InitHook(InitHook&&) = default;
+InitHook& InitHook::operator=(const InitHook&) = default;
+InitHook& InitHook::operator=(InitHook&&) = default;
 
 InitHook::~InitHook()
 {

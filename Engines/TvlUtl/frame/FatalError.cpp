@@ -15,21 +15,18 @@ constexpr UINT kBeep = 16;         // MB_ICONHAND
 constexpr UINT kBoxStyle = 4112;   // MB_SYSTEMMODAL | MB_ICONHAND
 
 struct Texts {
+    Texts()
+    {
+        using Framework::Resources::GetStringIntoBuffer;
+        GetStringIntoBuffer(L"0d278df0-faf6-4fae-8605-bcecd6358b22", format, kTextSize);
+        GetStringIntoBuffer(L"66f5da8e-2933-42c3-8f2c-f0b762d2d603", fatal, kTextSize);
+        GetStringIntoBuffer(L"af0d9cff-f86d-4c7d-9e32-af9b51da5784", normal, kTextSize);
+    }
+
     wchar_t format[kTextSize];
     wchar_t fatal[kTextSize];
     wchar_t normal[kTextSize];
 };
-
-Texts texts;
-int loaded = 0;
-
-void LoadTexts()
-{
-    using Framework::Resources::GetStringIntoBuffer;
-    GetStringIntoBuffer(L"0d278df0-faf6-4fae-8605-bcecd6358b22", texts.format, kTextSize);
-    GetStringIntoBuffer(L"66f5da8e-2933-42c3-8f2c-f0b762d2d603", texts.fatal, kTextSize);
-    GetStringIntoBuffer(L"af0d9cff-f86d-4c7d-9e32-af9b51da5784", texts.normal, kTextSize);
-}
 
 /// What stands before the first "." of a path, in capitals. Paths of the engines begin with "../" and give nothing.
 TvlString FileName(const char* path)
@@ -44,9 +41,8 @@ TvlString FileName(const char* path)
 
 void UIMSG_FatalError(int code, const char* sourceFile, int line, const wchar_t* applicationName, int fatal) noexcept
 try {
-    // Two threads at once load the same texts twice.
-    if (loaded++ == 0)
-        LoadTexts();
+    // Read once: a later change of the language does not reach the box.
+    static const Texts texts;
     const TvlString application =
         applicationName && *applicationName ? TvlString(applicationName) : GetAppSkinSettingData().GetAppUIName();
     TvlString caption;

@@ -9,6 +9,10 @@ constexpr DWORD kExtendedStyle = 0x40008;   // WS_EX_APPWINDOW | WS_EX_TOPMOST
 constexpr DWORD kStyle = 0x90C00000;        // WS_POPUP | WS_VISIBLE | WS_CAPTION
 }   // namespace
 
+TopMostOwnerWnd::TopMostOwnerWnd(HWND owner) : ownerWindow(owner) { }
+TopMostOwnerWnd::TopMostOwnerWnd(const TopMostOwnerWnd&) = default;
+TopMostOwnerWnd& TopMostOwnerWnd::operator=(const TopMostOwnerWnd&) = default;
+
 TopMostOwnerWnd::~TopMostOwnerWnd()
 {
     if (!createdWindow)

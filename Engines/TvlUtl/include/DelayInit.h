@@ -57,8 +57,8 @@ public:
 class TVLUTL_API StartupHook {
 public:
     StartupHook(const DelayInitRegistrar::Delegate& hook, DelayInitRegistrar::EPriority priority);
-    StartupHook(const StartupHook&) = default;
-    StartupHook& operator=(const StartupHook&) = default;
+    StartupHook(const StartupHook&);
+    StartupHook& operator=(const StartupHook&);
     ~StartupHook();
 
 private:
@@ -69,8 +69,8 @@ private:
 class TVLUTL_API ShutdownHook {
 public:
     ShutdownHook(const DelayInitRegistrar::Delegate& hook, DelayInitRegistrar::EPriority priority);
-    ShutdownHook(const ShutdownHook&) = default;
-    ShutdownHook& operator=(const ShutdownHook&) = default;
+    ShutdownHook(const ShutdownHook&);
+    ShutdownHook& operator=(const ShutdownHook&);
     ~ShutdownHook();
 
 private:
@@ -82,10 +82,10 @@ class TVLUTL_API InitHook {
 public:
     InitHook(const DelayInitRegistrar::Delegate& startup, const DelayInitRegistrar::Delegate& shutdown,
         DelayInitRegistrar::EPriority priority);
-    InitHook(const InitHook&) = default;
-    InitHook(InitHook&&) = default;
-    InitHook& operator=(const InitHook&) = default;
-    InitHook& operator=(InitHook&&) = default;
+    InitHook(const InitHook&);
+    InitHook(InitHook&&);
+    InitHook& operator=(const InitHook&);
+    InitHook& operator=(InitHook&&);
     ~InitHook();
 
 private:

@@ -11,9 +11,9 @@ namespace TvlUtl {
 class TVLUTL_API TopMostOwnerWnd {
 public:
     /// @param owner the preferred owner, may be null
-    explicit TopMostOwnerWnd(HWND owner) : ownerWindow(owner) { }
-    TopMostOwnerWnd(const TopMostOwnerWnd&) = default;
-    TopMostOwnerWnd& operator=(const TopMostOwnerWnd&) = default;
+    explicit TopMostOwnerWnd(HWND owner);
+    TopMostOwnerWnd(const TopMostOwnerWnd&);
+    TopMostOwnerWnd& operator=(const TopMostOwnerWnd&);
     virtual ~TopMostOwnerWnd();
 
     /// The preferred owner when it is visible, else a new window with a title. Called a second time without a visible
@@ -22,9 +22,9 @@ public:
     HWND GetOwnerWnd(const wchar_t* title);
 
 private:
-    HWND ownerWindow;
-    HWND createdWindow = nullptr;
-    HWND previousActiveWindow = nullptr;
+    HWND ownerWindow;                      // the caller's preferred owner
+    HWND createdWindow = nullptr;          // the temporary window, or null
+    HWND previousActiveWindow = nullptr;   // active before createdWindow took over
 };
 
 }   // namespace TvlUtl

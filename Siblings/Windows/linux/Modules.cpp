@@ -7,20 +7,49 @@
 #include <dlfcn.h>
 #include <filesystem>
 #include <fstream>
+#include <link.h>
+#include <string_view>
 
 namespace Ports {
 
 namespace {
+/// A search for a loaded module by the name of its file.
+struct Search {
+    std::string name;
+    const char* path = nullptr;   // where it lies, when it was found
+};
+
+int LookAt(dl_phdr_info* module, std::size_t, void* data)
+{
+    auto& search = *static_cast<Search*>(data);
+    const std::string_view path = module->dlpi_name;
+    if (path.substr(path.rfind('/') + 1) != search.name)
+        return 0;
+    search.path = module->dlpi_name;
+    return 1;
+}
+
 class LinuxModules final : public Modules {
 public:
     HMODULE Loaded(const std::wstring& name) const override
     {
+        Search search{TvlPlatform::ToUtf8(name)};
+        if (!dl_iterate_phdr(LookAt, &search))
+            return nullptr;
         // The reference that a successful look-up adds is given back: the caller owns nothing.
-        void* const module = dlopen(TvlPlatform::ToUtf8(name).c_str(), RTLD_NOLOAD | RTLD_LAZY);
+        void* const module = dlopen(search.path, RTLD_NOLOAD | RTLD_LAZY);
         if (module)
             dlclose(module);
         return static_cast<HMODULE>(module);
     }
+
+    HMODULE Load(const std::wstring& path) override
+    {
+        return static_cast<HMODULE>(dlopen(TvlPlatform::ToUtf8(path).c_str(), RTLD_NOW | RTLD_LOCAL));
+    }
+    void Unload(HMODULE module) override { dlclose(module); }
+
+    void* Address(HMODULE module, const std::string& name) const override { return dlsym(module, name.c_str()); }
 
     std::wstring ProgramPath() const override
     {

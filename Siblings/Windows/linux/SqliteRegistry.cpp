@@ -3,6 +3,7 @@
 #include "TvlPref/SystemRegistry.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "siblings/TvlPref/StoredRegistry.h"
+#include "siblings/TvlUtils/FilePath.h"
 #include "siblings/TvlUtils/LogMessage.h"
 #include "windows/Environment.h"
 
@@ -310,12 +311,13 @@ private:
 /// The file named by TVL_REGISTRY, or one in the user's configuration folder.
 std::filesystem::path RegistryFile()
 {
+    using TvlUtils::SystemIO::ToFilePath;
     const Ports::Environment& environment = Ports::Environment::Get();
     if (const auto file = environment.Variable(L"TVL_REGISTRY"); file && !file->empty())
-        return *file;
+        return ToFilePath(*file);
     if (const auto folder = environment.Variable(L"XDG_CONFIG_HOME"); folder && !folder->empty())
-        return std::filesystem::path(*folder) / L"TvlUtl" / L"registry.db";
-    return std::filesystem::path(environment.Variable(L"HOME").value_or(L"")) / L".config" / L"TvlUtl" / L"registry.db";
+        return ToFilePath(*folder) / "TvlUtl" / "registry.db";
+    return ToFilePath(environment.Variable(L"HOME").value_or(L"")) / ".config" / "TvlUtl" / "registry.db";
 }
 
 std::unique_ptr<RegistryStore> OpenSystemStore()
@@ -323,7 +325,7 @@ std::unique_ptr<RegistryStore> OpenSystemStore()
     const std::filesystem::path file = RegistryFile();
     std::error_code failed;
     std::filesystem::create_directories(file.parent_path(), failed);
-    return std::make_unique<SqliteStore>(TvlPlatform::ToUtf8(file.wstring()));
+    return std::make_unique<SqliteStore>(file.string());
 }
 }   // namespace
 

@@ -13,6 +13,14 @@ class Win32Modules final : public Modules {
 public:
     HMODULE Loaded(const std::wstring& name) const override { return GetModuleHandleW(name.c_str()); }
 
+    HMODULE Load(const std::wstring& path) override { return LoadLibraryW(path.c_str()); }
+    void Unload(HMODULE module) override { FreeLibrary(module); }
+
+    void* Address(HMODULE module, const std::string& name) const override
+    {
+        return reinterpret_cast<void*>(GetProcAddress(module, name.c_str()));
+    }
+
     std::wstring ProgramPath() const override
     {
         std::wstring path(MAX_PATH, L'\0');

@@ -15,8 +15,15 @@ public:
     static void SetForTests(Modules*);
 
     virtual ~Modules() = default;
-    /// GetModuleHandle: the module when it is already loaded, else null. Never loads it.
+    /// GetModuleHandle: the module of this file name when it is already loaded, else null. Never loads it.
     virtual HMODULE Loaded(const std::wstring& name) const = 0;
+    /// LoadLibraryW: loads a module by its path, or by its name where the system looks; null when it can't be loaded.
+    /// Each load wants an Unload.
+    virtual HMODULE Load(const std::wstring& path) = 0;
+    /// FreeLibrary: takes one load back. The module leaves the process with the last one.
+    virtual void Unload(HMODULE module) = 0;
+    /// GetProcAddress: the exported function or variable of this name, or null.
+    virtual void* Address(HMODULE module, const std::string& name) const = 0;
     /// Full path of the running program's file; empty when the system does not tell.
     virtual std::wstring ProgramPath() const = 0;
     /// The program's arguments, without its own name.

@@ -38,4 +38,12 @@ private:
     Stub m_stub = nullptr;
 };
 
+/// The same, named by the signature alone.
+template <class Result, class... Args>
+class Delegate<Result(Args...)> : public Delegate<Result (*)(Args...)> {
+public:
+    using Delegate<Result (*)(Args...)>::Delegate;
+    Delegate(const Delegate<Result (*)(Args...)>& other) : Delegate<Result (*)(Args...)>(other) { }
+};
+
 }   // namespace TvlUtils

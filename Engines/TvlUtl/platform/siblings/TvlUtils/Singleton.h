@@ -6,14 +6,29 @@
 #include <atomic>
 #include <cstdlib>
 #include <memory>
+#include <new>
 #include <typeindex>
 
 namespace TvlUtils {
 
-/// Base of a class that has one object. `Flag` is stored in the process-wide entry. The object lives until it is
-/// released, or until the module that made it goes away. Getting an object that lives takes no lock; any thread may.
+/// Base of a class that has one object, whichever modules of the process ask for it. `Flag`, 0 or 1, is stored in the
+/// process-wide entry. The object lives until it is released, or until the module that made it goes away. Any thread
+/// may call; getting an object that lives takes no lock.
+///
+/// A class that other modules name has its instantiation exported by the module that it belongs to. Its header says so
+/// before the class, and one source file makes the members:
+///
+///     class CpuID;
+///     extern template class TVLUTL_API TvlUtils::Singleton<CpuID, 0>;
+///     class TVLUTL_API CpuID : public TvlUtils::Singleton<CpuID, 0> { ... };
+///
+///     template class TvlUtils::Singleton<CpuID, 0>;   // in the source file
+///
+/// Members are defined outside the class for this: inline ones would be made anew in every module.
 template <class T, int Flag>
 class Singleton {
+    static_assert(Flag == 0 || Flag == 1);
+
 public:
     struct SingletonData {
         std::atomic<T*> instance = nullptr;   // the live object, or null
@@ -22,95 +37,97 @@ public:
     };
 
     /// The object, made when there is none.
-    static T& GetInstance()
-    {
-        SingletonData& data = *GetSingletonData(true);
-        CreateSingletonData(data);
-        return *data.instance;
-    }
-
+    static T& GetInstance();
     /// Whether an object lives. Makes none.
-    static bool HasInstance()
-    {
-        const SingletonData* const data = GetSingletonData(false);
-        return data && data->instance;
-    }
-
+    static bool HasInstance();
     /// Deletes the object. A later GetInstance makes a new one, after a permanent release too: callers rely on it.
-    static void ReleaseInstance(bool permanent)
-    {
-        SingletonData* const data = GetSingletonData(false);
-        if (!data)
-            return;
-        const WriteLock hold(data->lock);
-        DeleteInstance(data->instance.exchange(nullptr));
-        if (permanent)
-            data->released = true;
-    }
-
+    static void ReleaseInstance(bool permanent);
     /// Puts StaticFinalizer on the module's exit list.
-    static void RegisterFinalizer() { std::atexit(&StaticFinalizer); }
-
+    static void RegisterFinalizer();
     /// Tears down what this module made. Its address is the module's identity.
-    static void StaticFinalizer() { SingletonLibrary::NotifySingletonModuleUnloaded(FinalizerKey()); }
+    static void StaticFinalizer();
 
 protected:
-    Singleton() = default;
-    static T* CreateInstance() { return new T; }
-    static void DeleteInstance(T* instance) { delete instance; }
+    Singleton();
+    static T* CreateInstance();
+    static void DeleteInstance(T* instance);
 
 private:
-    static unsigned long long FinalizerKey() { return reinterpret_cast<unsigned long long>(&StaticFinalizer); }
+    using Reset = basic_safe_function<void()>;
 
-    static SingletonData* GetSingletonData(bool create)
-    {
-        static std::atomic<SingletonLibrary*> g_pEntry = nullptr;
-        static const std::unique_ptr<basic_safe_function<void()>, void (*)(basic_safe_function<void()>*)> resetEntry(
-            new basic_safe_function<void()>([] { g_pEntry.exchange(nullptr); }), &EndReset);
-        SingletonLibrary* entry = g_pEntry.load(std::memory_order_acquire);
-        if (!entry) {
-            entry = SingletonLibrary::GetEntryForType(typeid(T), &FillEntry, create, resetEntry.get());
-            g_pEntry.exchange(entry);
+    /// The end of a module's reset callable: the cached entry is cleared, and the register forgets the callable.
+    struct EndReset {
+        void operator()(Reset* reset) const
+        {
+            if (*reset)
+                (*reset)();
+            SingletonLibrary::RemoveCallback(typeid(T), reinterpret_cast<unsigned long long>(reset));
+            delete reset;
         }
-        return entry ? static_cast<SingletonData*>(entry->data) : nullptr;
-    }
+    };
 
-    /// At the module's end: the cached entry is cleared, and the register forgets the callable.
-    static void EndReset(basic_safe_function<void()>* reset)
-    {
-        if (*reset)
-            (*reset)();
-        SingletonLibrary::RemoveCallback(typeid(T), reinterpret_cast<unsigned long long>(reset));
-        delete reset;
-    }
+    static SingletonData* GetSingletonData(bool create);
+    static void CreateSingletonData(SingletonData& data);
+};
 
-    static void FillEntry(SingletonLibrary& entry, bool create)
-    {
-        const WriteLock hold(entry.lock);
-        if (!create || entry.data)
-            return;
-        auto* const data = new SingletonData;
-        entry.finalizerKey = FinalizerKey();
-        entry.flag = Flag != 0;
-        entry.data = data;
-        entry.deleter = &DeleteData;
-        CreateSingletonData(*data);
-    }
+template <class T, int Flag>
+Singleton<T, Flag>::Singleton() = default;
 
-    static void CreateSingletonData(SingletonData& data)
-    {
-        if (data.instance)
-            return;
-        const WriteLock hold(data.lock);
-        if (data.instance)
-            return;
-        T* const older = data.instance.exchange(CreateInstance());
-        DeleteInstance(older);
-        RegisterFinalizer();
-    }
+template <class T, int Flag>
+T& Singleton<T, Flag>::GetInstance()
+{
+    SingletonData& data = *GetSingletonData(true);
+    CreateSingletonData(data);
+    return *data.instance.load(std::memory_order_acquire);
+}
 
-    static void DeleteData(void* block)
-    {
+template <class T, int Flag>
+bool Singleton<T, Flag>::HasInstance()
+{
+    const SingletonData* const data = GetSingletonData(false);
+    return data && data->instance;
+}
+
+template <class T, int Flag>
+void Singleton<T, Flag>::ReleaseInstance(bool permanent)
+{
+    SingletonData* const data = GetSingletonData(false);
+    if (!data)
+        return;
+    const WriteLock hold(data->lock);
+    DeleteInstance(data->instance.exchange(nullptr));
+    if (permanent)
+        data->released = true;
+}
+
+template <class T, int Flag>
+void Singleton<T, Flag>::RegisterFinalizer()
+{
+    std::atexit(&StaticFinalizer);
+}
+
+template <class T, int Flag>
+void Singleton<T, Flag>::StaticFinalizer()
+{
+    SingletonLibrary::NotifySingletonModuleUnloaded(reinterpret_cast<unsigned long long>(&StaticFinalizer));
+}
+
+template <class T, int Flag>
+T* Singleton<T, Flag>::CreateInstance()
+{
+    return new T;
+}
+
+template <class T, int Flag>
+void Singleton<T, Flag>::DeleteInstance(T* instance)
+{
+    delete instance;
+}
+
+template <class T, int Flag>
+auto Singleton<T, Flag>::GetSingletonData(bool create) -> SingletonData*
+{
+    constexpr void (*deleteData)(void*) = [](void* block) {
         auto* const data = static_cast<SingletonData*>(block);
         if (!data)
             return;
@@ -119,7 +136,40 @@ private:
         data->lock.~ThreadLock();
         DeleteInstance(data->instance.exchange(nullptr));
         ::operator delete(data);
+    };
+    constexpr void (*fillEntry)(SingletonLibrary&, bool) = [](SingletonLibrary& entry, bool mayCreate) {
+        const WriteLock hold(entry.lock);
+        if (!mayCreate || entry.data)
+            return;
+        auto* const data = new SingletonData;
+        entry.finalizerKey = reinterpret_cast<unsigned long long>(&StaticFinalizer);
+        entry.flag = Flag != 0;
+        entry.data = data;
+        entry.deleter = deleteData;
+        CreateSingletonData(*data);
+    };
+
+    static std::atomic<SingletonLibrary*> g_pEntry = nullptr;
+    static const std::unique_ptr<Reset, EndReset> resetEntry(new Reset([] { g_pEntry.exchange(nullptr); }));
+    SingletonLibrary* entry = g_pEntry.load(std::memory_order_acquire);
+    if (!entry) {
+        entry = SingletonLibrary::GetEntryForType(typeid(T), fillEntry, create, resetEntry.get());
+        g_pEntry.exchange(entry);
     }
-};
+    return entry ? static_cast<SingletonData*>(entry->data.load(std::memory_order_acquire)) : nullptr;
+}
+
+template <class T, int Flag>
+void Singleton<T, Flag>::CreateSingletonData(SingletonData& data)
+{
+    if (data.instance.load(std::memory_order_acquire))
+        return;
+    const WriteLock hold(data.lock);
+    if (data.instance)
+        return;
+    T* const older = data.instance.exchange(CreateInstance());
+    DeleteInstance(older);
+    RegisterFinalizer();
+}
 
 }   // namespace TvlUtils

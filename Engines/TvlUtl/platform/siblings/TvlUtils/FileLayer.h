@@ -1,0 +1,106 @@
+// The narrow door to the file system: everything that the stand-ins do to files goes through these few operations, so
+// that a test can let each of them fail, or end the process in it.
+#pragma once
+
+#include "siblings/SiblingsApi.h"
+#include "siblings/TvlPlatform/TextEncoding.h"
+#include "siblings/TvlPlatform/TvlString.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <system_error>
+#include <vector>
+
+namespace TvlUtils::SystemIO {
+
+/// How a file operation ended: true for success, else the reason.
+class [[nodiscard]] FileResult {
+public:
+    FileResult() = default;
+    FileResult(std::error_code error) : m_error(error) { }
+    FileResult(std::errc error) : m_error(std::make_error_code(error)) { }
+
+    explicit operator bool() const { return !m_error; }
+    bool Is(std::errc reason) const { return m_error == reason; }
+    /// There is no such file, or no such folder on the way to it.
+    bool IsMissing() const { return Is(std::errc::no_such_file_or_directory); }
+    /// The reason in words, for the log; the same on every target for the usual ones.
+    TvlString Reason() const { return TvlPlatform::FromUtf8(m_error.default_error_condition().message()); }
+
+private:
+    std::error_code m_error;
+};
+
+enum class OpenMode {
+    Read,        ///< an existing file
+    ReadWrite,   ///< an existing file, its bytes kept
+    CreateNew,   ///< a new file for reading and writing; fails with file_exists
+};
+
+/// An open file. It belongs to one thread at a time. One that is not closed closes itself, and nobody learns how.
+class TVLSIBLINGS_API FileHandle {
+public:
+    virtual ~FileHandle() = default;
+    /// Reads up to `size` bytes from `offset` on; `done` is how many, less than `size` at the end of the file alone.
+    virtual FileResult ReadAt(long long offset, void* bytes, std::size_t size, std::size_t& done) = 0;
+    /// Writes up to `size` bytes at `offset`; `done` is how many, on success at least one. Fewer than `size` are no
+    /// failure: the next call tells what hinders the rest.
+    virtual FileResult WriteAt(long long offset, const void* bytes, std::size_t size, std::size_t& done) = 0;
+    /// Returns when the bytes written outlast a power cut.
+    virtual FileResult Flush() = 0;
+    /// Closes the file, whatever the result.
+    virtual FileResult Close() = 0;
+};
+
+enum class FileKind {
+    File,
+    Folder,
+    Other,   ///< a device, a pipe and the like
+};
+
+struct FileStatus {
+    FileKind kind = FileKind::File;
+    bool isReadOnly = false;
+    long long size = 0;   // bytes; 0 for what is no file
+    std::filesystem::file_time_type modified;
+};
+
+struct FolderEntry {
+    std::filesystem::path name;   // without the folder
+    FileKind kind = FileKind::File;
+};
+
+/// Files and folders by path. Safe to call from any thread. May throw what is not derived from std::exception: a test's
+/// layer ends the work so.
+class TVLSIBLINGS_API FileLayer {
+public:
+    static FileLayer& Get();
+    /// Replaces the layer; null restores the system's. The caller keeps ownership.
+    static void SetForTests(FileLayer*);
+
+    virtual ~FileLayer() = default;
+    /// Opens a regular file; anything else is refused.
+    virtual FileResult Open(const std::filesystem::path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle) = 0;
+    /// Gives a file or folder another name in the same file system. A file of that name is replaced in one step, which
+    /// outlasts a power cut as far as the system can do that.
+    virtual FileResult Rename(const std::filesystem::path& from, const std::filesystem::path& to) = 0;
+    /// Removes a file or an empty folder.
+    virtual FileResult Remove(const std::filesystem::path& path) = 0;
+    /// What a folder holds, in no order; "." and ".." are left out.
+    virtual FileResult List(const std::filesystem::path& folder, std::vector<FolderEntry>& entries) = 0;
+    /// Follows symbolic links.
+    virtual FileResult Stat(const std::filesystem::path& path, FileStatus& status) = 0;
+    /// Makes one folder, whose own folder must exist; fails with file_exists.
+    virtual FileResult MakeFolder(const std::filesystem::path& path) = 0;
+    /// Sets or clears the mark that keeps a file from being written.
+    virtual FileResult SetReadOnly(const std::filesystem::path& path, bool readOnly) = 0;
+};
+
+/// With this environment variable set to n the process ends at once in the n-th operation of the system's layer, with
+/// kFileStopExitCode: no handler runs and nothing is flushed. A write does half of its work before. Operations count
+/// from 1 in all threads together; handles that close themselves don't count.
+inline constexpr const wchar_t* kFileStopVariable = L"TVL_FILE_STOP_AT";
+inline constexpr int kFileStopExitCode = 86;
+
+}   // namespace TvlUtils::SystemIO

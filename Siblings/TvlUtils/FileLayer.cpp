@@ -1,0 +1,107 @@
+// The system's file layer, and the choice between it and others.
+#include "siblings/TvlUtils/FileLayer.h"
+
+#include "TvlUtils/FileStop.h"
+#include "Windows/SystemFiles.h"
+#include "windows/Environment.h"
+
+#include <atomic>
+#include <cstdlib>
+
+namespace TvlUtils::SystemIO {
+
+namespace fs = std::filesystem;
+
+namespace {
+FileKind KindOf(fs::file_type type)
+{
+    if (type == fs::file_type::regular)
+        return FileKind::File;
+    return type == fs::file_type::directory ? FileKind::Folder : FileKind::Other;
+}
+
+class SystemLayer final : public FileLayer {
+public:
+    FileResult Open(const fs::path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle) override
+    {
+        return OpenSystemFile(path, mode, handle);
+    }
+
+    FileResult Rename(const fs::path& from, const fs::path& to) override { return RenameSystemFile(from, to); }
+
+    FileResult Remove(const fs::path& path) override { return RemoveSystemFile(path); }
+
+    FileResult List(const fs::path& folder, std::vector<FolderEntry>& entries) override
+    {
+        entries.clear();
+        std::error_code failed;
+        for (fs::directory_iterator at(folder, failed), end; !failed && at != end; at.increment(failed)) {
+            std::error_code unknown;
+            entries.push_back({at->path().filename(), KindOf(at->status(unknown).type())});
+        }
+        return failed;
+    }
+
+    FileResult Stat(const fs::path& name, FileStatus& status) override
+    {
+        std::error_code failed;
+        // Not every system finds a folder whose name has a separator behind it.
+        const fs::path path = name.has_filename() ? name : name.parent_path();
+        const fs::file_status found = fs::status(path, failed);
+        if (!fs::exists(found))
+            return failed ? failed : std::make_error_code(std::errc::no_such_file_or_directory);
+        status.kind = KindOf(found.type());
+        status.isReadOnly = (found.permissions() & kWriters) == fs::perms::none;
+        status.size = 0;
+        status.modified = fs::last_write_time(path, failed);
+        if (!failed && status.kind == FileKind::File)
+            status.size = static_cast<long long>(fs::file_size(path, failed));
+        return failed;
+    }
+
+    FileResult MakeFolder(const fs::path& path) override
+    {
+        std::error_code failed;
+        if (!fs::create_directory(path, failed) && !failed)
+            return std::errc::file_exists;
+        return failed;
+    }
+
+    FileResult SetReadOnly(const fs::path& path, bool readOnly) override
+    {
+        std::error_code failed;
+        fs::permissions(path, readOnly ? kWriters : fs::perms::owner_write,
+            readOnly ? fs::perm_options::remove : fs::perm_options::add, failed);
+        return failed;
+    }
+
+private:
+    static constexpr fs::perms kWriters = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+};
+
+std::atomic<FileLayer*> replacement = nullptr;
+
+FileLayer& SystemFileLayer()
+{
+    static SystemLayer system;
+    static FileLayer& chosen = []() -> FileLayer& {
+        const auto stopAt = Ports::Environment::Get().Variable(kFileStopVariable);
+        const long long operation = stopAt ? std::wcstoll(stopAt->c_str(), nullptr, 10) : 0;
+        if (operation < 1)
+            return system;
+        static StoppingFileLayer stopping(system, operation);
+        return stopping;
+    }();
+    return chosen;
+}
+}   // namespace
+
+FileLayer& FileLayer::Get()
+{
+    FileLayer* const replaced = replacement.load(std::memory_order_acquire);
+    return replaced ? *replaced : SystemFileLayer();
+}
+
+void FileLayer::SetForTests(FileLayer* layer) { replacement.store(layer, std::memory_order_release); }
+
+}   // namespace TvlUtils::SystemIO

@@ -1,0 +1,232 @@
+// Whole files, over the file layer.
+#include "siblings/TvlUtils/FilePath.h"
+#include "siblings/TvlUtils/SystemIO.h"
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <random>
+
+namespace TvlUtils::SystemIO {
+
+namespace fs = std::filesystem;
+
+namespace {
+/// Runs `call`, whose own failures are results. Names that the file system can't express and a full heap become results
+/// as well.
+template <class Call>
+FileResult Reported(Call call)
+try {
+    return call();
+} catch (const std::bad_alloc&) {
+    return std::errc::not_enough_memory;
+} catch (const std::system_error& failure) {
+    return failure.code();
+}
+
+/// A path of the file system; throws what Reported makes a result of.
+fs::path PathOf(const TvlString& path)
+{
+    // The system would take the text up to the zero for the whole name.
+    if (path.Find(L'\0') >= 0)
+        throw std::system_error(std::make_error_code(std::errc::invalid_argument));
+    return ToFilePath(path);
+}
+
+bool HasKind(const TvlString& path, FileKind kind)
+{
+    FileStatus status;
+    return Reported([&] { return FileLayer::Get().Stat(PathOf(path), status); }) && status.kind == kind;
+}
+
+FileResult ReadToEnd(FileHandle& file, std::string& bytes, std::size_t limit)
+{
+    constexpr std::size_t kFirstPiece = 64 * 1024;
+    for (std::size_t size = 0;;) {
+        // One byte more than allowed tells a file that is too large.
+        bytes.resize(std::min(std::max(2 * size, kFirstPiece), limit) + 1);
+        std::size_t done = 0;
+        const std::size_t room = bytes.size() - size;
+        if (const FileResult result = file.ReadAt(static_cast<long long>(size), bytes.data() + size, room, done);
+            !result)
+            return result;
+        size += done;
+        if (done < room) {
+            bytes.resize(size);
+            return {};
+        }
+        if (size > limit)
+            return std::errc::file_too_large;
+    }
+}
+
+FileResult WriteWhole(FileHandle& file, std::string_view bytes)
+{
+    for (std::size_t written = 0; written < bytes.size();) {
+        std::size_t done = 0;
+        const std::string_view rest = bytes.substr(written);
+        if (const FileResult result = file.WriteAt(static_cast<long long>(written), rest.data(), rest.size(), done);
+            !result)
+            return result;
+        written += done;
+    }
+    return {};
+}
+
+// Names of aside files: the file's own, a number that nobody else has, and this end.
+constexpr std::string_view kAsideEnd = ".aside";
+constexpr std::size_t kAsideDigits = 16;
+
+/// ".<16 hexadecimal digits>.aside". Never the same again, in other processes too: a name that was used twice could
+/// rename another writer's unfinished file.
+std::string AsideSuffix()
+{
+    static std::atomic<unsigned> counter = 0;
+    static const std::uint64_t start = std::random_device()() ^ std::uint64_t{std::random_device()()} << 32;
+    const auto now = static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count());
+    char digits[kAsideDigits + 1];
+    std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(start + now * 65537 + counter++));
+    return "." + std::string(digits) + std::string(kAsideEnd);
+}
+
+bool IsAsideOf(const fs::path& path, const fs::path& name)
+{
+    const fs::path::string_type& all = name.native();
+    const fs::path::string_type own = path.filename().native();
+    const fs::path::string_type end = fs::path(kAsideEnd).native();
+    const std::size_t size = own.size() + 1 + kAsideDigits + end.size();
+    if (all.size() != size || !all.starts_with(own) || !all.ends_with(end) || all[own.size()] != '.')
+        return false;
+    const auto digits = all.begin() + static_cast<std::ptrdiff_t>(own.size()) + 1;
+    return std::all_of(
+        digits, digits + kAsideDigits, [](auto c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f'); });
+}
+
+/// What writers of this file left behind when they crashed. One that is at work finds its file gone and begins again.
+void RemoveLeftovers(const fs::path& path)
+{
+    std::vector<FolderEntry> entries;
+    const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
+    if (!FileLayer::Get().List(folder, entries))
+        return;   // no failure: the next writer tries again
+    for (const FolderEntry& entry : entries)
+        if (entry.kind == FileKind::File && IsAsideOf(path, entry.name))
+            static_cast<void>(FileLayer::Get().Remove(folder / entry.name));
+}
+
+FileResult MakeAside(const fs::path& aside, std::string_view bytes)
+{
+    std::unique_ptr<FileHandle> file;
+    FileResult result = FileLayer::Get().Open(aside, OpenMode::CreateNew, file);
+    if (!result)
+        return result;
+    result = WriteWhole(*file, bytes);
+    if (result)
+        result = file->Flush();
+    const FileResult closed = file->Close();
+    return result ? closed : result;
+}
+
+/// One attempt; `lost` tells that another writer has taken the aside file away.
+FileResult WriteAsideOnce(const fs::path& path, std::string_view bytes, bool& lost)
+{
+    fs::path aside = path;
+    aside += AsideSuffix();
+    FileResult result = MakeAside(aside, bytes);
+    if (result) {
+        result = FileLayer::Get().Rename(aside, path);
+        lost = result.IsMissing();
+    }
+    if (!result)
+        static_cast<void>(FileLayer::Get().Remove(aside));
+    return result;
+}
+}   // namespace
+
+namespace File {
+
+bool Delete(const TvlString& path)
+{
+    return !HasKind(path, FileKind::Folder)
+        && static_cast<bool>(Reported([&] { return FileLayer::Get().Remove(PathOf(path)); }));
+}
+
+bool Exists(const TvlString& path) { return HasKind(path, FileKind::File); }
+
+FileResult ReadAll(const TvlString& path, std::string& bytes, std::size_t limit)
+{
+    const FileResult result = Reported([&] {
+        std::unique_ptr<FileHandle> file;
+        const FileResult opened = FileLayer::Get().Open(PathOf(path), OpenMode::Read, file);
+        return opened ? ReadToEnd(*file, bytes, limit) : opened;
+    });
+    if (!result)
+        bytes.clear();
+    return result;
+}
+
+FileResult WriteAside(const TvlString& path, std::string_view bytes)
+{
+    constexpr int kAttempts = 10;
+    return Reported([&] {
+        const fs::path file = PathOf(path);
+        FileStatus status;
+        if (FileLayer::Get().Stat(file, status) && status.isReadOnly)
+            return FileResult(std::errc::permission_denied);
+        FileResult result;
+        bool lost = true;
+        for (int attempt = 0; lost && attempt < kAttempts; ++attempt) {
+            lost = false;
+            result = WriteAsideOnce(file, bytes, lost);
+        }
+        if (result)
+            RemoveLeftovers(file);
+        return result;
+    });
+}
+
+}   // namespace File
+
+namespace Path {
+
+bool Exists(const TvlString& path)
+{
+    FileStatus status;
+    return static_cast<bool>(Reported([&] { return FileLayer::Get().Stat(PathOf(path), status); }));
+}
+
+}   // namespace Path
+
+namespace Folder {
+
+bool Exists(const TvlString& path) { return HasKind(path, FileKind::Folder); }
+
+FileResult EnsureExists(const TvlString& path)
+{
+    return Reported([&] {
+        FileStatus status;
+        std::vector<fs::path> missing;
+        fs::path at = PathOf(path);
+        if (!at.has_filename())
+            at = at.parent_path();   // a separator stood at the end
+        for (; !at.empty() && FileLayer::Get().Stat(at, status).IsMissing(); at = at.parent_path()) {
+            missing.push_back(at);
+            if (at == at.parent_path())
+                break;   // a root that is not there
+        }
+        FileResult result;
+        for (auto folder = missing.rbegin(); result && folder != missing.rend(); ++folder) {
+            result = FileLayer::Get().MakeFolder(*folder);
+            if (result.Is(std::errc::file_exists))
+                result = {};   // somebody else was faster
+        }
+        if (result && !Exists(path))
+            return FileResult(std::errc::not_a_directory);
+        return result;
+    });
+}
+
+}   // namespace Folder
+
+}   // namespace TvlUtils::SystemIO

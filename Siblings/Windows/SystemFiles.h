@@ -1,0 +1,17 @@
+// The system's own side of the file layer, where the targets differ.
+#pragma once
+
+#include "siblings/TvlUtils/FileLayer.h"
+
+namespace TvlUtils::SystemIO {
+
+/// FileLayer::Open.
+FileResult OpenSystemFile(const std::filesystem::path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle);
+/// FileLayer::Rename.
+FileResult RenameSystemFile(const std::filesystem::path& from, const std::filesystem::path& to);
+/// FileLayer::Remove.
+FileResult RemoveSystemFile(const std::filesystem::path& path);
+/// Ends the process without running or flushing anything.
+[[noreturn]] void EndProcessAtOnce(int exitCode);
+
+}   // namespace TvlUtils::SystemIO

@@ -1,0 +1,128 @@
+// Files by the calls of POSIX.
+#include "Windows/SystemFiles.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace TvlUtils::SystemIO {
+
+namespace {
+FileResult LastError() { return std::error_code(errno, std::generic_category()); }
+
+/// Calls again what a signal has interrupted.
+template <class Call>
+auto Uninterrupted(Call call)
+{
+    auto result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
+}
+
+class LinuxFile final : public FileHandle {
+public:
+    explicit LinuxFile(int descriptor) : m_descriptor(descriptor) { }
+    LinuxFile(const LinuxFile&) = delete;
+    LinuxFile& operator=(const LinuxFile&) = delete;
+    ~LinuxFile() override
+    {
+        if (m_descriptor >= 0)
+            close(m_descriptor);
+    }
+
+    FileResult ReadAt(long long offset, void* bytes, std::size_t size, std::size_t& done) override
+    {
+        for (done = 0; done < size;) {
+            const auto count = Uninterrupted([&] {
+                return pread(
+                    m_descriptor, static_cast<char*>(bytes) + done, size - done, offset + static_cast<long long>(done));
+            });
+            if (count < 0)
+                return LastError();
+            if (count == 0)
+                break;
+            done += static_cast<std::size_t>(count);
+        }
+        return {};
+    }
+
+    FileResult WriteAt(long long offset, const void* bytes, std::size_t size, std::size_t& done) override
+    {
+        done = 0;
+        const auto count = Uninterrupted([&] { return pwrite(m_descriptor, bytes, size, offset); });
+        if (count < 0)
+            return LastError();
+        done = static_cast<std::size_t>(count);
+        return count == 0 && size > 0 ? FileResult(std::errc::no_space_on_device) : FileResult();
+    }
+
+    FileResult Flush() override
+    {
+        return Uninterrupted([&] { return fsync(m_descriptor); }) < 0 ? LastError() : FileResult();
+    }
+
+    FileResult Close() override
+    {
+        const int descriptor = std::exchange(m_descriptor, -1);
+        // An interrupted close has closed all the same.
+        return close(descriptor) < 0 && errno != EINTR ? LastError() : FileResult();
+    }
+
+private:
+    int m_descriptor;
+};
+
+int Flags(OpenMode mode)
+{
+    // Without O_NONBLOCK a pipe of this name would hold the caller up before it is refused.
+    static constexpr int kFlags[] = {O_RDONLY | O_NONBLOCK, O_RDWR | O_NONBLOCK, O_RDWR | O_CREAT | O_EXCL};
+    return kFlags[static_cast<int>(mode)] | O_CLOEXEC;
+}
+
+/// Makes changes of names in a folder outlast a power cut. Some file systems can't: nothing is lost but that promise.
+void FlushFolder(const std::filesystem::path& folder)
+{
+    const int descriptor = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    fsync(descriptor);
+    close(descriptor);
+}
+}   // namespace
+
+FileResult OpenSystemFile(const std::filesystem::path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle)
+{
+    constexpr mode_t kAccess = 0666;   // less the user's mask
+    const int descriptor = Uninterrupted([&] { return open(path.c_str(), Flags(mode), kAccess); });
+    if (descriptor < 0)
+        return LastError();
+    auto file = std::make_unique<LinuxFile>(descriptor);
+    struct stat status = {};
+    if (fstat(descriptor, &status) < 0)
+        return LastError();
+    if (!S_ISREG(status.st_mode))
+        return S_ISDIR(status.st_mode) ? std::errc::is_a_directory : std::errc::not_supported;
+    handle = std::move(file);
+    return {};
+}
+
+FileResult RenameSystemFile(const std::filesystem::path& from, const std::filesystem::path& to)
+{
+    if (std::rename(from.c_str(), to.c_str()) < 0)
+        return LastError();
+    FlushFolder(to.parent_path());
+    return {};
+}
+
+FileResult RemoveSystemFile(const std::filesystem::path& path)
+{
+    return std::remove(path.c_str()) < 0 ? LastError() : FileResult();
+}
+
+void EndProcessAtOnce(int exitCode) { _exit(exitCode); }
+
+}   // namespace TvlUtils::SystemIO

@@ -1,0 +1,133 @@
+// Files by the Windows calls.
+#include "Windows/SystemFiles.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+#include <windows.h>
+
+namespace TvlUtils::SystemIO {
+
+namespace {
+FileResult LastError() { return std::error_code(static_cast<int>(GetLastError()), std::system_category()); }
+
+class Win32File final : public FileHandle {
+public:
+    /// Owns the handle from now on.
+    explicit Win32File(HANDLE file) : m_file(file) { }
+    Win32File(const Win32File&) = delete;
+    Win32File& operator=(const Win32File&) = delete;
+    ~Win32File() override
+    {
+        if (m_file)
+            CloseHandle(m_file);
+    }
+
+    FileResult ReadAt(long long offset, void* bytes, std::size_t size, std::size_t& done) override
+    {
+        for (done = 0; done < size;) {
+            OVERLAPPED place = Place(offset + static_cast<long long>(done));
+            DWORD count = 0;
+            if (!ReadFile(m_file, static_cast<char*>(bytes) + done, Piece(size - done), &count, &place)
+                && GetLastError() != ERROR_HANDLE_EOF)
+                return LastError();
+            if (count == 0)
+                break;
+            done += count;
+        }
+        return {};
+    }
+
+    FileResult WriteAt(long long offset, const void* bytes, std::size_t size, std::size_t& done) override
+    {
+        OVERLAPPED place = Place(offset);
+        DWORD count = 0;
+        const bool written = WriteFile(m_file, bytes, Piece(size), &count, &place);
+        done = count;
+        if (!written)
+            return LastError();
+        return count == 0 && size > 0 ? FileResult(std::errc::no_space_on_device) : FileResult();
+    }
+
+    FileResult Flush() override { return FlushFileBuffers(m_file) ? FileResult() : LastError(); }
+    FileResult Close() override { return CloseHandle(std::exchange(m_file, nullptr)) ? FileResult() : LastError(); }
+
+private:
+    static OVERLAPPED Place(long long offset)
+    {
+        OVERLAPPED place{};
+        place.Offset = static_cast<DWORD>(offset);
+        place.OffsetHigh = static_cast<DWORD>(offset >> 32);
+        return place;
+    }
+    /// Counts of one call have 32 bits.
+    static DWORD Piece(std::size_t size) { return static_cast<DWORD>(std::min(size, std::size_t{1} << 30)); }
+
+    HANDLE m_file;
+};
+
+struct Mode {
+    DWORD access;
+    DWORD sharing;
+    DWORD disposition;
+};
+
+// In the order of OpenMode. What is being made must not be taken away before it is done.
+constexpr Mode kModes[] = {
+    {GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING},
+    {GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING},
+    {GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, CREATE_NEW},
+};
+
+bool IsFolder(const std::filesystem::path& path)
+{
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+}   // namespace
+
+FileResult OpenSystemFile(const std::filesystem::path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle)
+{
+    const auto& [access, sharing, disposition] = kModes[static_cast<int>(mode)];
+    const HANDLE opened =
+        CreateFileW(path.c_str(), access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (opened == INVALID_HANDLE_VALUE) {
+        const FileResult reason = LastError();
+        return reason.Is(std::errc::permission_denied) && IsFolder(path) ? std::errc::is_a_directory : reason;
+    }
+    auto file = std::make_unique<Win32File>(opened);
+    if (GetFileType(opened) != FILE_TYPE_DISK)
+        return std::errc::not_supported;
+    handle = std::move(file);
+    return {};
+}
+
+FileResult RenameSystemFile(const std::filesystem::path& from, const std::filesystem::path& to)
+{
+    // A reader, or a scanner for viruses, that has the file open for a moment keeps it from being replaced.
+    constexpr int kAttempts = 20;
+    constexpr DWORD kPause = 10;   // milliseconds
+    for (int attempt = 1;; ++attempt) {
+        if (MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+            return {};
+        const DWORD reason = GetLastError();
+        const bool mayPass = reason == ERROR_SHARING_VIOLATION || reason == ERROR_ACCESS_DENIED;
+        if (!mayPass || attempt == kAttempts)
+            return std::error_code(static_cast<int>(reason), std::system_category());
+        Sleep(kPause);
+    }
+}
+
+FileResult RemoveSystemFile(const std::filesystem::path& path)
+{
+    const bool removed = IsFolder(path) ? RemoveDirectoryW(path.c_str()) : DeleteFileW(path.c_str());
+    return removed ? FileResult() : LastError();
+}
+
+void EndProcessAtOnce(int exitCode)
+{
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(exitCode));
+    std::abort();   // not reached
+}
+
+}   // namespace TvlUtils::SystemIO

@@ -1,3 +1,0 @@
-#include "../SharedCounter.h"
-
-SharedCounter* CounterOfTheOtherModule() { return &SharedCounter::GetInstance(); }

@@ -1,0 +1,295 @@
+#include "MemoryFiles.h"
+
+#include <algorithm>
+#include <cstring>
+
+using namespace TvlUtils::SystemIO;
+
+/// An open file. It keeps its node when the name goes elsewhere.
+class MemoryFile final : public FileHandle {
+public:
+    MemoryFile(MemoryFiles& files, std::shared_ptr<MemoryFiles::Node> node, bool writes)
+        : m_files(files), m_node(std::move(node)), m_writes(writes)
+    {
+    }
+
+    FileResult ReadAt(long long offset, void* bytes, std::size_t size, std::size_t& done) override
+    {
+        done = 0;
+        if (const FileResult result = m_files.Begin(); !result)
+            return result;
+        const auto at = static_cast<std::size_t>(offset);
+        if (at < m_node->bytes.size())
+            done = m_node->bytes.copy(static_cast<char*>(bytes), size, at);
+        return {};
+    }
+
+    FileResult WriteAt(long long offset, const void* bytes, std::size_t size, std::size_t& done) override
+    {
+        done = 0;
+        if (!m_writes)
+            return std::errc::permission_denied;
+        return m_files.Write(*m_node, static_cast<std::size_t>(offset), {static_cast<const char*>(bytes), size}, done);
+    }
+
+    FileResult Flush() override
+    {
+        const FileResult result = m_files.Begin();
+        if (result)
+            m_node->flushed = m_node->bytes;
+        return result;
+    }
+
+    FileResult Close() override { return m_files.Begin(); }
+
+private:
+    MemoryFiles& m_files;
+    std::shared_ptr<MemoryFiles::Node> m_node;
+    bool m_writes;
+};
+
+MemoryFiles::MemoryFiles() { FileLayer::SetForTests(this); }
+
+MemoryFiles::~MemoryFiles() { FileLayer::SetForTests(nullptr); }
+
+void MemoryFiles::Inject(std::size_t operation, Fault fault)
+{
+    m_faultAt = m_operations + operation;
+    m_fault = fault;
+    m_reached = false;
+}
+
+void MemoryFiles::Restart()
+{
+    m_faultAt = 0;
+    m_capacity.reset();
+    m_reached = m_stopped = false;
+}
+
+FileResult MemoryFiles::Begin()
+{
+    if (m_stopped)
+        return std::errc::io_error;   // whoever cleans up on the way out of a process that has ended
+    ++m_operations;
+    const bool isPast = m_reached && m_fault == Fault::FailOnward;
+    if (m_operations != m_faultAt && !isPast)
+        return {};
+    m_reached = true;
+    if (m_fault == Fault::Fail || m_fault == Fault::FailOnward)
+        return std::errc::io_error;
+    if (m_fault != Fault::ShortWrite) {
+        EndProcess();
+        throw Stop();
+    }
+    return {};
+}
+
+void MemoryFiles::EndProcess()
+{
+    if (m_stopped || m_fault <= Fault::ShortWrite)
+        return;
+    m_stopped = true;
+    LoseUnflushed();
+}
+
+void MemoryFiles::LoseUnflushed()
+{
+    for (auto& [path, node] : m_nodes) {
+        std::string& bytes = node->bytes;
+        if (m_fault == Fault::StopDropped)
+            bytes = node->flushed;
+        // The first half has reached the disk, the second has not; the length may have been noted before the bytes.
+        if (m_fault == Fault::StopTorn && bytes != node->flushed)
+            for (std::size_t i = bytes.size() / 2; i < bytes.size(); ++i)
+                bytes[i] = i < node->flushed.size() ? node->flushed[i] : '\0';
+        node->flushed = bytes;
+    }
+}
+
+FileResult MemoryFiles::Write(Node& file, std::size_t offset, std::string_view bytes, std::size_t& done)
+{
+    const bool isFaulty = !m_stopped && m_operations + 1 == m_faultAt;
+    const bool stops = isFaulty && m_fault > Fault::ShortWrite;
+    if (!stops)
+        if (const FileResult result = Begin(); !result)
+            return result;
+    if (isFaulty && bytes.size() > 1)
+        bytes = bytes.substr(0, bytes.size() / 2);
+
+    const std::size_t growth = std::max(offset + bytes.size(), file.bytes.size()) - file.bytes.size();
+    const std::size_t used = UsedBytes();
+    if (m_capacity && used + growth > *m_capacity) {
+        m_reached = true;
+        const std::size_t lacking = used + growth - *m_capacity;
+        if (lacking >= bytes.size())
+            return std::errc::no_space_on_device;
+        bytes.remove_suffix(lacking);
+    }
+    done = bytes.size();
+    if (file.bytes.size() < offset + done)
+        file.bytes.resize(offset + done);
+    std::copy(bytes.begin(), bytes.end(), file.bytes.begin() + static_cast<std::ptrdiff_t>(offset));
+    file.modified = m_now += std::chrono::seconds(1);
+    return stops ? Begin() : FileResult();
+}
+
+std::shared_ptr<MemoryFiles::Node> MemoryFiles::Find(const Path& path) const
+{
+    const auto found = m_nodes.find(path.lexically_normal());
+    return found == m_nodes.end() ? nullptr : found->second;
+}
+
+bool MemoryFiles::HasFolderOf(const Path& path) const
+{
+    const Path folder = path.lexically_normal().parent_path();
+    const auto found = Find(folder);
+    return folder.empty() || folder == folder.root_path() || (found && found->kind == FileKind::Folder);
+}
+
+bool MemoryFiles::HoldsAnything(const Path& folder) const
+{
+    return std::any_of(m_nodes.begin(), m_nodes.end(),
+        [at = folder.lexically_normal()](const auto& node) { return node.first.parent_path() == at; });
+}
+
+void MemoryFiles::AddFolder(const Path& path)
+{
+    for (Path at = path.lexically_normal(); !at.empty() && at != at.root_path(); at = at.parent_path())
+        m_nodes.emplace(at, std::make_shared<Node>(Node{FileKind::Folder, {}, {}, false, m_now}));
+}
+
+void MemoryFiles::Put(const Path& path, const std::string& bytes)
+{
+    AddFolder(path.parent_path());
+    m_nodes[path.lexically_normal()] = std::make_shared<Node>(Node{FileKind::File, bytes, bytes, false, m_now});
+}
+
+std::optional<std::string> MemoryFiles::Get(const Path& path) const
+{
+    const auto node = Find(path);
+    return node && node->kind == FileKind::File ? std::optional(node->bytes) : std::nullopt;
+}
+
+std::size_t MemoryFiles::CountFiles() const
+{
+    return static_cast<std::size_t>(std::count_if(
+        m_nodes.begin(), m_nodes.end(), [](const auto& node) { return node.second->kind == FileKind::File; }));
+}
+
+std::size_t MemoryFiles::UsedBytes() const
+{
+    std::size_t bytes = 0;
+    for (const auto& [path, node] : m_nodes)
+        bytes += node->bytes.size();
+    return bytes;
+}
+
+FileResult MemoryFiles::Open(const Path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle)
+{
+    if (const FileResult result = Begin(); !result)
+        return result;
+    auto node = Find(path);
+    const bool isNew = mode == OpenMode::CreateNew;
+    if (isNew && node)
+        return std::errc::file_exists;
+    if (isNew ? !HasFolderOf(path) : !node)
+        return std::errc::no_such_file_or_directory;
+    if (isNew)
+        node = m_nodes[path.lexically_normal()] =
+            std::make_shared<Node>(Node{FileKind::File, {}, {}, false, m_now += std::chrono::seconds(1)});
+    if (node->kind == FileKind::Folder)
+        return std::errc::is_a_directory;
+    if (mode == OpenMode::ReadWrite && node->isReadOnly)
+        return std::errc::permission_denied;
+    handle = std::make_unique<MemoryFile>(*this, std::move(node), mode != OpenMode::Read);
+    return {};
+}
+
+FileResult MemoryFiles::Rename(const Path& from, const Path& to)
+{
+    if (const FileResult result = Begin(); !result)
+        return result;
+    const auto node = Find(from);
+    const auto old = Find(to);
+    if (!node || !HasFolderOf(to))
+        return std::errc::no_such_file_or_directory;
+    if (old && (old->kind == FileKind::Folder || node->kind == FileKind::Folder))
+        return std::errc::is_a_directory;
+    const Path source = from.lexically_normal();
+    const Path target = to.lexically_normal();
+    std::map<Path, std::shared_ptr<Node>> moved;
+    for (const auto& [path, held] : m_nodes) {
+        const auto [sourceEnd, rest] = std::mismatch(source.begin(), source.end(), path.begin(), path.end());
+        const bool moves = sourceEnd == source.end();
+        Path place = moves ? target : path;
+        for (auto element = rest; moves && element != path.end(); ++element)
+            place /= *element;
+        if (moves || path != target)
+            moved[place] = held;
+    }
+    m_nodes = std::move(moved);
+    return {};
+}
+
+FileResult MemoryFiles::Remove(const Path& path)
+{
+    if (const FileResult result = Begin(); !result)
+        return result;
+    const auto node = Find(path);
+    if (!node)
+        return std::errc::no_such_file_or_directory;
+    if (node->kind == FileKind::Folder && HoldsAnything(path))
+        return std::errc::directory_not_empty;
+    m_nodes.erase(path.lexically_normal());
+    return {};
+}
+
+FileResult MemoryFiles::List(const Path& folder, std::vector<FolderEntry>& entries)
+{
+    entries.clear();
+    if (const FileResult result = Begin(); !result)
+        return result;
+    const auto node = Find(folder);
+    if (!node)
+        return std::errc::no_such_file_or_directory;
+    if (node->kind != FileKind::Folder)
+        return std::errc::not_a_directory;
+    for (const auto& [path, held] : m_nodes)
+        if (path.parent_path() == folder.lexically_normal())
+            entries.push_back({path.filename(), held->kind});
+    return {};
+}
+
+FileResult MemoryFiles::Stat(const Path& path, FileStatus& status)
+{
+    if (const FileResult result = Begin(); !result)
+        return result;
+    const auto node = Find(path);
+    if (!node)
+        return std::errc::no_such_file_or_directory;
+    status = {node->kind, node->isReadOnly, static_cast<long long>(node->bytes.size()), node->modified};
+    return {};
+}
+
+FileResult MemoryFiles::MakeFolder(const Path& path)
+{
+    if (const FileResult result = Begin(); !result)
+        return result;
+    if (Find(path))
+        return std::errc::file_exists;
+    if (!HasFolderOf(path))
+        return std::errc::no_such_file_or_directory;
+    AddFolder(path);
+    return {};
+}
+
+FileResult MemoryFiles::SetReadOnly(const Path& path, bool readOnly)
+{
+    if (const FileResult result = Begin(); !result)
+        return result;
+    const auto node = Find(path);
+    if (!node)
+        return std::errc::no_such_file_or_directory;
+    node->isReadOnly = readOnly;
+    return {};
+}

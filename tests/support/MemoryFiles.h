@@ -1,0 +1,145 @@
+// A file layer in memory, where each operation can fail, stop halfway or be the last one before a crash.
+#pragma once
+
+#include "FaultWalk.h"
+#include "siblings/TvlUtils/FileLayer.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// Stands in for the system's layer while it lives. What tests put into it and ask of it directly is not counted.
+/// Operations are numbered from 1. For one thread.
+class MemoryFiles final : public TvlUtils::SystemIO::FileLayer {
+public:
+    using FileResult = TvlUtils::SystemIO::FileResult;
+    using Path = std::filesystem::path;
+
+    /// What happens in an operation.
+    enum class Fault {
+        Fail,          ///< fails with io_error and does nothing
+        FailOnward,    ///< so do all behind it
+        ShortWrite,    ///< a write does half of its work and succeeds; other operations are not touched
+        StopDropped,   ///< the process ends; of what was not flushed nothing is left
+        StopTorn,      ///< the process ends; of what was not flushed a part is left
+        StopKept,      ///< the process ends; what it has written is left
+    };
+    static constexpr Fault kFaults[] = {
+        Fault::Fail, Fault::FailOnward, Fault::ShortWrite, Fault::StopDropped, Fault::StopTorn, Fault::StopKept};
+
+    /// Thrown where the process ends. No exception that anybody handles; until Restart nothing has an effect any more.
+    struct Stop { };
+
+    MemoryFiles();
+    MemoryFiles(const MemoryFiles&) = delete;
+    MemoryFiles& operator=(const MemoryFiles&) = delete;
+    ~MemoryFiles() override;
+
+    /// Lets the n-th operation from now on meet a fault.
+    void Inject(std::size_t operation, Fault fault);
+    /// Bytes that all files together may have; writes beyond it do what fits and fail then with no_space_on_device.
+    void SetCapacity(std::size_t bytes) { m_capacity = bytes; }
+    /// Whether the fault has happened, or the capacity did not suffice.
+    bool FaultReached() const { return m_reached; }
+    /// Ends the process now, unless it ended before or the fault is no end of it: what an operation has reported as done
+    /// must outlast that.
+    void EndProcess();
+    /// Begins anew on what a crash has left, or what is there, without faults and limits.
+    void Restart();
+
+    /// Adds a folder and those above it.
+    void AddFolder(const Path& path);
+    /// Adds a file that is flushed, and its folders.
+    void Put(const Path& path, const std::string& bytes);
+    std::optional<std::string> Get(const Path& path) const;
+    /// Files there are, folders left out.
+    std::size_t CountFiles() const;
+    std::size_t UsedBytes() const;
+
+    FileResult Open(const Path& path, TvlUtils::SystemIO::OpenMode mode,
+        std::unique_ptr<TvlUtils::SystemIO::FileHandle>& handle) override;
+    FileResult Rename(const Path& from, const Path& to) override;
+    FileResult Remove(const Path& path) override;
+    FileResult List(const Path& folder, std::vector<TvlUtils::SystemIO::FolderEntry>& entries) override;
+    FileResult Stat(const Path& path, TvlUtils::SystemIO::FileStatus& status) override;
+    FileResult MakeFolder(const Path& path) override;
+    FileResult SetReadOnly(const Path& path, bool readOnly) override;
+
+private:
+    friend class MemoryFile;
+
+    struct Node {
+        TvlUtils::SystemIO::FileKind kind = TvlUtils::SystemIO::FileKind::File;
+        std::string bytes;     // as programs see them
+        std::string flushed;   // as a power cut leaves them
+        bool isReadOnly = false;
+        std::filesystem::file_time_type modified;
+    };
+
+    /// Counts an operation and lets it meet its fault; a failure ends the operation.
+    FileResult Begin();
+    /// Leaves of the files what the fault says that is left when the process ends.
+    void LoseUnflushed();
+    /// As much of a write as there is room for.
+    FileResult Write(Node& file, std::size_t offset, std::string_view bytes, std::size_t& done);
+    std::shared_ptr<Node> Find(const Path& path) const;
+    bool HasFolderOf(const Path& path) const;
+    bool HoldsAnything(const Path& folder) const;
+
+    std::map<Path, std::shared_ptr<Node>> m_nodes;
+    std::size_t m_operations = 0;
+    std::size_t m_faultAt = 0;   // 0 for none
+    Fault m_fault = Fault::Fail;
+    std::optional<std::size_t> m_capacity;
+    bool m_reached = false;
+    bool m_stopped = false;
+    std::filesystem::file_time_type m_now;   // one second later with every change
+};
+
+/// Runs `operation` over a file layer that `prepare(files)` has filled and `inject(files)` has spoilt, to its end or that
+/// of the process, which comes right behind it at the latest when the fault is one that ends it; then
+/// `check(files)` on what a process finds that starts afterwards. Returns whether the fault happened.
+template <class Prepare, class Inject, class Operation, class Check>
+bool RunOnFaultyFiles(Prepare prepare, Inject inject, Operation operation, Check check)
+{
+    MemoryFiles files;
+    prepare(files);
+    inject(files);
+    try {
+        operation();
+    } catch (const MemoryFiles::Stop&) {
+        // The process ended.
+    }
+    const bool reached = files.FaultReached();
+    files.EndProcess();
+    files.Restart();
+    check(files);
+    return reached;
+}
+
+/// Lets each kind of fault happen in each file operation of `operation`; see RunOnFaultyFiles.
+/// @param recorded file operations that `operation` is known to do
+template <class Prepare, class Operation, class Check>
+void WalkFileFaults(std::size_t recorded, Prepare prepare, Operation operation, Check check)
+{
+    for (const MemoryFiles::Fault fault : MemoryFiles::kFaults) {
+        SCOPED_TRACE(testing::Message() << "fault " << static_cast<int>(fault));
+        WalkFaultPoints(recorded, [&](std::size_t point) {
+            return RunOnFaultyFiles(
+                prepare, [&](MemoryFiles& files) { files.Inject(point, fault); }, operation, check);
+        });
+    }
+}
+
+/// Lets the disk be full at each byte that `operation` writes; see RunOnFaultyFiles.
+/// @param recorded bytes by which the files are known to grow on the way
+template <class Prepare, class Operation, class Check>
+void WalkFullDisk(std::size_t recorded, Prepare prepare, Operation operation, Check check)
+{
+    WalkFaultPoints(recorded, [&](std::size_t point) {
+        return RunOnFaultyFiles(
+            prepare, [&](MemoryFiles& files) { files.SetCapacity(files.UsedBytes() + point - 1); }, operation, check);
+    });
+}

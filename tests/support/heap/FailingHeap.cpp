@@ -1,0 +1,64 @@
+#include "FailingHeap.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+#include <thread>
+
+namespace {
+// Plain numbers beside the thread's id: nothing here may allocate.
+std::atomic<bool> active = false;
+std::thread::id watched;
+int failAt = FailingHeap::kNever;
+int count = 0;
+
+/// Counts an allocation; false when it is the one to fail.
+bool Admit()
+{
+    if (!active.load(std::memory_order_acquire) || std::this_thread::get_id() != watched)
+        return true;
+    return count++ != failAt;
+}
+}   // namespace
+
+extern "C" {
+// The linker gives the heap's calls of every object these names, and the heap's own functions the others.
+void* __real_malloc(std::size_t size);
+void* __real_calloc(std::size_t count, std::size_t size);
+void* __real_realloc(void* block, std::size_t size);
+
+void* __wrap_malloc(std::size_t size) { return Admit() ? __real_malloc(size) : nullptr; }
+void* __wrap_calloc(std::size_t number, std::size_t size) { return Admit() ? __real_calloc(number, size) : nullptr; }
+void* __wrap_realloc(void* block, std::size_t size) { return Admit() ? __real_realloc(block, size) : nullptr; }
+}
+
+FailingHeap::FailingHeap(int point)
+{
+    watched = std::this_thread::get_id();
+    failAt = point;
+    count = 0;
+    active.store(true, std::memory_order_release);
+}
+
+FailingHeap::~FailingHeap() { active.store(false, std::memory_order_release); }
+
+int FailingHeap::Count() const { return count; }
+bool FailingHeap::HasFailed() const { return failAt != kNever && count > failAt; }
+
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return Admit() ? __real_malloc(size > 0 ? size : 1) : nullptr;
+}
+void* operator new(std::size_t size)
+{
+    void* const block = operator new(size, std::nothrow);
+    return block ? block : throw std::bad_alloc();
+}
+void* operator new[](std::size_t size) { return operator new(size); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return operator new(size, std::nothrow); }
+void operator delete(void* block) noexcept { std::free(block); }
+void operator delete(void* block, std::size_t) noexcept { std::free(block); }
+void operator delete(void* block, const std::nothrow_t&) noexcept { std::free(block); }
+void operator delete[](void* block) noexcept { std::free(block); }
+void operator delete[](void* block, std::size_t) noexcept { std::free(block); }
+void operator delete[](void* block, const std::nothrow_t&) noexcept { std::free(block); }

@@ -1,0 +1,63 @@
+#include "StartChild.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace {
+/// The texts as the system wants them, ended by a null pointer.
+std::vector<char*> Pointers(std::vector<std::string>& texts)
+{
+    std::vector<char*> pointers;
+    for (std::string& text : texts)
+        pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+std::vector<std::string> Environment(const ChildProcess& child)
+{
+    std::vector<std::string> variables;
+    for (char** variable = environ; *variable; ++variable) {
+        const std::string text = *variable;
+        if (!child.environment.contains(text.substr(0, text.find('='))))
+            variables.push_back(text);
+    }
+    for (const auto& [name, value] : child.environment)
+        variables.push_back(name + "=" + value);
+    return variables;
+}
+
+void Check(int error)
+{
+    if (error != 0)
+        throw std::system_error(error, std::generic_category(), "the program can't be started");
+}
+}   // namespace
+
+int StartChild(const std::filesystem::path& program, const ChildProcess& child, const ChildStreams& streams)
+{
+    std::vector<std::string> arguments{program.string()};
+    arguments.insert(arguments.end(), child.arguments.begin(), child.arguments.end());
+    std::vector<std::string> environment = Environment(child);
+
+    posix_spawn_file_actions_t actions;
+    Check(posix_spawn_file_actions_init(&actions));
+    constexpr int kWrite = O_WRONLY | O_CREAT | O_TRUNC;
+    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, streams.input.c_str(), O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, streams.output.c_str(), kWrite, 0600);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, streams.errors.c_str(), kWrite, 0600);
+    pid_t process = 0;
+    const int failed = posix_spawn(
+        &process, program.c_str(), &actions, nullptr, Pointers(arguments).data(), Pointers(environment).data());
+    posix_spawn_file_actions_destroy(&actions);
+    Check(failed);
+
+    int status = 0;
+    while (waitpid(process, &status, 0) < 0 && errno == EINTR)
+        continue;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
