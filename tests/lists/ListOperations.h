@@ -10,17 +10,7 @@
 
 namespace ListTrials {
 
-/// A function that reads into a buffer as large as the operation's data.
-template <class Read>
-Outcome ReadInto(const Operation& operation, Read read)
-{
-    std::string buffer(operation.data.size() + 1, '?');
-    const LONG result = read(buffer.data(), static_cast<ULONG>(operation.data.size()));
-    buffer.pop_back();
-    return {result, buffer};
-}
-
-/// What such a function leaves in the buffer when it hands out `bytes`.
+/// What is left in a buffer as large as the operation's data when `bytes` are copied to it.
 inline Outcome Handed(LONG result, const Operation& operation, const std::string& bytes)
 {
     std::string buffer(operation.data.size(), '?');
@@ -28,18 +18,18 @@ inline Outcome Handed(LONG result, const Operation& operation, const std::string
     return {result, buffer};
 }
 
-inline Outcome Collect(HMEM__* handle)
+inline LONG Collect(HMEM__* handle, std::string& out)
 {
-    Outcome outcome;
-    outcome.result = LIST_Enum(
+    out.clear();
+    return LIST_Enum(
         handle,
         [](void* element, ULONG size, LONG index, long long context) -> LONG {
-            auto& out = *reinterpret_cast<std::string*>(context);
-            out += std::to_string(index) + ':' + std::string(static_cast<const char*>(element), size);
+            auto& collected = *reinterpret_cast<std::string*>(context);
+            collected += std::to_string(index) + ':';
+            collected.append(static_cast<const char*>(element), size);
             return index != 20;
         },
-        reinterpret_cast<long long>(&outcome.out));
-    return outcome;
+        reinterpret_cast<long long>(&out));
 }
 
 inline Outcome Collect(const ListModel& model)
@@ -62,7 +52,8 @@ inline Outcome Removed(ListModel& model, const Operation& operation, LONG index,
 
 struct ListRow {
     const char* name;
-    Outcome (*real)(HMEM__* handle, const Operation& operation);
+    /// `out` is a buffer as large as the operation's data. Nothing in here allocates but the list.
+    LONG (*real)(HMEM__* handle, const Operation& operation, std::string& out);
     Outcome (*model)(ListModel& model, const Operation& operation);
 };
 
@@ -71,72 +62,62 @@ inline ULONG HalfOf(const Operation& o) { return SizeOf(o) / 2; }
 
 constexpr ListRow kListRows[] = {
     {"Push",
-        [](HMEM__* handle, const Operation& o) -> Outcome {
-            return {LIST_Push(handle, o.data.data(), SizeOf(o)), {}};
+        [](HMEM__* handle, const Operation& o, std::string&) -> LONG {
+            return LIST_Push(handle, o.data.data(), SizeOf(o));
         },
         [](ListModel& model, const Operation& o) -> Outcome {
-            return {model.Insert(model.Count(), o.data), {}};
+            return Handed(model.Insert(model.Count(), o.data), o, {});
         }},
     {"InsertTop",
-        [](HMEM__* handle, const Operation& o) -> Outcome {
-            return {LIST_InsertTop(handle, o.data.data(), SizeOf(o)), {}};
+        [](HMEM__* handle, const Operation& o, std::string&) -> LONG {
+            return LIST_InsertTop(handle, o.data.data(), SizeOf(o));
         },
-        [](ListModel& model, const Operation& o) -> Outcome {
-            return {model.Insert(0, o.data), {}};
-        }},
+        [](ListModel& model, const Operation& o) -> Outcome { return Handed(model.Insert(0, o.data), o, {}); }},
     {"Insert",
-        [](HMEM__* handle, const Operation& o) -> Outcome {
-            return {LIST_Insert(handle, o.index, o.data.data(), SizeOf(o)), {}};
+        [](HMEM__* handle, const Operation& o, std::string&) -> LONG {
+            return LIST_Insert(handle, o.index, o.data.data(), SizeOf(o));
         },
-        [](ListModel& model, const Operation& o) -> Outcome {
-            return {model.Insert(o.index, o.data), {}};
-        }},
+        [](ListModel& model, const Operation& o) -> Outcome { return Handed(model.Insert(o.index, o.data), o, {}); }},
     {"PutIth",
-        [](HMEM__* handle, const Operation& o) -> Outcome {
-            return {LIST_PutIth(handle, o.index, o.data.data(), SizeOf(o)), {}};
+        [](HMEM__* handle, const Operation& o, std::string&) -> LONG {
+            return LIST_PutIth(handle, o.index, o.data.data(), SizeOf(o));
         },
-        [](ListModel& model, const Operation& o) -> Outcome {
-            return {model.Put(o.index, o.data), {}};
-        }},
+        [](ListModel& model, const Operation& o) -> Outcome { return Handed(model.Put(o.index, o.data), o, {}); }},
     {"ReplaceIth",
-        [](HMEM__* handle, const Operation& o) -> Outcome {
-            return {LIST_ReplaceIth(handle, o.index, o.data.data(), SizeOf(o)), {}};
+        [](HMEM__* handle, const Operation& o, std::string&) -> LONG {
+            return LIST_ReplaceIth(handle, o.index, o.data.data(), SizeOf(o));
         },
-        [](ListModel& model, const Operation& o) -> Outcome {
-            return {model.Replace(o.index, o.data), {}};
-        }},
+        [](ListModel& model, const Operation& o) -> Outcome { return Handed(model.Replace(o.index, o.data), o, {}); }},
     {"InsertAtFree",
-        [](HMEM__* handle, const Operation& o) -> Outcome {
-            return {LIST_InsertAtFree(handle, o.data.data(), SizeOf(o)), {}};
+        [](HMEM__* handle, const Operation& o, std::string&) -> LONG {
+            return LIST_InsertAtFree(handle, o.data.data(), SizeOf(o));
         },
-        [](ListModel& model, const Operation& o) -> Outcome {
-            return {model.InsertAtFree(o.data), {}};
-        }},
+        [](ListModel& model, const Operation& o) -> Outcome { return Handed(model.InsertAtFree(o.data), o, {}); }},
     {"InsertSubList",
-        [](HMEM__* handle, const Operation& o) -> Outcome {
-            return {LIST_InsertSubList(handle, o.index, o.data.data(), static_cast<LONG>(o.data.size())), {}};
+        [](HMEM__* handle, const Operation& o, std::string&) -> LONG {
+            return LIST_InsertSubList(handle, o.index, o.data.data(), static_cast<LONG>(o.data.size()));
         },
         [](ListModel& model, const Operation& o) -> Outcome {
-            return {model.InsertSubList(o.index, o.data), {}};
+            return Handed(model.InsertSubList(o.index, o.data), o, {});
         }},
     {"PopOldest",
-        [](HMEM__* handle, const Operation& o) -> Outcome {
-            return ReadInto(o, [=](void* out, ULONG size) { return LIST_PopOldest(handle, out, size); });
+        [](HMEM__* handle, const Operation& o, std::string& out) -> LONG {
+            return LIST_PopOldest(handle, out.data(), SizeOf(o));
         },
         [](ListModel& model, const Operation& o) -> Outcome { return Removed(model, o, 0, &ListModel::Remove); }},
     {"Remove",
-        [](HMEM__* handle, const Operation& o) -> Outcome {
-            return ReadInto(o, [&](void* out, ULONG size) { return LIST_Remove(handle, o.index, out, size); });
+        [](HMEM__* handle, const Operation& o, std::string& out) -> LONG {
+            return LIST_Remove(handle, o.index, out.data(), SizeOf(o));
         },
         [](ListModel& model, const Operation& o) -> Outcome { return Removed(model, o, o.index, &ListModel::Remove); }},
     {"DeleteIth",
-        [](HMEM__* handle, const Operation& o) -> Outcome {
-            return ReadInto(o, [&](void* out, ULONG size) { return LIST_DeleteIth(handle, o.index, out, size); });
+        [](HMEM__* handle, const Operation& o, std::string& out) -> LONG {
+            return LIST_DeleteIth(handle, o.index, out.data(), SizeOf(o));
         },
         [](ListModel& model, const Operation& o) -> Outcome { return Removed(model, o, o.index, &ListModel::Delete); }},
     {"GetIth",
-        [](HMEM__* handle, const Operation& o) -> Outcome {
-            return ReadInto(o, [&](void* out, ULONG size) { return LIST_GetIth(handle, o.index, out, size); });
+        [](HMEM__* handle, const Operation& o, std::string& out) -> LONG {
+            return LIST_GetIth(handle, o.index, out.data(), SizeOf(o));
         },
         [](ListModel& model, const Operation& o) -> Outcome {
             const std::string bytes = model.Holds(o.index) ? model.Bytes(o.index) : "";
@@ -144,36 +125,34 @@ constexpr ListRow kListRows[] = {
             return Handed(o.data.empty() ? 0 : bytes.empty() ? -1 : copied, o, bytes);
         }},
     {"ExistIth",
-        [](HMEM__* handle, const Operation& o) -> Outcome {
-            return {LIST_ExistIth(handle, o.index), {}};
-        },
+        [](HMEM__* handle, const Operation& o, std::string&) -> LONG { return LIST_ExistIth(handle, o.index); },
         [](ListModel& model, const Operation& o) -> Outcome {
-            return {model.Holds(o.index) && !model.Bytes(o.index).empty(), {}};
+            return Handed(model.Holds(o.index) && !model.Bytes(o.index).empty(), o, {});
         }},
     {"FindElement",
-        [](HMEM__* handle, const Operation& o) -> Outcome {
+        [](HMEM__* handle, const Operation& o, std::string&) -> LONG {
             const ULONG half = HalfOf(o);
-            return {LIST_FindElement(handle, o.index, o.data.data(), SizeOf(o), half, SizeOf(o) - half), {}};
+            return LIST_FindElement(handle, o.index, o.data.data(), SizeOf(o), half, SizeOf(o) - half);
         },
         [](ListModel& model, const Operation& o) -> Outcome {
-            return {model.Find(o.index, o.data, HalfOf(o), false), {}};
+            return Handed(model.Find(o.index, o.data, HalfOf(o), false), o, {});
         }},
     {"FindCompleteElement",
-        [](HMEM__* handle, const Operation& o) -> Outcome {
-            return {LIST_FindCompleteElement(handle, o.index, o.data.data(), SizeOf(o)), {}};
+        [](HMEM__* handle, const Operation& o, std::string&) -> LONG {
+            return LIST_FindCompleteElement(handle, o.index, o.data.data(), SizeOf(o));
         },
         [](ListModel& model, const Operation& o) -> Outcome {
-            return {model.Find(o.index, o.data, 0, true), {}};
+            return Handed(model.Find(o.index, o.data, 0, true), o, {});
         }},
     {"SizeSubList",
-        [](HMEM__* handle, const Operation& o) -> Outcome {
-            return {LIST_SizeSubList(handle, o.index, 1, 2), {}};
+        [](HMEM__* handle, const Operation& o, std::string&) -> LONG {
+            return LIST_SizeSubList(handle, o.index, 1, 2);
         },
         [](ListModel& model, const Operation& o) -> Outcome {
             const auto size = static_cast<ULONG>(model.Holds(o.index) ? model.Bytes(o.index).size() : 0);
-            return {model.Holds(o.index) ? static_cast<LONG>((size - 1) / 2) : -1, {}};
+            return Handed(model.Holds(o.index) ? static_cast<LONG>((size - 1) / 2) : -1, o, {});
         }},
-    {"Enum", [](HMEM__* handle, const Operation&) -> Outcome { return Collect(handle); },
+    {"Enum", [](HMEM__* handle, const Operation&, std::string& out) -> LONG { return Collect(handle, out); },
         [](ListModel& model, const Operation&) -> Outcome { return Collect(model); }},
 };
 
@@ -208,20 +187,25 @@ inline std::string Difference(HMEM__* handle, const ListModel& model)
     return said.str();
 }
 
-/// Runs one operation on both; what went wrong, or nothing.
-inline std::string Step(HMEM__* handle, ListModel& model, const Operation& operation)
+/// What went wrong with an operation that has run on the list, or nothing. Runs it on the model.
+inline std::string Compare(HMEM__* handle, ListModel& model, const Operation& operation, const Outcome& real)
 {
     const ListRow& row = kListRows[operation.kind];
-    const Outcome real = row.real(handle, operation);
     const Outcome expected = row.model(model, operation);
     std::ostringstream said;
     if (!(real == expected))
         said << "gives " << real << ", not " << expected << '\n';
     said << Difference(handle, model);
-    if (said.str().empty())
-        return {};
-    return std::string(row.name) + " at " + std::to_string(operation.index) + " of "
-        + std::to_string(operation.data.size()) + " bytes: " + said.str();
+    return Describe(row.name, operation, said.str());
+}
+
+/// Runs one operation on both; what went wrong, or nothing.
+inline std::string Step(HMEM__* handle, ListModel& model, const Operation& operation)
+{
+    const ListRow& row = kListRows[operation.kind];
+    Outcome real = {0, std::string(operation.data.size(), '?')};
+    real.result = row.real(handle, operation, real.out);
+    return Compare(handle, model, operation, real);
 }
 
 }   // namespace ListTrials

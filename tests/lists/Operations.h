@@ -37,6 +37,14 @@ inline std::ostream& operator<<(std::ostream& stream, const Outcome& outcome)
     return stream << outcome.result << " with " << outcome.out.size() << " bytes";
 }
 
+/// What went wrong and where; empty when nothing did.
+inline std::string Describe(const char* name, const Operation& operation, const std::string& wrong)
+{
+    return wrong.empty() ? wrong
+                         : std::string(name) + " at " + std::to_string(operation.index) + " of "
+            + std::to_string(operation.data.size()) + " bytes: " + wrong;
+}
+
 /// An operation for a list of `count` elements. Bytes come from a small alphabet, so that searches find something.
 inline Operation Choose(Choices& choices, unsigned kinds, LONG count)
 {

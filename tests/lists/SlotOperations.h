@@ -244,10 +244,7 @@ inline std::string Compare(const OpenList& list, SlotModel& model, const Operati
     if (result != expected)
         said << "gives " << result << ", not " << expected << '\n';
     said << Difference(list, model);
-    if (said.str().empty())
-        return {};
-    return std::string(row.name) + " at " + std::to_string(operation.index) + " of "
-        + std::to_string(operation.data.size()) + " bytes: " + said.str();
+    return Describe(row.name, operation, said.str());
 }
 
 /// Runs one operation on both; what went wrong, or nothing.
