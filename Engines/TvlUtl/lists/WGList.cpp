@@ -15,6 +15,7 @@ static_assert(std::is_standard_layout_v<WGList> && sizeof(LISTELEMENT) == 16);
 namespace {
 constexpr int kStep = 8;             // slots by which the capacity grows and that a shrink leaves
 constexpr int kFirstCapacity = 16;   // slots of a new list
+constexpr int kFewestNew = 32;       // slots by which the array grows at least
 
 constexpr int kRefused = -1;
 constexpr int kNoSlots = 2;
@@ -32,12 +33,15 @@ void* NewBlock(const void* data, LONG size)
     return block;
 }
 
+std::size_t SlotBytes(int slots) { return static_cast<std::size_t>(slots) * sizeof(LISTELEMENT); }
+
 LISTELEMENT* NewSlots(int slots)
 {
-    return static_cast<LISTELEMENT*>(std::calloc(static_cast<std::size_t>(std::max(slots, 1)), sizeof(LISTELEMENT)));
+    // The heap's fast lists serve malloc and not calloc.
+    const std::size_t bytes = SlotBytes(std::max(slots, 1));
+    void* const block = std::malloc(bytes);
+    return static_cast<LISTELEMENT*>(block ? std::memset(block, 0, bytes) : nullptr);
 }
-
-std::size_t SlotBytes(int slots) { return static_cast<std::size_t>(slots) * sizeof(LISTELEMENT); }
 
 /// Puts a block into a slot. What the slot held goes, also what a free one had been left with.
 void Store(LISTELEMENT& slot, void* block, LONG size)
@@ -98,7 +102,7 @@ bool WGList::Grow() noexcept
         capacity += kStep;
     if (count < allocated)
         return true;
-    const int slots = std::max(capacity, count + count / 2);
+    const int slots = std::max(capacity, count + std::max(count / 2, kFewestNew));
     auto* const grown = static_cast<LISTELEMENT*>(std::realloc(elements, SlotBytes(slots)));
     if (!grown)
         return false;
