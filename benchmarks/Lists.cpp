@@ -12,15 +12,22 @@
 namespace {
 
 constexpr char kElement[] = "ten bytes";
-constexpr std::size_t kElementSize = sizeof kElement;
-static_assert(kElementSize == 10);
+
+/// A size that compilers don't know, as no list knows those of its elements.
+std::uint32_t ElementSize()
+{
+    std::uint32_t size = sizeof kElement;
+    benchmark::DoNotOptimize(size);
+    return size;
+}
 
 void Lists_Push(benchmark::State& state)
 {
+    const std::uint32_t elementSize = ElementSize();
     for (auto _ : state) {
         HMEM__* const list = LIST_Ctor();
         for (std::int64_t i = 0; i < state.range(0); ++i)
-            LIST_Push(list, kElement, kElementSize);
+            LIST_Push(list, kElement, elementSize);
         LIST_Dtor(list);
     }
 }
@@ -28,20 +35,21 @@ void Lists_Push(benchmark::State& state)
 /// One block of offsets and elements that every push makes exactly as large as it must be.
 void Lists_PushBare(benchmark::State& state)
 {
+    const std::uint32_t elementSize = ElementSize();
     for (auto _ : state) {
         auto* block = static_cast<char*>(std::malloc(sizeof(std::uint32_t)));
         std::uint32_t size = sizeof(std::uint32_t);
         std::memcpy(block, &size, sizeof size);
         for (std::uint32_t count = 0; count < state.range(0); ++count) {
             const std::uint32_t table = 4 * (count + 1);
-            block = static_cast<char*>(std::realloc(block, size + 4 + kElementSize));
+            block = static_cast<char*>(std::realloc(block, size + 4 + elementSize));
             std::memmove(block + table + 4, block + table, size - table);
             auto* const offsets = reinterpret_cast<std::uint32_t*>(block);
             for (std::size_t i = 0; i <= count; ++i)
                 offsets[i] += 4;
-            size += 4 + kElementSize;
+            size += 4 + elementSize;
             std::memcpy(block + table, &size, sizeof size);
-            std::memcpy(block + size - kElementSize, kElement, kElementSize);
+            std::memcpy(block + size - elementSize, kElement, elementSize);
         }
         benchmark::DoNotOptimize(block);
         std::free(block);
@@ -93,16 +101,18 @@ void Lists_CopyTable(benchmark::State& state)
 
 void Lists_Insert(benchmark::State& state)
 {
+    const auto elementSize = static_cast<LONG>(ElementSize());
     for (auto _ : state) {
         WGList list;
         for (std::int64_t i = 0; i < state.range(0); ++i)
-            list.InsertEnd(kElement, kElementSize);
+            list.InsertEnd(kElement, elementSize);
         benchmark::DoNotOptimize(list.GetEnd());
     }
 }
 
 void Lists_InsertIntoVector(benchmark::State& state)
 {
+    const std::uint32_t elementSize = ElementSize();
     struct Block {
         void* data;
         std::size_t size;
@@ -111,9 +121,9 @@ void Lists_InsertIntoVector(benchmark::State& state)
         std::vector<Block> list;
         list.reserve(16);
         for (std::int64_t i = 0; i < state.range(0); ++i) {
-            void* const data = std::malloc(kElementSize);
-            std::memcpy(data, kElement, kElementSize);
-            list.push_back({data, kElementSize});
+            void* const data = std::malloc(elementSize);
+            std::memcpy(data, kElement, elementSize);
+            list.push_back({data, elementSize});
         }
         benchmark::DoNotOptimize(list.data());
         for (const Block& block : list)

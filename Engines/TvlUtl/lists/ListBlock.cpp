@@ -30,17 +30,32 @@ Size Shift(LIST* list, Size entries)
     return need > 0 ? (need + 3) & ~Size{3} : 0;
 }
 
-/// Adds to entries `first` up to `last`, that one included. Whole runs of one constant: the hot loop of every add and
-/// remove, kept in a form that compilers turn into vectors whatever the table's alignment. Subtraction wraps.
-void AddToEntries(LIST* list, std::size_t first, std::size_t last, ULONG delta)
+/// Adds to `count` entries from `table` on. A run of one constant, kept in a form that compilers turn into vectors
+/// whatever the alignment.
+inline void AddToRun(BYTE* table, std::size_t count, ULONG delta)
 {
-    BYTE* const table = EntryAt(list, 0);
-    for (std::size_t i = first; i <= last; ++i) {
+#pragma GCC unroll 4
+    for (std::size_t i = 0; i < count; ++i) {
         ULONG offset;
         std::memcpy(&offset, table + 4 * i, sizeof offset);
         offset += delta;
         std::memcpy(table + 4 * i, &offset, sizeof offset);
     }
+}
+
+/// Adds to entries `first` up to `last`, that one included: the hot loop of every add and remove. Subtraction wraps.
+void AddToEntries(LIST* list, std::size_t first, std::size_t last, ULONG delta)
+{
+    if (last < first)
+        return;
+    // Vectors that begin at their own multiple never lie across two lines of a cache.
+    constexpr std::size_t kVector = 16;
+    BYTE* const table = EntryAt(list, first);
+    const std::size_t count = last - first + 1;
+    const std::size_t before = (kVector - reinterpret_cast<std::uintptr_t>(table) % kVector) % kVector / 4;
+    const std::size_t head = std::min(before, count);
+    AddToRun(table, head, delta);
+    AddToRun(table + 4 * head, count - head, delta);
 }
 
 void CopyIn(BYTE* element, const void* data, ULONG size)

@@ -15,7 +15,8 @@ static_assert(std::is_standard_layout_v<WGList> && sizeof(LISTELEMENT) == 16);
 namespace {
 constexpr int kStep = 8;             // slots by which the capacity grows and that a shrink leaves
 constexpr int kFirstCapacity = 16;   // slots of a new list
-constexpr int kFewestNew = 32;       // slots by which the array grows at least
+constexpr int kMost = 1 << 30;       // slots of the longest list, far from where an int ends
+constexpr int kDoubled = 1024;       // slots up to which the array doubles; then it grows by half
 
 constexpr int kRefused = -1;
 constexpr int kNoSlots = 2;
@@ -46,7 +47,8 @@ LISTELEMENT* NewSlots(int slots)
 /// Puts a block into a slot. What the slot held goes, also what a free one had been left with.
 void Store(LISTELEMENT& slot, void* block, LONG size)
 {
-    std::free(slot.data);
+    if (slot.data)
+        std::free(slot.data);
     slot = {block, size, 1};
 }
 
@@ -102,7 +104,9 @@ bool WGList::Grow() noexcept
         capacity += kStep;
     if (count < allocated)
         return true;
-    const int slots = std::max(capacity, count + std::max(count / 2, kFewestNew));
+    if (count >= kMost)
+        return false;
+    const int slots = std::max(capacity, count + (count < kDoubled ? count : count / 2));
     auto* const grown = static_cast<LISTELEMENT*>(std::realloc(elements, SlotBytes(slots)));
     if (!grown)
         return false;
