@@ -99,7 +99,8 @@ TEST(WEqParser, ReadsNumbersWhereTheLocaleHasNoSeparators)
 /// A constant with a name, which tells of its end.
 class Constant : public WTokenValue {
 public:
-    Constant(const wchar_t* name, double value, int& ended) : WTokenValue(0, 0, name), m_value(value), m_ended(ended) { }
+    Constant(const wchar_t* name, double value, int& ended)
+        : WTokenValue(0, 0, name), m_value(value), m_ended(ended) { }
     ~Constant() override { ++m_ended; }
     int Match(const TvlString& text, int& length, int& valueBefore) override
     {
@@ -128,7 +129,8 @@ public:
 TEST(WEqParser, TakesTokensOfItsCallers)
 {
     int ended = 0;
-    for (const auto& [text, expected] : {std::pair(L"pi*2", 6.0), {L"e+pi", 5.0}, {L"10 half+1", 6.0}, {L"pi^e", 9.0}}) {
+    for (const auto& [text, expected] :
+        {std::pair(L"pi*2", 6.0), {L"e+pi", 5.0}, {L"10 half+1", 6.0}, {L"pi^e", 9.0}}) {
         WToken* const own[] = {new Constant(L"pi", 3.0, ended), new Constant(L"e", 2.0, ended), new Half};
         double value = 0.0;
         WEqParser parser(text, own, 3, kTokensAll, DRG::Radians);

@@ -35,10 +35,13 @@ std::vector<ModelToken> MakeTable()
         return ModelToken{Kind::Function, Text(key), 6, 5, flag, apply, angle};
     };
     return {
-        {Kind::Operator, Text(L"cbd93da8-193a-4a4a-8671-1b9034087d84"), 1, 2, 1, [](double y, double x) { return y + x; }},
+        {Kind::Operator, Text(L"cbd93da8-193a-4a4a-8671-1b9034087d84"), 1, 2, 1,
+            [](double y, double x) { return y + x; }},
         {Kind::Sign, Text(L"9ca6a3a9-dc17-4a81-8a9b-4d9054012a67"), 1, 2, 1, [](double y, double x) { return y - x; }},
-        {Kind::Operator, Text(L"c8e96f17-5af8-4145-8d7c-4e544bb780e9"), 3, 4, 1, [](double y, double x) { return y * x; }},
-        {Kind::Operator, Text(L"d7e27cba-81e9-46ba-baa6-1baf9c43940e"), 3, 4, 1, [](double y, double x) { return y / x; }},
+        {Kind::Operator, Text(L"c8e96f17-5af8-4145-8d7c-4e544bb780e9"), 3, 4, 1,
+            [](double y, double x) { return y * x; }},
+        {Kind::Operator, Text(L"d7e27cba-81e9-46ba-baa6-1baf9c43940e"), 3, 4, 1,
+            [](double y, double x) { return y / x; }},
         {Kind::Operator, Text(L"aafcc9b1-30ec-4e82-ae42-8df55783afed"), 6, 5, 1,
             [](double y, double x) { return std::pow(y, x); }},
         {Kind::Open, Text(L"7dae8cae-7e41-49ec-90fc-db582c9c8df7"), 100, 0, 1},
@@ -50,18 +53,30 @@ std::vector<ModelToken> MakeTable()
         function(L"bd1d6815-abbd-4d78-92a0-1b3386a310e3", 4, [](double, double x) { return std::log10(x); }),
         function(L"b50151e7-6ad9-4e50-9c42-2b24c620e5ee", 4, [](double, double x) { return std::log(x); }),
         function(L"aa592d3a-8208-4da6-8468-2091db12ee1d", 4, [](double, double x) { return std::sqrt(x); }),
-        function(L"487dee10-dc27-420a-8128-b1b59df75942", 8, [](double, double x) { return std::sin(x); }, 1),
-        function(L"9366ef2f-37b0-4bf2-83c4-ffa8507a89e3", 8, [](double, double x) { return std::cos(x); }, 1),
-        function(L"554a60ca-d249-45ba-b751-571ebfab8502", 8, [](double, double x) { return std::tan(x); }, 1),
-        function(L"a306f134-fde6-4164-a804-52fc7eea07d1", 8, [](double, double x) { return std::asin(x); }, 2),
-        function(L"3ac06531-d929-4536-845b-2f405871e1a9", 8, [](double, double x) { return std::acos(x); }, 2),
-        function(L"5fc8c0b2-06b9-42f1-8568-1068b3a81955", 8, [](double, double x) { return std::atan(x); }, 2),
-        function(L"82487d5d-b0cd-448c-9b36-0ada532c8186", 8, [](double, double x) { return 1.0 / std::sin(x); }, 1),
-        function(L"8b795e2b-b8fb-4d03-9e3c-2f60cc8f6741", 8, [](double, double x) { return 1.0 / std::cos(x); }, 1),
-        function(L"94de302c-eebe-43c7-9574-a22954c2ac70", 8, [](double, double x) { return 1.0 / std::tan(x); }, 1),
-        function(L"4f841b5d-c0db-45cf-a1e2-aa67b8dba622", 8, [](double, double x) { return std::asin(1.0 / x); }, 2),
-        function(L"1f495856-89d4-4a80-9f5a-cfb0fb982777", 8, [](double, double x) { return std::acos(1.0 / x); }, 2),
-        function(L"ba71022f-f6b0-4907-ad42-c014289c1fef", 8, [](double, double x) { return std::atan(1.0 / x); }, 2),
+        function(
+            L"487dee10-dc27-420a-8128-b1b59df75942", 8, [](double, double x) { return std::sin(x); }, 1),
+        function(
+            L"9366ef2f-37b0-4bf2-83c4-ffa8507a89e3", 8, [](double, double x) { return std::cos(x); }, 1),
+        function(
+            L"554a60ca-d249-45ba-b751-571ebfab8502", 8, [](double, double x) { return std::tan(x); }, 1),
+        function(
+            L"a306f134-fde6-4164-a804-52fc7eea07d1", 8, [](double, double x) { return std::asin(x); }, 2),
+        function(
+            L"3ac06531-d929-4536-845b-2f405871e1a9", 8, [](double, double x) { return std::acos(x); }, 2),
+        function(
+            L"5fc8c0b2-06b9-42f1-8568-1068b3a81955", 8, [](double, double x) { return std::atan(x); }, 2),
+        function(
+            L"82487d5d-b0cd-448c-9b36-0ada532c8186", 8, [](double, double x) { return 1.0 / std::sin(x); }, 1),
+        function(
+            L"8b795e2b-b8fb-4d03-9e3c-2f60cc8f6741", 8, [](double, double x) { return 1.0 / std::cos(x); }, 1),
+        function(
+            L"94de302c-eebe-43c7-9574-a22954c2ac70", 8, [](double, double x) { return 1.0 / std::tan(x); }, 1),
+        function(
+            L"4f841b5d-c0db-45cf-a1e2-aa67b8dba622", 8, [](double, double x) { return std::asin(1.0 / x); }, 2),
+        function(
+            L"1f495856-89d4-4a80-9f5a-cfb0fb982777", 8, [](double, double x) { return std::acos(1.0 / x); }, 2),
+        function(
+            L"ba71022f-f6b0-4907-ad42-c014289c1fef", 8, [](double, double x) { return std::atan(1.0 / x); }, 2),
         function(L"7902c344-1560-40c2-bbad-069e115b2412", 16, [](double, double x) { return std::sinh(x); }),
         function(L"5d763103-f775-4f84-9e43-15e4cdae7f88", 16, [](double, double x) { return std::cosh(x); }),
         function(L"d29947ea-247c-430b-9eb6-4df79a1b8f2f", 16, [](double, double x) { return std::tanh(x); }),
@@ -81,7 +96,9 @@ const ModelToken kFraction{Kind::Value, L"", 0, 0, 2};
 /// One evaluation, with "." for the decimal separator.
 class Model {
 public:
-    Model(std::wstring text, unsigned flags, bool degrees) : m_text(std::move(text)), m_flags(flags), m_degrees(degrees) { }
+    Model(std::wstring text, unsigned flags, bool degrees) : m_text(std::move(text)), m_flags(flags), m_degrees(degrees)
+    {
+    }
 
     std::optional<double> Value()
     {
@@ -239,7 +256,8 @@ private:
 std::wstring RandomText(std::mt19937& random)
 {
     static const std::vector<std::wstring> kPieces = [] {
-        std::vector<std::wstring> pieces{L"1", L"2", L"30", L".5", L"7.25", L"1/2", L"3 1/4", L" ", L"  ", L"0", L"x", L"/"};
+        std::vector<std::wstring> pieces{
+            L"1", L"2", L"30", L".5", L"7.25", L"1/2", L"3 1/4", L" ", L"  ", L"0", L"x", L"/"};
         for (const ModelToken& token : Table())
             pieces.push_back(token.text);
         return pieces;
