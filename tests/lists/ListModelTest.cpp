@@ -11,7 +11,7 @@ namespace {
 using namespace ListTrials;
 
 constexpr LONG kLongest = 60;   // elements; longer lists only take longer
-constexpr int kSteps = 20000;
+constexpr int kSteps = 10000;
 constexpr ULONG kHeaders[] = {12, 13, 40};   // 13 leaves the offset table without alignment
 
 /// How many kinds of operations to choose from: now and then those alone that add.

@@ -10,7 +10,7 @@
 #include <new>
 #include <type_traits>
 
-static_assert(std::is_standard_layout_v<WGList> && sizeof(LISTELEMENT) == 16);
+static_assert(std::is_standard_layout_v<WGList> && sizeof(LISTELEMENT) == 16 && sizeof(WGList) == 32);
 
 namespace {
 constexpr int kStep = 8;             // slots by which the capacity grows and that a shrink leaves
