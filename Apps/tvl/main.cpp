@@ -21,6 +21,9 @@ int main()   // NOLINT(bugprone-exception-escape)
     AddEvalCommand(app);
     AddUnitsCommand(app);
     AddExifCommand(app);
+    AddLocationsCommand(app);
+    AddPlugInsCommand(app);
+    AddCloudCommand(app);
 
     std::vector<std::string> arguments;
     for (const std::wstring& argument : Ports::Modules::Get().Arguments())
