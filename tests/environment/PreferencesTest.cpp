@@ -1,4 +1,5 @@
 // Preferences in the registry.
+#include "FaultWalk.h"
 #include "MemoryRegistry.h"
 #include "WUTLRegistry.h"
 #include "siblings/TvlPref/CPrefObject.h"
@@ -110,6 +111,62 @@ TEST(Preferences, TellOfChangesAlone)
     EXPECT_FALSE(preference.Change(L"four"));
     manager.AttachStore(before);
     EXPECT_EQ(preference.GetValue(), L"three");
+}
+
+/// A store in memory, one of whose operations fails.
+class FaultyStore final : public PREFUTILS::RegistryStore {
+public:
+    KeyId FindKey(std::wstring_view path) override { return Sound().FindKey(path); }
+    KeyId CreateKey(std::wstring_view path, bool& created) override { return Sound().CreateKey(path, created); }
+    bool KeyLives(KeyId key) override { return Sound().KeyLives(key); }
+    void DeleteTree(std::wstring_view path) override { Sound().DeleteTree(path); }
+    std::optional<std::wstring> SubkeyName(KeyId key, DWORD index) override { return Sound().SubkeyName(key, index); }
+    std::optional<std::pair<std::wstring, PREFUTILS::RegistryValue>> ValueAt(KeyId key, DWORD index) override
+    {
+        return Sound().ValueAt(key, index);
+    }
+    std::optional<PREFUTILS::RegistryValue> Value(KeyId key, std::wstring_view name) override
+    {
+        return Sound().Value(key, name);
+    }
+    bool SetValue(KeyId key, std::wstring_view name, const PREFUTILS::RegistryValue& value) override
+    {
+        return Sound().SetValue(key, name, value);
+    }
+    bool DeleteValue(KeyId key, std::wstring_view name) override { return Sound().DeleteValue(key, name); }
+
+    std::size_t operations = 0;
+    std::size_t failAt = 0;   // 0 for never
+
+private:
+    RegistryStore& Sound()
+    {
+        if (++operations == failAt)
+            throw StoreFailure{PREFUTILS::kRegistryDiskFull};
+        return *m_store;
+    }
+
+    std::unique_ptr<RegistryStore> m_store = PREFUTILS::MakeMemoryStore();
+};
+
+TEST(Preferences, HaveTheOldOrTheNewValueAfterEveryFault)
+{
+    CAppPrefObject<TvlString> preference(L"Tests/Faulty", L"default");
+    WalkFaultPoints(2, [&](std::size_t point) {
+        auto owned = std::make_unique<FaultyStore>();
+        FaultyStore& store = *owned;
+        PREFUTILS::StoredRegistry registry(std::move(owned));
+        PREFUTILS::IRegistry::SetForTests(&registry);
+        EXPECT_TRUE(preference.SetValue(L"old"));
+        store.failAt = store.operations + point;
+        const bool stored = preference.SetValue(L"the new one");
+        const bool reached = store.operations >= store.failAt;
+        store.failAt = 0;
+        EXPECT_EQ(preference.GetValue(), stored ? L"the new one" : L"old");
+        EXPECT_EQ(registry.OpenKeys(), 0u);
+        PREFUTILS::IRegistry::SetForTests(nullptr);
+        return reached;
+    });
 }
 
 TEST(Preferences, HoldLongTexts)
