@@ -8,12 +8,15 @@ class App;
 /// Exit code for input that could not be used.
 constexpr int kBadInput = 2;
 
+void AddCloudCommand(CLI::App& app);
 void AddConvertCommand(CLI::App& app);
 void AddEvalCommand(CLI::App& app);
 void AddExifCommand(CLI::App& app);
+void AddLocationsCommand(CLI::App& app);
 void AddMeasureCommand(CLI::App& app);
 void AddScaleCommand(CLI::App& app);
 void AddSliderCommand(CLI::App& app);
 void AddSmartCommand(CLI::App& app);
 void AddStepCommand(CLI::App& app);
+void AddPlugInsCommand(CLI::App& app);
 void AddUnitsCommand(CLI::App& app);

@@ -25,6 +25,9 @@ int main()   // NOLINT(bugprone-exception-escape)
     AddScaleCommand(app);
     AddSliderCommand(app);
     AddExifCommand(app);
+    AddLocationsCommand(app);
+    AddPlugInsCommand(app);
+    AddCloudCommand(app);
 
     std::vector<std::string> arguments;
     for (const std::wstring& argument : Ports::Modules::Get().Arguments())

@@ -87,10 +87,14 @@ TvlString EncodeText(const TvlString& text)
 {
     if (IsPlain(text))
         return text;
-    TvlString encoded(kEncodedMark);
+    constexpr std::wstring_view kHexDigits = L"0123456789abcdef";
+    std::wstring encoded(1, kEncodedMark);
     const std::vector<std::uint8_t> bytes = TvlPlatform::ToUtf16Le(text);
     for (std::size_t at = 0; at < bytes.size(); at += 2)
-        encoded += TvlString().Format(L"%02x%02x", unsigned{bytes[at + 1]}, unsigned{bytes[at]});
+        for (const std::uint8_t byte : {bytes[at + 1], bytes[at]}) {
+            encoded += kHexDigits[byte >> 4];
+            encoded += kHexDigits[byte & 15];
+        }
     return encoded;
 }
 

@@ -50,10 +50,12 @@ struct Search {
         if (!FileLayer::Get().List(folder, entries))
             return;
         for (const FolderEntry& entry : entries) {
+            if (entry.isLink)
+                continue;
             const bool isFolder = entry.kind == FileKind::Folder;
             if ((!isFolder || withFolders) && MatchesMask(FromFilePath(entry.name), mask))
                 found.push_back(FromFilePath(folder / entry.name));
-            if (isFolder && recursive && !entry.isLink)
+            if (isFolder && recursive)
                 waiting.push_back(folder / entry.name);
         }
     }

@@ -48,6 +48,15 @@ private:
     bool m_writes;
 };
 
+namespace {
+/// The one form that a path is kept in: worked out, and without a separator at its end.
+std::filesystem::path Normal(const std::filesystem::path& path)
+{
+    const std::filesystem::path normal = path.lexically_normal();
+    return normal.has_filename() ? normal : normal.parent_path();
+}
+}   // namespace
+
 MemoryFiles::MemoryFiles() { FileLayer::SetForTests(this); }
 
 MemoryFiles::~MemoryFiles() { FileLayer::SetForTests(nullptr); }
@@ -135,13 +144,13 @@ FileResult MemoryFiles::Write(Node& file, std::size_t offset, std::string_view b
 
 std::shared_ptr<MemoryFiles::Node> MemoryFiles::Find(const Path& path) const
 {
-    const auto found = m_nodes.find(path.lexically_normal());
+    const auto found = m_nodes.find(Normal(path));
     return found == m_nodes.end() ? nullptr : found->second;
 }
 
 bool MemoryFiles::HasFolderOf(const Path& path) const
 {
-    const Path folder = path.lexically_normal().parent_path();
+    const Path folder = Normal(path).parent_path();
     const auto found = Find(folder);
     return folder.empty() || folder == folder.root_path() || (found && found->kind == FileKind::Folder);
 }
@@ -149,19 +158,19 @@ bool MemoryFiles::HasFolderOf(const Path& path) const
 bool MemoryFiles::HoldsAnything(const Path& folder) const
 {
     return std::any_of(m_nodes.begin(), m_nodes.end(),
-        [at = folder.lexically_normal()](const auto& node) { return node.first.parent_path() == at; });
+        [at = Normal(folder)](const auto& node) { return node.first.parent_path() == at; });
 }
 
 void MemoryFiles::AddFolder(const Path& path)
 {
-    for (Path at = path.lexically_normal(); !at.empty() && at != at.root_path(); at = at.parent_path())
+    for (Path at = Normal(path); !at.empty() && at != at.root_path(); at = at.parent_path())
         m_nodes.emplace(at, std::make_shared<Node>(Node{FileKind::Folder, {}, {}, false, m_now}));
 }
 
 void MemoryFiles::Put(const Path& path, const std::string& bytes)
 {
     AddFolder(path.parent_path());
-    m_nodes[path.lexically_normal()] = std::make_shared<Node>(Node{FileKind::File, bytes, bytes, false, m_now});
+    m_nodes[Normal(path)] = std::make_shared<Node>(Node{FileKind::File, bytes, bytes, false, m_now});
 }
 
 std::optional<std::string> MemoryFiles::Get(const Path& path) const
@@ -195,7 +204,7 @@ FileResult MemoryFiles::Open(const Path& path, OpenMode mode, std::unique_ptr<Fi
     if (isNew ? !HasFolderOf(path) : !node)
         return std::errc::no_such_file_or_directory;
     if (isNew)
-        node = m_nodes[path.lexically_normal()] =
+        node = m_nodes[Normal(path)] =
             std::make_shared<Node>(Node{FileKind::File, {}, {}, false, m_now += std::chrono::seconds(1)});
     if (node->kind == FileKind::Folder)
         return std::errc::is_a_directory;
@@ -215,8 +224,8 @@ FileResult MemoryFiles::Rename(const Path& from, const Path& to)
         return std::errc::no_such_file_or_directory;
     if (old && (old->kind == FileKind::Folder || node->kind == FileKind::Folder))
         return std::errc::is_a_directory;
-    const Path source = from.lexically_normal();
-    const Path target = to.lexically_normal();
+    const Path source = Normal(from);
+    const Path target = Normal(to);
     std::map<Path, std::shared_ptr<Node>> moved;
     for (const auto& [path, held] : m_nodes) {
         const auto [sourceEnd, rest] = std::mismatch(source.begin(), source.end(), path.begin(), path.end());
@@ -240,7 +249,7 @@ FileResult MemoryFiles::Remove(const Path& path)
         return std::errc::no_such_file_or_directory;
     if (node->kind == FileKind::Folder && HoldsAnything(path))
         return std::errc::directory_not_empty;
-    m_nodes.erase(path.lexically_normal());
+    m_nodes.erase(Normal(path));
     return {};
 }
 
@@ -255,7 +264,7 @@ FileResult MemoryFiles::List(const Path& folder, std::vector<FolderEntry>& entri
     if (node->kind != FileKind::Folder)
         return std::errc::not_a_directory;
     for (const auto& [path, held] : m_nodes)
-        if (path.parent_path() == folder.lexically_normal())
+        if (path.parent_path() == Normal(folder))
             entries.push_back({path.filename(), held->kind});
     return {};
 }

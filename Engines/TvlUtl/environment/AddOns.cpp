@@ -9,8 +9,8 @@ namespace SystemIO = TvlUtils::SystemIO;
 
 constexpr const wchar_t* kPlatform = L"x64";
 
-/// Names of the marker files without extension, in the order in which they are tried; empty ones when the program's name is not
-/// known.
+/// Names of the marker files without extension, in the order in which they are tried; empty ones when the program's
+/// name is not known.
 struct MarkerNames {
     TvlString names[2];
 

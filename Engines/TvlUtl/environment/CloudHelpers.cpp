@@ -43,7 +43,7 @@ TvlString WithoutBlanksAtEnd(const TvlString& text)
 }
 }   // namespace
 
-// Every "%" of an escaped name begins an escape, so one pass does what passes for one character after the other would do.
+// Every "%" of an escaped name begins an escape, so one pass does what a pass for each character would do.
 
 TvlString EscapeFileName(const TvlString& name)
 {

@@ -29,7 +29,7 @@ bool IsSameFolder(const TvlString& a, const TvlString& b)
     return SystemIO::Path::Contains(a, b) && SystemIO::Path::Contains(b, a);
 }
 
-/// The files of a location, each once. What lies at the new place already is none of them, should that lie in the old one.
+/// The files of a location, each once. What lies at the new place is none of them, should that lie in the old one.
 std::set<TvlString> FilesOf(const TvlString& displayName, const TvlString& source, const TvlString& destination)
 {
     const bool isInside = SystemIO::Path::Contains(source, destination);

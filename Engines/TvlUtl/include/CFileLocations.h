@@ -20,11 +20,11 @@ struct MigrationStep {
     std::size_t count = 0;   // files of this location
 };
 
-/// The user's choice of folders, and what stands in for it. A location is known by its display name, a text in the user's
-/// language. Each has a stored preference, empty until it is first asked for, and a computed default. The stored folder
-/// wins while it exists; one that has gone is not forgotten, and comes back into use with its folder.
-/// Display names and defaults are fixed by the first operation that needs them. Operations take no lock of their own but
-/// that of the preferences, and pass on what reading a preference throws.
+/// The user's choice of folders, and what stands in for it. A location is known by its display name, a text in the
+/// user's language. Each has a stored preference, empty until it is first asked for, and a computed default. The stored
+/// folder wins while it exists; one that has gone is not forgotten, and comes back into use with its folder. Display
+/// names and defaults are fixed by the first operation that needs them. Operations take no lock of their own but that
+/// of the preferences, and pass on what reading a preference throws.
 class TVLUTL_API CFileLocations {
 public:
     /// A folder and the display name of its location.
@@ -71,21 +71,22 @@ public:
     /// The 24 locations of a settings page in their fixed order, with what is stored, whether or not the folder exists.
     /// Stores the default where nothing was.
     static std::vector<Location> GetFileLocations();
-    /// Stores folders, with a separator at their end. A location without folder or with an unknown display name is left out
-    /// without a word.
+    /// Stores folders, with a separator at their end. A location without folder or with an unknown display name is left
+    /// out without a word.
     static void SetFileLocations(std::vector<Location> locations);
     /// Does nothing when either text is empty.
     static void SetFileLocation(Location location);
     /// The computed default; empty for an unknown display name.
     static TvlString GetDefaultFileLocation(const TvlString& displayName);
 
-    /// Shows one warning, however many of the stored folders have gone, and changes nothing. For the user interface thread.
+    /// Shows one warning, however many of the stored folders have gone, and changes nothing. For the user interface
+    /// thread.
     static void CheckForMissingLocations();
 
-    /// Copies the files of locations, those that their masks name, with the folders they lie in, from old to new folders. Both must exist. Files at
-    /// the new place are replaced. Nothing is deleted; a read-only file is made writable where it was, and its copy
-    /// read-only. A failure ends nothing but the copy of that file. New folders get a separator at their end, in
-    /// the caller's map.
+    /// Copies the files of locations, those that their masks name, with the folders they lie in, from old to new
+    /// folders. Both must exist. Files at the new place are replaced. Nothing is deleted; a read-only file is made
+    /// writable where it was, and its copy read-only. A failure ends nothing but the copy of that file. New folders get
+    /// a separator at their end, in the caller's map.
     static void MigrateContent(Moves& moves);
     /// The same; `report` is called behind each file, on this thread.
     static void MigrateContent(Moves& moves, TvlUtils::basic_safe_function<void(const MigrationStep&)> report);
@@ -95,10 +96,11 @@ public:
 
     // Access grants, for systems that demand them.
 
-    /// Opens the stored grants when the program starts; what can't be opened is forgotten. True where the system needs no
-    /// grants, else whether the folder that the user granted can be used.
+    /// Opens the stored grants when the program starts; what can't be opened is forgotten. True where the system needs
+    /// no grants, else whether the folder that the user granted can be used.
     static bool StartAccessResource();
-    /// Gets a grant for a folder from the user, and sets all locations to their defaults, with what they held copied there.
+    /// Gets a grant for a folder from the user, and sets all locations to their defaults, with what they held copied
+    /// there.
     /// @param ask          whether to ask for consent in a box before
     /// @param chooseFolder shows the user the folder it is given and takes another; false when the user declines
     /// @return whether the grant stands; false where the system has none. For the user interface thread.

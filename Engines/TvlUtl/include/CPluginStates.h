@@ -7,7 +7,8 @@
 #include <utility>
 #include <vector>
 
-/// Static members alone. The preferences register when the library is loaded; their changes belong to one thread at a time.
+/// Static members alone. The preferences register when the library is loaded; their changes belong to one thread at a
+/// time.
 class TVLUTL_API CPluginStates {
 public:
     CPluginStates() = default;
@@ -16,16 +17,16 @@ public:
     CPluginStates& operator=(const CPluginStates&);
     CPluginStates& operator=(CPluginStates&&);
 
-    /// The folders to search, in the order of the list, each with whether it is switched on. Tokens are replaced; entries without a
-    /// folder are left out.
+    /// The folders to search, in the order of the list, each with whether it is switched on. Tokens are replaced;
+    /// entries without a folder are left out.
     static std::vector<std::pair<TvlString, bool>> GetPluginSearchPathAndState();
 
     /// The suite's own plug-ins, and those installed for all users.
     static const TvlString defaultDirs;
     static const TvlString defaultProgramFilesDir;
 
-    /// "PlugInFilters64/Dirs": a folder, or one of the tokens "<plugins>" and "<plugins_programfiles>" in any case, then a comma and
-    /// a state. "0" is off, anything else, or no state, is on.
+    /// "PlugInFilters64/Dirs": a folder, or one of the tokens "<plugins>" and "<plugins_programfiles>" in any case,
+    /// then a comma and a state. "0" is off, anything else, or no state, is on.
     static CAppPrefObject<std::vector<TvlString>> PluginDirs;
     /// "PlugInFilters64/FileExtensons", spelled as it is stored: masks of plug-in files, with semicolons between.
     static CAppPrefObject<TvlString> PluginFileExtensions;

@@ -1,5 +1,5 @@
-// The forms of one cloud asset: its asset path "CLOUD:", identifier, file name; its file in the local copy of the cloud, one
-// folder an identifier; and the identifier. Safe to call from any thread, as far as CFileLocations is.
+// The forms of one cloud asset: its asset path "CLOUD:", identifier, file name; its file in the local copy of the
+// cloud, one folder an identifier; and the identifier. Safe to call from any thread, as far as CFileLocations is.
 #pragma once
 
 #include "TvlUtlApi.h"
@@ -8,14 +8,14 @@
 /// Empty text stands for every kind of failure. Paths have the system's separators.
 namespace TvlUtl::CloudHelpers {
 
-/// A file name of the cloud as one that the file system takes: "%" and the characters " * / : < > ? \ | become "%" and two
-/// digits. ":" becomes "%2A" and "*" becomes "%3A", each the other's customary code: names on disk have them so.
+/// A file name of the cloud as one that the file system takes: "%" and the characters " * / : < > ? \ | become "%" and
+/// two digits. ":" becomes "%2A" and "*" becomes "%3A", each the other's customary code: names on disk have them so.
 TVLUTL_API TvlString EscapeFileName(const TvlString& name);
 /// What EscapeFileName was given. A "%" that begins none of its codes stays.
 TVLUTL_API TvlString UnescapeFileName(const TvlString& name);
 
-/// The local file of an asset. The name is escaped, a second time when it was before. Empty when an argument is, or when
-/// the two lead out of the asset's folder.
+/// The local file of an asset. The name is escaped, a second time when it was before. Empty when an argument is, or
+/// when the two lead out of the asset's folder.
 TVLUTL_API TvlString GetCloudFilePath(const TvlString& cloudId, const TvlString& fileName);
 /// The identifier of a local file: the folder that it lies in, somewhere below the cloud's folder.
 TVLUTL_API TvlString GetCloudFileIdByPath(const TvlString& path);

@@ -30,8 +30,8 @@ TVLSIBLINGS_API FileResult WriteAside(const TvlString& path, std::string_view by
 
 /// Full paths of what a folder holds, in ordinal order without regard to case. `mask` compares names without regard to
 /// case: "*" is any text, "?" one character, and "*.*" takes names without a point as well. `recursive` looks into the
-/// folders below too, but not into links, which might lead round in a circle; `withFolders` gives folders as well as
-/// files. What can't be read is passed over.
+/// folders below too; `withFolders` gives folders as well as files. Links to folders are left out, since they might lead
+/// round in a circle, and so is what can't be read.
 TVLSIBLINGS_API std::vector<TvlString> Find(
     const TvlString& folder, const TvlString& mask, bool recursive, bool withFolders);
 /// Whether a name matches a mask of Find.
