@@ -14,6 +14,14 @@ public:
     HMODULE Loaded(const std::wstring& name) const override { return GetModuleHandleW(name.c_str()); }
 
     HMODULE Load(const std::wstring& path) override { return LoadLibraryW(path.c_str()); }
+    HMODULE LoadFromSystem(const std::wstring& name) override
+    {
+        return LoadFrom(name, LOAD_LIBRARY_SEARCH_SYSTEM32);
+    }
+    HMODULE LoadFromProgramFolder(const std::wstring& name) override
+    {
+        return LoadFrom(name, LOAD_LIBRARY_SEARCH_APPLICATION_DIR);
+    }
     void Unload(HMODULE module) override { FreeLibrary(module); }
 
     void* Address(HMODULE module, const std::string& name) const override
@@ -40,6 +48,14 @@ public:
         if (!list || count < 1)
             return {};
         return {list.get() + 1, list.get() + count};
+    }
+
+private:
+    static HMODULE LoadFrom(const std::wstring& name, DWORD folder)
+    {
+        if (name.find_first_of(L"\\/:") != std::wstring::npos)
+            return nullptr;
+        return LoadLibraryExW(name.c_str(), nullptr, folder);
     }
 };
 
