@@ -1,0 +1,13 @@
+// Folders and names for callers without the suite's string. Each function copies its text with a zero at the end to
+// `buffer` without a bound: the caller gives room enough.
+#pragma once
+
+#include "TvlUtlApi.h"
+
+extern "C" {
+
+/// The folder of the running program.
+TVLUTL_API void GetAppDir(wchar_t* buffer) noexcept;
+/// The application's display name.
+TVLUTL_API void GetAppUIName(wchar_t* buffer) noexcept;
+}
