@@ -21,6 +21,11 @@ int main()   // NOLINT(bugprone-exception-escape)
     AddEvalCommand(app);
     AddUnitsCommand(app);
     AddExifCommand(app);
+    AddRegistryCommand(app);
+    AddPolicyCommand(app);
+    AddGuidMapCommand(app);
+    AddDownloadCommand(app);
+    AddSizeCommand(app);
 
     std::vector<std::string> arguments;
     for (const std::wstring& argument : Ports::Modules::Get().Arguments())
