@@ -37,8 +37,9 @@ public:
 
     std::wstring AccountName() const override
     {
-        return FromEntry([](const passwd& entry) { return std::string_view(entry.pw_name); })
-            .substr(0, kMostAccountCharacters);
+        return FromEntry([](const passwd& entry) {
+            return std::string_view(entry.pw_name);
+        }).substr(0, kMostAccountCharacters);
     }
 };
 

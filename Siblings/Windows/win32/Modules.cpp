@@ -16,12 +16,17 @@ public:
     HMODULE Load(const std::wstring& path) override { return LoadLibraryW(path.c_str()); }
     HMODULE LoadFromSystem(const std::wstring& name) override
     {
-        return LoadFrom(name, LOAD_LIBRARY_SEARCH_SYSTEM32);
+        std::wstring folder(GetSystemDirectoryW(nullptr, 0), L'\0');
+        folder.resize(GetSystemDirectoryW(folder.data(), static_cast<UINT>(folder.size())));
+        return LoadFrom(folder + L"\\", name);
     }
+
     HMODULE LoadFromProgramFolder(const std::wstring& name) override
     {
-        return LoadFrom(name, LOAD_LIBRARY_SEARCH_APPLICATION_DIR);
+        const std::wstring program = ProgramPath();
+        return LoadFrom(program.substr(0, program.rfind(L'\\') + 1), name);
     }
+
     void Unload(HMODULE module) override { FreeLibrary(module); }
 
     void* Address(HMODULE module, const std::string& name) const override
@@ -51,11 +56,14 @@ public:
     }
 
 private:
-    static HMODULE LoadFrom(const std::wstring& name, DWORD folder)
+    /// By the full path: a name alone would be given a module that is loaded already, from wherever it came.
+    static HMODULE LoadFrom(const std::wstring& folder, const std::wstring& name)
     {
-        if (name.find_first_of(L"\\/:") != std::wstring::npos)
+        constexpr DWORD kSearch =
+            LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32;   // for what it needs
+        if (folder.size() < 2 || name.empty() || name.find_first_of(L"\\/:") != std::wstring::npos)
             return nullptr;
-        return LoadLibraryExW(name.c_str(), nullptr, folder);
+        return LoadLibraryExW((folder + name).c_str(), nullptr, kSearch);
     }
 };
 
