@@ -1,6 +1,7 @@
 // Expressions.
 #include "WEqParser.h"
 #include "WUnit.h"
+#include "siblings/TvlPlatform/TextEncoding.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -105,6 +106,25 @@ TEST(WUnit, EvaluatesFieldTextsWithUnits)
     double value = 0;
     EXPECT_EQ(WUnit::GetDefaultWUnit().StringToValue(2, L"1 in in", value, 256 | 31, DRG::Radians), 0);
     EXPECT_EQ(WUnit::GetDefaultWUnit().StringToValue(2, L"1 furlong", value, 256 | 31, DRG::Radians), 0);
+}
+
+// A unit word that an operator or a function hides would be read as that, or not at all.
+TEST(WUnit, ReadsEveryNameOfEveryUnit)
+{
+    constexpr int kAngleSeconds = 27;
+    WUnit& units = WUnit::GetDefaultWUnit();
+    for (const int id :
+        {1, 2, 4, 5, 6, 7, 8, 9, 10, 11, 13, 14, 15, 16, 24, 25, 26, kAngleSeconds, 30, 32, 35, 36, 37, 38, 39})
+        for (unsigned form = kUnitTextFirstName; form <= kUnitTextSymbol; ++form) {
+            const TvlString name = units.GetUnitString(id, form);
+            EXPECT_FALSE(name.IsEmpty()) << id << " form " << form;
+            for (const wchar_t* before : {L"3", L"3 ", L"1+2 ", L"(3)"}) {
+                double value = 0.0;
+                EXPECT_EQ(units.StringToValue(id, before + name, value, 256 | 31, DRG::Radians), 1)
+                    << id << " " << TvlPlatform::ToUtf8(before + name);
+                EXPECT_NEAR(value, 3.0, 1e-12) << id << " " << TvlPlatform::ToUtf8(before + name);
+            }
+        }
 }
 
 }   // namespace

@@ -61,10 +61,29 @@ public:
     int GetDecimals() const { return m_decimals; }
     void SetDecimals(int decimals) { m_decimals = decimals; }
     bool IsLoaded() const { return m_loaded != 0; }
+    /// Metres per unit, radians for angles; 0.0 until loaded.
+    double GetFactor() const { return m_factor; }
     /// The name of a form of this very class, without a copy; classes with other names give none.
     const TvlString& PlainName(unsigned form) const;
 
+    // The conversions of this very class with a given factor. Dividing and multiplying by the scale changes the rounding
+    // alone; documents hold values that were rounded so.
+
+    static double ToMetres(double value, double scale, double factor)
+    {
+        const double s = ScaleOrOne(scale);
+        return (value / s) * factor * s;
+    }
+    static double FromMetres(double value, double scale, double factor)
+    {
+        const double s = ScaleOrOne(scale);
+        return (value / s) / factor * s;
+    }
+
 protected:
+    /// A scale of 0.0 counts as none.
+    static double ScaleOrOne(double scale) { return scale == 0.0 ? 1.0 : scale; }
+
     std::int32_t m_id = 0;
     std::int32_t m_decimals = 0;
     double m_increments[3] = {};   // small, medium, large
@@ -249,6 +268,8 @@ public:
 
 private:
     WUnitCollection& Display(int id);
+    /// Takes a display's factor into the table when its conversion is that of WUntiDef.
+    void KeepLinearFactor(int id);
     const UnitWords& Words();
     int Evaluate(
         int id, const TvlString& text, double& value, unsigned flags, DRG angleMode, WParseDiagnosis* diagnosis);
@@ -262,5 +283,6 @@ private:
     std::vector<UnitMap> m_displayMap;
     std::vector<WUnitCollection*> m_displays;
     std::int16_t m_displayPlaces[64] = {};   // where ids below 64 were last found in the map; checked before use
-    UnitWords* m_words = nullptr;            // names of the definitions, made when a text asks for them
+    double m_linearFactors[41] = {};   // of built-in displays whose conversion was seen to be plain; 0.0 for the others
+    UnitWords* m_words = nullptr;      // names of the definitions, made when a text asks for them
 };

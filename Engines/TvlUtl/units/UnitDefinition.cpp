@@ -14,9 +14,6 @@ constexpr std::size_t kSeparatorCapacity = 16;
 
 unsigned namesGeneration = 0;
 
-/// A scale of 0.0 counts as none.
-double ScaleOrOne(double scale) { return scale == 0.0 ? 1.0 : scale; }
-
 double Resolution()
 {
     return kLeastResolution >= WUnit::m_dScreenResolution ? kDefaultResolution : WUnit::m_dScreenResolution;
@@ -85,18 +82,8 @@ const TvlString& WUntiDef::PlainName(unsigned form) const
 TvlString WUntiDef::GetNameText(unsigned form) const { return PlainName(form); }
 double WUntiDef::GetIncrement(unsigned level) const { return level < 3 ? m_increments[level] : -1.0; }
 
-// Dividing and multiplying by the scale changes the rounding alone; documents hold values that were rounded so.
-double WUntiDef::ToMetres(double value, double scale) const
-{
-    const double s = ScaleOrOne(scale);
-    return (value / s) * m_factor * s;
-}
-
-double WUntiDef::FromMetres(double value, double scale) const
-{
-    const double s = ScaleOrOne(scale);
-    return (value / s) / m_factor * s;
-}
+double WUntiDef::ToMetres(double value, double scale) const { return ToMetres(value, scale, m_factor); }
+double WUntiDef::FromMetres(double value, double scale) const { return FromMetres(value, scale, m_factor); }
 
 TvlString WUntiDef::FormatValue(double value, unsigned form) const
 {

@@ -36,6 +36,7 @@ WUnit& WUnit::operator=(const WUnit& other)
     m_definitions = other.m_definitions;
     m_displayMap = other.m_displayMap;
     m_displays = other.m_displays;
+    std::fill(std::begin(m_linearFactors), std::end(m_linearFactors), 0.0);
     delete m_words;
     m_words = nullptr;
     return *this;
@@ -145,6 +146,7 @@ int WUnit::DeleteUnitDisplay(int id)
     delete *display;
     m_displays.erase(display);
     m_displayMap.erase(entry);
+    std::fill(std::begin(m_linearFactors), std::end(m_linearFactors), 0.0);
     return 1;
 }
 
@@ -163,12 +165,34 @@ WUnitCollection& WUnit::Display(int id)
     return *m_displays[static_cast<std::size_t>(found == m_displayMap.end() ? -1 : found->index)];
 }
 
+void WUnit::KeepLinearFactor(int id)
+{
+    const DisplayRow* const row = FindDisplayRow(id);
+    if (!row || Display(id).GetId() != id)
+        return;   // custom, or one place off behind a display that was removed
+    const long long place = FindUnit(row->definitions[0], m_definitionMap);
+    const WUntiDef& definition = *m_definitions[static_cast<std::size_t>(place)];
+    if (definition.IsLoaded() && !dynamic_cast<const WUnitPixel*>(&definition))
+        m_linearFactors[id] = definition.GetFactor();
+}
+
 double WUnit::ConvertFromUnitToUnit(int from, int to, double value, double scale)
 {
+    constexpr auto kPlaces = static_cast<unsigned>(std::size(decltype(m_linearFactors){}));
+    scale = Scale(scale);
+    if (static_cast<unsigned>(from) < kPlaces && static_cast<unsigned>(to) < kPlaces) {
+        const double fromFactor = m_linearFactors[from];
+        const double toFactor = m_linearFactors[to];
+        if (fromFactor != 0.0 && toFactor != 0.0)
+            return WUntiDef::FromMetres(WUntiDef::ToMetres(value, scale, fromFactor), scale, toFactor);
+    }
     if (IsPlainNumber(from) || IsPlainNumber(to))
         return value;
-    scale = Scale(scale);
-    return Display(to).FromMetres(Display(from).ToMetres(value, scale), scale);
+    const double metres = Display(from).ToMetres(value, scale);
+    const double result = Display(to).FromMetres(metres, scale);
+    KeepLinearFactor(from);
+    KeepLinearFactor(to);
+    return result;
 }
 
 double WUnit::ConvertFromUnitTo10thMicron(int unit, double value, double scale)
