@@ -65,7 +65,7 @@ struct Build {
         const auto pairs = Pairs(text);
         if (const auto written = File::WriteAside(TvlPlatform::FromUtf8(file), TvlUtl::MakeGuidMap(pairs)); !written)
             EndWithBadInput(file + ": " + TvlPlatform::ToUtf8(written.Reason()));
-        std::cout << pairs.size() << " pairs\n";
+        std::cout << pairs.size() << (pairs.size() == 1 ? " pair\n" : " pairs\n");
     }
 };
 

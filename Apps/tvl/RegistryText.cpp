@@ -44,7 +44,8 @@ std::vector<std::uint8_t> StoredBytes(const RegistryEntry& value)
 std::string ExportedValue(const RegistryEntry& value)
 {
     const std::wstring text = value.Text();
-    const bool isOneLine = std::none_of(text.begin(), text.end(), [](wchar_t c) { return c >= 0 && c < L' '; });
+    const bool isOneLine =
+        std::none_of(text.begin(), text.end(), [](wchar_t c) { return static_cast<std::uint32_t>(c) < L' '; });
     if (value.type == PREFUTILS::kRegistryText && isOneLine)
         return Quoted(text);
     if (const auto number = value.Number()) {
