@@ -120,7 +120,8 @@ std::optional<ProfileText::Range> ProfileText::FindSection(std::wstring_view sec
     if (found == m_lines.end())
         return std::nullopt;
     const auto end = std::find_if(found + 1, m_lines.end(), begins);
-    return Range{static_cast<std::size_t>(found - m_lines.begin()) + 1, static_cast<std::size_t>(end - m_lines.begin())};
+    return Range{
+        static_cast<std::size_t>(found - m_lines.begin()) + 1, static_cast<std::size_t>(end - m_lines.begin())};
 }
 
 std::optional<std::size_t> ProfileText::FindKey(const Range& range, std::wstring_view key) const

@@ -122,28 +122,34 @@ bool CGUIDMap::LoadFile(const TvlString& path, bool& opened)
     return opened && Load(*handle, status.size);
 }
 
-bool CGUIDMap::Load(SystemIO::FileHandle& file, long long length)
+void CGUIDMap::Clear()
 {
     loaded = false;
     count = 0;
+    for (std::unique_ptr<GUID[]>* const table : {&engKeys, &appValues, &appKeys, &engValues})
+        table->reset();
+}
+
+bool CGUIDMap::Load(SystemIO::FileHandle& file, long long length)
+{
+    Clear();
     Header header{};
     if (!ReadExactly(file, 0, &header, sizeof header) || header.count < 0)
         return false;
     const auto pairs = static_cast<std::size_t>(header.count);
     // Before anything is allocated: a few bytes may ask for gigabytes.
-    const long long tableSize = static_cast<long long>(pairs * sizeof(Record));
+    const auto tableSize = static_cast<long long>(pairs * sizeof(Record));
     if (header.engTableOffset + tableSize > length || header.appTableOffset + tableSize > length)
         return false;
     for (std::unique_ptr<GUID[]>* const table : {&engKeys, &appValues, &appKeys, &engValues})
         table->reset(new (std::nothrow) GUID[pairs]);
-    const bool allocated = engKeys && appValues && appKeys && engValues;
-    loaded = allocated && ReadTable(file, header.engTableOffset, pairs, engKeys.get(), appValues.get())
+    loaded = engKeys && appValues && appKeys && engValues
+        && ReadTable(file, header.engTableOffset, pairs, engKeys.get(), appValues.get())
         && ReadTable(file, header.appTableOffset, pairs, appKeys.get(), engValues.get());
     if (loaded)
         count = header.count;
     else
-        for (std::unique_ptr<GUID[]>* const table : {&engKeys, &appValues, &appKeys, &engValues})
-            table->reset();
+        Clear();
     return loaded;
 }
 

@@ -32,6 +32,7 @@ public:
     bool IsLoaded() const { return loaded; }
 
 private:
+    void Clear();
     bool LoadFile(const TvlString& path, bool& opened);
 
     std::int32_t count = 0;

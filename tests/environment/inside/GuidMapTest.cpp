@@ -44,6 +44,33 @@ TEST(GuidOrder, BeginsAtTheEndOfIdentifiers)
             EXPECT_EQ(CompareGuids(kOrdered[i], kOrdered[j]), i <=> j) << i << " " << j;
 }
 
+/// Makes this process a unit test's, whose program lies in a folder that no disk has.
+class UnitTestHost final : public Ports::Modules {
+public:
+    UnitTestHost() : m_system(Get()) { SetForTests(this); }
+    UnitTestHost(const UnitTestHost&) = delete;
+    UnitTestHost& operator=(const UnitTestHost&) = delete;
+    ~UnitTestHost() override { SetForTests(nullptr); }
+
+    HMODULE Loaded(const std::wstring& name) const override
+    {
+        return name == L"UnitTestMarker.dll" ? reinterpret_cast<HMODULE>(&m_system) : m_system.Loaded(name);
+    }
+    HMODULE Load(const std::wstring& path) override { return m_system.Load(path); }
+    HMODULE LoadFromSystem(const std::wstring& name) override { return m_system.LoadFromSystem(name); }
+    HMODULE LoadFromProgramFolder(const std::wstring& name) override { return m_system.LoadFromProgramFolder(name); }
+    void Unload(HMODULE module) override { m_system.Unload(module); }
+    void* Address(HMODULE module, const std::string& name) const override { return m_system.Address(module, name); }
+    std::wstring ProgramPath() const override { return L"/program/test"; }
+    std::vector<std::wstring> Arguments() const override { return m_system.Arguments(); }
+
+private:
+    Ports::Modules& m_system;
+};
+
+// For the whole program, because the library asks once.
+const UnitTestHost unitTestHost;
+
 std::string Number(std::uint32_t number) { return std::string(reinterpret_cast<const char*>(&number), sizeof number); }
 
 std::string File(std::uint32_t count, std::uint32_t engines, std::uint32_t applications, std::size_t tableBytes)
@@ -118,6 +145,23 @@ TEST_F(GuidMap, RefusesTablesThatAreNotWholeInTheFile)
         EXPECT_EQ(map.FindApplication(Guid(1)), nullptr) << what;
         EXPECT_EQ(map.FindEngine(Guid(1)), nullptr) << what;
     }
+}
+
+TEST_F(GuidMap, ComesFromTheSuiteOrInAUnitTestFromTheTestsOwnData)
+{
+    const FakeEnvironment environment({{L"TVL_SUITE_DIR", L"/suite"}});
+    const GUID key = Guid(1);
+    EXPECT_FALSE(CGUIDMap().IsLoaded());
+    files.Put("/program/TestData/guidmap.dat", TvlUtl::MakeGuidMap({{key, Guid(2)}}));
+    const CGUIDMap own;
+    ASSERT_NE(own.FindApplication(key), nullptr);
+    EXPECT_TRUE(Same(*own.FindApplication(key), Guid(2)));
+    files.Put("/suite/Data/guidmap.dat", TvlUtl::MakeGuidMap({{key, Guid(3)}}));
+    const CGUIDMap suites;
+    ASSERT_NE(suites.FindApplication(key), nullptr);
+    EXPECT_TRUE(Same(*suites.FindApplication(key), Guid(3)));
+    files.Put("/suite/Data/guidmap.dat", "not whole");
+    EXPECT_FALSE(CGUIDMap().IsLoaded());
 }
 
 TEST_F(GuidMap, PairsNothingWhenAReadFails)
