@@ -1,7 +1,9 @@
 // "guidmap.dat": good ones are searched, all others pair nothing.
 #include "GuidMap.h"
 #include "CGUIDMap.h"
+#include "FakeEnvironment.h"
 #include "MemoryFiles.h"
+#include "windows/Modules.h"
 
 #include <cstring>
 #include <gtest/gtest.h>
