@@ -8,8 +8,8 @@
 
 namespace Ports {
 
-namespace {
-// The host's interfaces from the headers of .NET, up to the operation that is called.
+// The host's interfaces from the headers of .NET, up to the operation that is called. Not in the unnamed namespace: nothing
+// implements them there, so that the compiler would take every call for one that never happens.
 struct RuntimeInfo : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE GetVersionString(wchar_t* buffer, DWORD* characters) = 0;
 };
@@ -20,6 +20,7 @@ struct RuntimeHost : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE EnumerateInstalledRuntimes(IEnumUnknown** runtimes) = 0;
 };
 
+namespace {
 constexpr GUID kHostClass = {0x9280188d, 0x0e8e, 0x4867, {0xb3, 0x0c, 0x7f, 0xa8, 0x38, 0x84, 0xe8, 0xde}};
 constexpr GUID kHost = {0xd332db9e, 0xb9b3, 0x4125, {0x82, 0x07, 0xa1, 0x48, 0x84, 0xf5, 0x32, 0x16}};
 constexpr GUID kRuntimeInfo = {0xbd39d1d2, 0xba2f, 0x486a, {0x89, 0xb0, 0xb4, 0xb0, 0xcb, 0x46, 0x68, 0x91}};
