@@ -151,7 +151,7 @@ TEST_F(GuidMap, RefusesTablesThatAreNotWholeInTheFile)
 
 TEST_F(GuidMap, ComesFromTheSuiteOrInAUnitTestFromTheTestsOwnData)
 {
-    const FakeEnvironment environment({{L"TVL_SUITE_DIR", L"/suite"}});
+    const FakeEnvironment environment(std::map<std::wstring, std::wstring>{{L"TVL_SUITE_DIR", L"/suite"}});
     const GUID key = Guid(1);
     EXPECT_FALSE(CGUIDMap().IsLoaded());
     files.Put("/program/TestData/guidmap.dat", TvlUtl::MakeGuidMap({{key, Guid(2)}}));
