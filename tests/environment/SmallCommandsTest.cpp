@@ -12,7 +12,7 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
-class Commands : public testing::Test {
+class SmallCommands : public testing::Test {
 protected:
     ChildResult Run(std::vector<std::string> arguments) const
     {
@@ -50,7 +50,7 @@ protected:
     ScratchFolder folder;
 };
 
-TEST_F(Commands, MapIdentifiersBothWays)
+TEST_F(SmallCommands, MapIdentifiersBothWays)
 {
     const std::string engine = "00000009-0000-0000-0000-0000000000a1";
     const std::string application = "00000001-0000-0000-0000-0000000000ff";
@@ -75,7 +75,7 @@ TEST_F(Commands, MapIdentifiersBothWays)
 }
 
 /// Keys of the machine's own registry on windows: under a name that nobody else has, and gone with the test.
-class RegistryCommands : public Commands {
+class RegistryCommands : public SmallCommands {
 protected:
     ~RegistryCommands() override { Run({"registry", "delete", key}); }
 
@@ -110,7 +110,7 @@ TEST_F(RegistryCommands, ShowAndChangeValues)
     ExpectRefused({"registry", "set", key, "x", "0f0", "--type", "binary"}, "hexadecimal");
 }
 
-TEST_F(Commands, DownloadAndShowSizesAndPolicies)
+TEST_F(SmallCommands, DownloadAndShowSizesAndPolicies)
 {
     const WebServer server([](const std::string&, const LoopbackSocket& connection) {
         connection.Send("HTTP/1.1 200 OK\r\nContent-Length: 5\r\nConnection: close\r\n\r\nhello");
