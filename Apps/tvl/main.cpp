@@ -28,6 +28,11 @@ int main()   // NOLINT(bugprone-exception-escape)
     AddLocationsCommand(app);
     AddPlugInsCommand(app);
     AddCloudCommand(app);
+    AddRegistryCommand(app);
+    AddPolicyCommand(app);
+    AddGuidMapCommand(app);
+    AddDownloadCommand(app);
+    AddSizeCommand(app);
 
     std::vector<std::string> arguments;
     for (const std::wstring& argument : Ports::Modules::Get().Arguments())

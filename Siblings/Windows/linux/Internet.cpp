@@ -15,6 +15,10 @@ namespace Ports {
 
 namespace {
 constexpr int kPollMilliseconds = 1000;
+constexpr long kMostRedirections = 20;
+// Bytes that are kept for the reader before the transfer rests. Unpacked answers come in pieces that are many times as
+// large as what was received: a resting transfer copies all of the rest with every piece that is taken.
+constexpr std::size_t kEnough = std::size_t{1} << 20;
 
 struct CurlCloser {
     void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
@@ -43,6 +47,7 @@ public:
         curl_easy_setopt(easy, CURLOPT_HTTPHEADER, m_headers.get());
         curl_easy_setopt(easy, CURLOPT_PROXY, "");
         curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 1L);
+        curl_easy_setopt(easy, CURLOPT_MAXREDIRS, kMostRedirections);
         curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
         curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
         curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &CurlFile::Take);
@@ -57,6 +62,13 @@ public:
     }
     CurlFile(const CurlFile&) = delete;
     CurlFile& operator=(const CurlFile&) = delete;
+
+    /// Whether the server has answered, whatever came of it then.
+    bool HasAnswer() const
+    {
+        long status = 0;
+        return curl_easy_getinfo(m_easy.get(), CURLINFO_RESPONSE_CODE, &status) == CURLE_OK && status != 0;
+    }
 
     /// Drives the transfer until there are bytes or it ends; false when it failed.
     bool Drive()
@@ -96,9 +108,9 @@ private:
     static std::size_t Take(char* data, std::size_t size, std::size_t count, void* self)
     {
         auto& file = *static_cast<CurlFile*>(self);
-        if (!file.m_bytes.empty())
+        if (file.m_bytes.size() >= kEnough)
             return CURL_WRITEFUNC_PAUSE;
-        file.m_bytes.assign(data, data + size * count);
+        file.m_bytes.insert(file.m_bytes.end(), data, data + size * count);
         return size * count;
     }
 
@@ -140,7 +152,7 @@ public:
         const std::wstring& agent, const std::wstring& url, const std::wstring& headers) override
     {
         auto file = std::make_unique<CurlFile>(TvlPlatform::ToUtf8(agent), TvlPlatform::ToUtf8(url), headers);
-        if (!file->Drive())
+        if (!file->Drive() && !file->HasAnswer())
             return nullptr;
         return file;
     }

@@ -29,6 +29,10 @@ int LookAt(dl_phdr_info* module, std::size_t, void* data)
     return 1;
 }
 
+// Where distributions keep shared libraries. The loader's own search would follow LD_LIBRARY_PATH.
+constexpr const wchar_t* kSystemFolders[] = {
+    L"/usr/lib/x86_64-linux-gnu/", L"/lib/x86_64-linux-gnu/", L"/usr/lib64/", L"/lib64/", L"/usr/lib/", L"/lib/"};
+
 class LinuxModules final : public Modules {
 public:
     HMODULE Loaded(const std::wstring& name) const override
@@ -47,6 +51,21 @@ public:
     {
         return static_cast<HMODULE>(dlopen(TvlPlatform::ToUtf8(path).c_str(), RTLD_NOW | RTLD_LOCAL));
     }
+
+    HMODULE LoadFromSystem(const std::wstring& name) override
+    {
+        for (const wchar_t* const folder : kSystemFolders)
+            if (const HMODULE module = LoadFrom(folder, name))
+                return module;
+        return nullptr;
+    }
+
+    HMODULE LoadFromProgramFolder(const std::wstring& name) override
+    {
+        const std::wstring program = ProgramPath();
+        return LoadFrom(program.substr(0, program.rfind(L'/') + 1), name);
+    }
+
     void Unload(HMODULE module) override { dlclose(module); }
 
     void* Address(HMODULE module, const std::string& name) const override { return dlsym(module, name.c_str()); }
@@ -67,6 +86,14 @@ public:
         while (std::getline(file, argument, '\0'))
             arguments.push_back(TvlPlatform::FromUtf8(argument));
         return arguments;
+    }
+
+private:
+    HMODULE LoadFrom(const std::wstring& folder, const std::wstring& name)
+    {
+        if (folder.empty() || name.empty() || name.find(L'/') != std::wstring::npos)
+            return nullptr;
+        return Load(folder + name);
     }
 };
 

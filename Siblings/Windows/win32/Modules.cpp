@@ -14,6 +14,19 @@ public:
     HMODULE Loaded(const std::wstring& name) const override { return GetModuleHandleW(name.c_str()); }
 
     HMODULE Load(const std::wstring& path) override { return LoadLibraryW(path.c_str()); }
+    HMODULE LoadFromSystem(const std::wstring& name) override
+    {
+        std::wstring folder(GetSystemDirectoryW(nullptr, 0), L'\0');
+        folder.resize(GetSystemDirectoryW(folder.data(), static_cast<UINT>(folder.size())));
+        return LoadFrom(folder + L"\\", name);
+    }
+
+    HMODULE LoadFromProgramFolder(const std::wstring& name) override
+    {
+        const std::wstring program = ProgramPath();
+        return LoadFrom(program.substr(0, program.rfind(L'\\') + 1), name);
+    }
+
     void Unload(HMODULE module) override { FreeLibrary(module); }
 
     void* Address(HMODULE module, const std::string& name) const override
@@ -40,6 +53,17 @@ public:
         if (!list || count < 1)
             return {};
         return {list.get() + 1, list.get() + count};
+    }
+
+private:
+    /// By the full path: a name alone would be given a module that is loaded already, from wherever it came.
+    static HMODULE LoadFrom(const std::wstring& folder, const std::wstring& name)
+    {
+        constexpr DWORD kSearch =
+            LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32;   // for what it needs
+        if (folder.size() < 2 || name.empty() || name.find_first_of(L"\\/:") != std::wstring::npos)
+            return nullptr;
+        return LoadLibraryExW((folder + name).c_str(), nullptr, kSearch);
     }
 };
 

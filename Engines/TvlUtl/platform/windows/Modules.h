@@ -20,6 +20,11 @@ public:
     /// LoadLibraryW: loads a module by its path, or by its name where the system looks; null when it can't be loaded.
     /// Each load wants an Unload.
     virtual HMODULE Load(const std::wstring& path) = 0;
+    /// LoadLibraryExW from the system's folder and no other, for modules that belong to the system: a file of the same
+    /// name elsewhere is never taken. A name that brings a folder along is refused.
+    virtual HMODULE LoadFromSystem(const std::wstring& name) = 0;
+    /// The same from the program's folder and no other, for modules that are installed with it.
+    virtual HMODULE LoadFromProgramFolder(const std::wstring& name) = 0;
     /// FreeLibrary: takes one load back. The module leaves the process with the last one.
     virtual void Unload(HMODULE module) = 0;
     /// GetProcAddress: the exported function or variable of this name, or null.

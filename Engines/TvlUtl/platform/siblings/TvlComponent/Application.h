@@ -12,6 +12,8 @@ public:
     virtual ~IApplication() = default;
     /// Shows a message to the user and waits until it is read.
     virtual void ShowMessage(const wchar_t* text) = 0;
+    /// Window that others belong to; null when there is none.
+    virtual HWND GetMainWindow() const { return nullptr; }
 };
 
 /// The application, or null before it gave its interface.

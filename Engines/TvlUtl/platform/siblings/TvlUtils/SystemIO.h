@@ -15,6 +15,8 @@ namespace TvlUtils::SystemIO::File {
 
 /// Deletes a file; false when there is none or it can't be deleted.
 TVLSIBLINGS_API bool Delete(const TvlString& path);
+/// Gives a file another name in the same file system; a file of that name is replaced in one step.
+TVLSIBLINGS_API bool Move(const TvlString& from, const TvlString& to);
 /// Whether there is a file, and no folder, of this name.
 TVLSIBLINGS_API bool Exists(const TvlString& path);
 
@@ -54,6 +56,13 @@ namespace TvlUtils::SystemIO::Path {
 TVLSIBLINGS_API TvlString Combine(const TvlString& first, const TvlString& second);
 /// The same with an extension behind a "."; `extension` may bring the point along, and adds nothing when it is empty.
 TVLSIBLINGS_API TvlString Combine(const TvlString& first, const TvlString& second, const TvlString& extension);
+/// The path that `second` names for somebody in the folder `first`, with "." and ".." worked out in the text. An absolute
+/// `second` stands alone.
+TVLSIBLINGS_API TvlString GetAbsolutePath(const TvlString& first, const TvlString& second);
+/// A path in `folder` that nobody else has or guesses: `prefix`, a random part, and `extension` with its point. No file is
+/// made; who makes it sees to it that it is new.
+TVLSIBLINGS_API TvlString GetTempFileNameW(
+    const TvlString& folder, const TvlString& prefix, const TvlString& extension);
 /// Whether a path starts at a root: a separator, or on windows a drive letter with a colon.
 TVLSIBLINGS_API bool IsFullyQualified(const TvlString& path);
 /// Whether there is anything of this name.

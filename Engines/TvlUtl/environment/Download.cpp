@@ -1,0 +1,76 @@
+#include "Download.h"
+
+#include "siblings/TvlUtils/FilePath.h"
+#include "siblings/TvlUtils/SystemIO.h"
+#include "windows/Internet.h"
+
+#include <array>
+
+namespace TvlUtl {
+
+namespace SystemIO = TvlUtils::SystemIO;
+
+namespace {
+constexpr const wchar_t* kAgent = L"Tovel gzip download";
+constexpr const wchar_t* kHeaders = L"Accept-Encoding: gzip, deflate\n";
+constexpr std::size_t kBlock = 4096;   // bytes
+
+TvlString NewNameBeside(const TvlString& destination)
+{
+    const auto folder = SystemIO::ToFilePath(destination).parent_path();
+    return SystemIO::Path::GetTempFileNameW(SystemIO::FromFilePath(folder), L"tvl", L".tmp");
+}
+
+/// Writes a block behind those before it; `offset` goes along.
+bool WriteBlock(SystemIO::FileHandle& file, long long& offset, const char* bytes, std::size_t size)
+{
+    while (size > 0) {
+        std::size_t done = 0;
+        if (!file.WriteAt(offset, bytes, size, done))
+            return false;
+        offset += static_cast<long long>(done);
+        bytes += done;
+        size -= done;
+    }
+    return true;
+}
+
+/// Stores an answer to its end, or to where the connection breaks; whether any block was written.
+bool Store(Ports::InternetFile& answer, SystemIO::FileHandle& file)
+{
+    std::array<char, kBlock> block;
+    long long offset = 0;
+    bool anyWritten = false;
+    bool good = true;
+    for (;;) {
+        const auto count = answer.Read(block.data(), block.size());
+        if (!count || *count == 0)
+            return anyWritten;
+        // A stream that has failed takes nothing more, though the answer is read to its end.
+        good = good && WriteBlock(file, offset, block.data(), *count);
+        anyWritten |= good;
+    }
+}
+}   // namespace
+
+bool WinInetGzipDownload(const TvlString& url, const TvlString& destination)
+{
+    Ports::Internet& internet = Ports::Internet::Get();
+    if (!internet.IsUrl(url.Std()))
+        return false;
+    const auto answer = internet.OpenUrl(kAgent, url.Std(), kHeaders);
+    if (!answer)
+        return false;
+    const TvlString temporary = NewNameBeside(destination);
+    std::unique_ptr<SystemIO::FileHandle> file;
+    if (!SystemIO::FileLayer::Get().Open(SystemIO::ToFilePath(temporary), SystemIO::OpenMode::CreateNew, file))
+        return false;
+    const bool stored = Store(*answer, *file);
+    static_cast<void>(file->Close());   // a failure shows in no result
+    if (SystemIO::File::Move(temporary, destination))
+        return stored;
+    SystemIO::File::Delete(temporary);
+    return false;
+}
+
+}   // namespace TvlUtl

@@ -1,0 +1,28 @@
+// The keys that give a click or a command another meaning.
+#pragma once
+
+#include "siblings/SiblingsApi.h"
+
+#include <memory>
+
+namespace Framework::UI {
+
+/// What keys are down while a message is handled. For the user interface thread.
+class IKeyContext {
+public:
+    virtual ~IKeyContext() = default;
+    virtual bool IsShiftDown() const = 0;
+    virtual bool IsControlDown() const = 0;
+    virtual bool IsAltDown() const = 0;
+    /// Whether the key of a Windows virtual-key code is down.
+    virtual bool IsKeyDown(int virtualKey) const = 0;
+};
+
+namespace Win32Detail {
+
+/// A context over the keyboard of the machine.
+TVLSIBLINGS_API std::unique_ptr<IKeyContext> CreateKeyContext();
+
+}   // namespace Win32Detail
+
+}   // namespace Framework::UI
