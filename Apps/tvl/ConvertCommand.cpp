@@ -4,6 +4,7 @@
 #include "WUnit.h"
 
 #include <CLI/CLI.hpp>
+#include <cmath>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -20,6 +21,10 @@ struct Convert {
         const int source = from.Id();
         const int target = to.Id();
         const double result = WUnit::GetDefaultWUnit().ConvertFromUnitToUnit(source, target, value, -1.0);
+        if (!std::isfinite(result)) {
+            std::cerr << "tvl: the number, or what it becomes, is out of range\n";
+            throw CLI::RuntimeError(kBadInput);
+        }
         const nlohmann::ordered_json number = result;
         if (json)
             std::cout << nlohmann::ordered_json{{"value", value}, {"from", source}, {"to", target}, {"result", result}}

@@ -14,6 +14,7 @@
 
 namespace {
 constexpr int kDisplays = 41;
+constexpr int kMetre = 9;
 constexpr int kNumberWithoutUnit[] = {0, 17, 22, 23};
 
 bool IsPlain(int id)
@@ -28,8 +29,9 @@ nlohmann::ordered_json Describe(int id)
     nlohmann::ordered_json unit{{"id", id}, {"short", name(kUnitTextFirstName)},
         {"singular", name(kUnitTextSecondName)}, {"plural", name(kUnitTextThirdName)},
         {"symbol", name(kUnitTextSymbol)}, {"decimals", units.GetUnitDecimalPlaces(id)}};
+    // To metres, whose own factor is 1: no rounding adds to the unit's.
     unit["factor"] = IsPlain(id) ? nlohmann::ordered_json()
-                                 : nlohmann::ordered_json(units.ConvertFromUnitTo10thMicron(id, 1.0, 0.0) / 1e7);
+                                 : nlohmann::ordered_json(units.ConvertFromUnitToUnit(id, kMetre, 1.0, 0.0));
     return unit;
 }
 

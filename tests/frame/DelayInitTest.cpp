@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -75,6 +76,14 @@ TEST(DelayInit, ACopysEndTakesTheSourcesRegistrationAway)
     first = second;   // does not touch the registrar
     EXPECT_THAT(Walk(true, false), ElementsAre("2", "1"));
     Registrar::GetInst().RemoveHook(eHookStageShutdown, Named("1"));
+
+    InitHook both(Named("u"), Named("d"), Registrar::eDefault);
+    {
+        const InitHook moved = std::move(both);   // a copy too
+        EXPECT_THAT(Walk(false, false), ElementsAre("u"));
+    }
+    EXPECT_THAT(Walk(false, false), IsEmpty());
+    EXPECT_THAT(Walk(true, false), ElementsAre("2"));
 }
 
 class Service : public DelayInitBase {
@@ -96,7 +105,8 @@ TEST(DelayInit, ObjectsRegisterThemselvesAndTheirCopiesDoNot)
     std::optional<Service> service;
     service.emplace();
     {
-        const Service copy = *service;
+        Service copy = *service;
+        EXPECT_EQ(&(copy = *service), &copy);
         EXPECT_THAT(Walk(false, false), ElementsAre("up"));
     }
     EXPECT_THAT(Walk(true, false), ElementsAre("down"));

@@ -56,13 +56,22 @@ TEST(TopMostOwnerWnd, MakesAWindowInTheMiddleOfTheForeground)
     EXPECT_EQ(windowing.active, Window(3));
     EXPECT_THAT(windowing.calls,
         ElementsAre(L"create 60,40", L"activate", L"enable", L"foreground", L"pump", L"destroy", L"activate"));
+}
 
-    windowing.calls.clear();
+TEST(TopMostOwnerWnd, MakesAWindowWithoutAnyOther)
+{
+    FakeWindowing windowing;
+    windowing.created = Window(9);
+    TvlUtl::TopMostOwnerWnd owner(nullptr);
+    EXPECT_EQ(owner.GetOwnerWnd(nullptr), Window(9));
+    EXPECT_THAT(windowing.calls, ElementsAre(L"create 0,0", L"activate", L"enable", L"pump"));
+    windowing.created = Window(10);
+    EXPECT_EQ(owner.GetOwnerWnd(L"t"), Window(10));   // a second one; the first is forgotten
     {
-        TvlUtl::TopMostOwnerWnd owner(nullptr);
-        EXPECT_EQ(owner.GetOwnerWnd(nullptr), Window(9));
+        const TvlUtl::TopMostOwnerWnd copy = owner;
+        windowing.calls.clear();
     }
-    EXPECT_THAT(windowing.calls, Not(testing::Contains(L"foreground")));
+    EXPECT_THAT(windowing.calls, ElementsAre(L"destroy", L"activate"));   // a copy takes the window away as well
 }
 
 TEST(TopMostOwnerWnd, GivesTheOwnerBackWhenNoWindowCanBeMade)

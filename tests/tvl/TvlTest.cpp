@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
@@ -44,7 +45,9 @@ TEST(Tvl, AnswersWithATextAndAnExitCode)
         {{"measure", "5' 3 1/2\"", "-u", "31", "--form", "4", "--locale", "en-US"}, 0, "5' 3 1/2\"\n"},
         {{"measure", "1/3 m", "--decimals", "2", "--form", "0", "--locale", "en-US"}, 0, "333.33\n"},
         {{"measure", "90°", "-u", "11", "--form", "4", "--locale", "en-US"}, 0, "90°\n"},
-        {{"convert", "1", "in", "mm"}, 0, "25.4\n"},
+        {{"convert", "1", "in", "mm"}, 0, "25.4\n"}, {{"convert", "-2", "in", "mm"}, 0, "-50.8\n"},
+        {{"convert", "1e308", "km", "mm"}, kBadInput, ""}, {{"convert", "nan", "in", "mm"}, kBadInput, ""},
+        {{"convert", "1e400", "in", "mm"}, kBadInput, ""}, {{"measure", "-5in", "--locale", "en-US"}, 0, "-127 mm\n"},
         {{"eval", "2*(3+4)", "--locale", "en-US"}, 0, "14.0\n"},
         {{"eval", "sin 90", "--degrees", "--locale", "en-US"}, 0, "1.0\n"}, {{"measure", "2*-3"}, kBadInput, ""},
         {{"measure", "1", "--unit", "furlong"}, kBadInput, ""}, {{"eval", "1", "--locale", "xx-YY"}, kBadInput, ""},
@@ -91,10 +94,13 @@ TEST(Tvl, ListsUnitsWithFactors)
 {
     const ChildResult result = RunTvl({"units", "--json"});
     EXPECT_EQ(result.exitCode, 0) << result.errors;
-    bool hasInch = false;
+    std::map<int, json> factors;
     for (const json& unit : Objects(result.output))
-        hasInch |= unit.at("id") == 1 && unit.at("factor") == 0.0254;
-    EXPECT_TRUE(hasInch) << result.output;
+        factors[unit.at("id")] = unit.at("factor");
+    EXPECT_EQ(factors.size(), 37u);
+    EXPECT_TRUE(factors[17].is_null());
+    for (const auto& [id, factor] : {std::pair(1, 0.0254), {14, 0.0018142857142857142}, {27, 4.84813681109536e-06}})
+        EXPECT_EQ(factors[id], factor) << id;
 }
 
 }   // namespace

@@ -145,11 +145,12 @@ TEST(WEqParser, CopiesShareTheTokensAndReadOnTheirOwn)
     int ended = 0;
     {
         WToken* const own[] = {new Constant(L"pi", 3.0, ended)};
-        const WEqParser source(L"pi*(2+1)", own, 1, kTokensAll, DRG::Radians);
+        WEqParser source(L"pi*sqrt(4+5)", own, 1, kTokensAll, DRG::Radians);
         WEqParser copy(source);
-        WEqParser assigned(L"7", 0, DRG::Degrees);
+        copy.LoadTokens(kTokensAll);   // its own, tried behind those that it shares
+        WEqParser assigned(L"sqrt 7", kTokensLogarithms, DRG::Degrees);
         assigned = source;
-        for (WEqParser* const parser : {&copy, &assigned}) {
+        for (WEqParser* const parser : {&copy, &assigned, &source}) {
             double value = 0.0;
             EXPECT_EQ(parser->GetValue(value), 1);
             EXPECT_EQ(value, 9.0);

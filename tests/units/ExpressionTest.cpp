@@ -108,6 +108,66 @@ TEST(WUnit, EvaluatesFieldTextsWithUnits)
     EXPECT_EQ(WUnit::GetDefaultWUnit().StringToValue(2, L"1 furlong", value, 256 | 31, DRG::Radians), 0);
 }
 
+TEST(WUnit, TakesAnglesByTheUnitOfTheField)
+{
+    struct AngleRow {
+        int display;
+        const wchar_t* text;
+        DRG mode;
+        double value;
+    };
+    const AngleRow kRows[] = {
+        {11, L"sin 90", DRG::Radians, std::sin(90 * 3.141592653589793 / 180.0)},
+        {26, L"sin 5400", DRG::Radians, std::sin(5400 * 3.141592653589793 / 180.0 / 60.0)},
+        {27, L"sin 7", DRG::Degrees, std::sin(7 * 3.141592653589793 / 180.0 / 60.0 / 60.0)},
+        {32, L"sin 7", DRG::Degrees, std::sin(7.0)},
+        {2, L"sin 7", DRG::Degrees, std::sin(7 * 3.141592653589793 / 180.0)},
+        {2, L"sin 7", DRG::Radians, std::sin(7.0)},
+        {11, L"atan 7", DRG::Radians, std::atan(7.0) / 0.017453292519943295},
+        {26, L"atan 7", DRG::Degrees, std::atan(7.0) / 0.0002908882086657216},
+        {27, L"atan 7", DRG::Radians, std::atan(7.0) / 4.84813681109536e-06},
+        {32, L"atan 7", DRG::Degrees, std::atan(7.0)},
+        {2, L"atan 7", DRG::Degrees, std::atan(7.0) / 0.017453292519943295},
+        {2, L"atan 7", DRG::Gradians, std::atan(7.0)},
+        {27, L"sinh 7", DRG::Degrees, std::sinh(7.0)},
+    };
+    for (const auto& [display, text, mode, expected] : kRows) {
+        double value = -77;
+        EXPECT_EQ(WUnit::GetDefaultWUnit().StringToValue(display, text, value, 256 | 31, mode), 1) << text;
+        EXPECT_EQ(value, expected) << display << " " << text;
+    }
+}
+
+TEST(WUnit, JoinsPartsThatStandSideBySide)
+{
+    constexpr FieldRow kRows[] = {
+        {2, L"(2)(3)", 5.0},
+        {2, L"1cm(3)", 13.0},
+        {2, L"-1cm 2", -12.0},   // the sign of the first part rules
+        {2, L"(1)2", 3.0},
+        {3, L"-1 pc 6 pt", -1.5},
+        {3, L"3,6*2", 4.0},
+        {3, L"1 pica 1 2", 13.0},   // no blanks behind the word
+        {12, L"2 cc 1 /2", 2.5},
+        {40, L"2+3", 3.0},   // the last number that was read
+        {40, L"", 0.0},
+    };
+    for (const auto& [display, text, expected] : kRows) {
+        double value = -77;
+        EXPECT_EQ(WUnit::GetDefaultWUnit().StringToValue(display, text, value, 256 | 31, DRG::Radians), 1) << text;
+        EXPECT_NEAR(value, expected, 1e-12) << display << " " << text;
+    }
+    double value = -77;
+    for (const wchar_t* text : {L"2(3)", L"1in 2mm mm", L"1 2", L"mm", L"2 mm 3.5.2"})
+        EXPECT_EQ(WUnit::GetDefaultWUnit().StringToValue(2, text, value, 256 | 31, DRG::Radians), 0) << text;
+    // Without the words there is no token that joins.
+    value = -77;
+    EXPECT_EQ(WUnit::GetDefaultWUnit().StringToValue(2, L"(2)(3)", value, 31, DRG::Radians), 0);
+    EXPECT_EQ(value, -77);
+    EXPECT_EQ(WUnit::GetDefaultWUnit().StringToValue(2, L"1/0", value, 256 | 1, DRG::Radians), 0);
+    EXPECT_EQ(value, 0.0);
+}
+
 // A unit word that an operator or a function hides would be read as that, or not at all.
 TEST(WUnit, ReadsEveryNameOfEveryUnit)
 {

@@ -93,6 +93,57 @@ TEST(WUnit, AddsOnRequestAndCountsCustomIds)
     EXPECT_EQ(units.LoadDefaults(wrong, 0), 0);
 }
 
+TEST(WUnit, FindsDisplaysBehindOnesThatFailedOrWent)
+{
+    WUnit units;
+    int unknown[] = {77};
+    EXPECT_EQ(units.AddUnitDisplay(new WUnitCollection, unknown, 1, -1, 0), -1);   // its object stays
+    for (int round = 0; round < 2; ++round)
+        for (const int id : {1, 2, 5})
+            EXPECT_EQ(units.AddUnitDisplay(id), id);
+    EXPECT_EQ(units.ConvertFromUnitToUnit(1, 2, 1.0, 0.0), 1.0 * 0.0254 / 0.001);
+
+    // The displays behind one that goes are one place off.
+    EXPECT_EQ(units.DeleteUnitDisplay(1), 1);
+    EXPECT_EQ(units.GetUnitString(2, 1), L"cm");
+    EXPECT_EQ(units.ConvertFromUnitToUnit(2, 2, 3.0, 0.0), 3.0 * 0.01 / 0.01);
+}
+
+TEST(WUnit, MatchesNamesAndSymbolsToTheLetter)
+{
+    struct Row {
+        const wchar_t* text;
+        bool matches;
+    };
+    constexpr Row kRows[] = {{L"in", true}, {L"inch", true}, {L"inches", true}, {L"\"", true}, {L"IN", false},
+        {L"i", false}, {L"in ", false}, {L"", false}};
+    WUnitWithSymbol inch;
+    inch.SetId(1);
+    inch.Load();
+    for (const auto& [text, matches] : kRows)
+        EXPECT_EQ(inch.Matches(text), matches) << text;
+
+    WUntiDef millimetre;   // without a symbol
+    millimetre.SetId(2);
+    WUnitCollection display;
+    display.Initialise({&millimetre, &inch}, 0, -1);
+    for (const wchar_t* const text : {L"mm", L"\"", L"inches"})
+        EXPECT_TRUE(display.Matches(text)) << text;
+    EXPECT_FALSE(display.Matches(L"mm in"));
+    EXPECT_FALSE(display.Matches(L""));
+}
+
+// The parts of a resolution below 1 are all that truncates to 0.
+TEST(WUnit, ConvertsResolutionsFromOneUpwardAndDownward)
+{
+    WUnit& units = WUnit::GetDefaultWUnit();
+    for (const double none : {0.0, 0.999, -0.999})
+        EXPECT_EQ(units.ConvertResolutionFromUnitToUnit(1, 2, none, 0.0), 0.0) << none;
+    for (const double some : {1.0, -1.0, 1e30})
+        EXPECT_NEAR(units.ConvertResolutionFromUnitToUnit(1, 2, some, 0.0), some / 25.4, std::fabs(some) * 1e-14);
+    EXPECT_TRUE(std::isnan(units.ConvertResolutionFromUnitToUnit(1, 2, std::numeric_limits<double>::quiet_NaN(), 0.0)));
+}
+
 TEST(WUnit, KeepsItsSlots)
 {
     EXPECT_EQ(Slot(&Framework::IUnit::GetUnitString), 0u);

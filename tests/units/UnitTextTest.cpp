@@ -1,6 +1,5 @@
 // Measures as text.
 #include "FakeLocale.h"
-#include "Units.h"
 #include "WRegionalSupportFormat.h"
 #include "WUnit.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
@@ -56,6 +55,19 @@ TEST(WUnit, FormatsValues)
         units.GetUnitString(display, form);   // loads every part of a chain
         EXPECT_EQ(units.DisplayUnitValueAsString(display, value, form, decimals), text) << display << " " << value;
     }
+}
+
+// Numbers are written with a point, and trimmed by the user's separator.
+TEST(WUnit, KeepsThePointWhereTheUserHasAnotherSeparator)
+{
+    FakeLocale locale;
+    locale.settings = FakeLocale::German();
+    WUnit& units = WUnit::GetDefaultWUnit();
+    EXPECT_EQ(units.DisplayUnitValueAsString(2, 12.0, 1, -1), L"12. mm");
+    EXPECT_EQ(units.DisplayUnitValueAsString(2, 12.5, 1, -1), L"12.5 mm");
+    locale.settings.clear();
+    EXPECT_EQ(units.DisplayUnitValueAsString(2, 12.0, 0, -1), L"12.");
+    EXPECT_EQ(units.DisplayUnitValueAsString(2, 100.0, 0, 0), L"100");
 }
 
 TEST(WUnit, ShowsAnInfinitePartOfAChainThatNothingLoaded)
@@ -126,12 +138,31 @@ TEST_F(RegionalFormat, FollowsTheUsersSeparators)
 
 TEST_F(RegionalFormat, MirrorsTheSignForRightToLeftReaders)
 {
-    locale.settings[Ports::LocaleSetting::NegativeNumberOrder] = L"3";
+    struct Row {
+        const wchar_t* order;
+        const wchar_t* text;
+        const wchar_t* mirrored;
+    };
+    constexpr Row kRows[] = {{L"0", L"(1,234)", L"(1,234)"}, {L"1", L"-1,234", L"1,234-"},
+        {L"2", L"- 1,234", L"1,234 -"}, {L"3", L"1,234-", L"-1,234"}, {L"4", L"1,234 -", L"- 1,234"}};
+    for (const auto& [order, text, mirrored] : kRows) {
+        locale.settings[Ports::LocaleSetting::NegativeNumberOrder] = order;
+        for (const LANGID language : {0x0409, 0x040D}) {   // English, Hebrew
+            locale.language = language;
+            locale.localeId = NextId();
+            EXPECT_EQ(Format(L"-1234"), language == 0x0409 ? text : mirrored) << order;
+        }
+    }
+}
+
+TEST_F(RegionalFormat, TakesTheDecimalsOfTheTextAlone)
+{
     locale.localeId = NextId();
-    EXPECT_EQ(Format(L"-12"), L"12-");
-    locale.language = 0x040D;   // Hebrew
-    locale.localeId = NextId();
-    EXPECT_EQ(Format(L"-12"), L"-12");
+    for (const unsigned digits : {0u, 4u}) {
+        format.SetNumFractionalDigit(digits);
+        EXPECT_EQ(Format(L"1234 mm"), L"1,234 mm");
+        EXPECT_EQ(Format(L"1234.50 mm"), L"1,234.50 mm");
+    }
 }
 
 TEST_F(RegionalFormat, ReadsSettingsOncePerLocale)
@@ -196,19 +227,6 @@ TEST_F(RegionalFormat, FieldTextsFollowTheLocale)
         EXPECT_EQ(WUnit::GetDefaultWUnit().StringToValue(display, text, value, 256 | 31, DRG::Radians), 1) << text;
         EXPECT_EQ(value, expected) << text;
     }
-}
-
-TEST(LocaleCache, InitialisesOnce)
-{
-    FakeLocale locale;
-    locale.settings[Ports::LocaleSetting::ListSeparator] = L"long";
-    const int first = UNITInitialize();   // 1 when an earlier call read the settings
-    locale.settings[Ports::LocaleSetting::ListSeparator] = L";";
-    EXPECT_EQ(UNITInitialize(), 1);
-    const int reads = locale.reads;
-    EXPECT_EQ(UNITInitialize(), 1);
-    EXPECT_EQ(locale.reads, reads);
-    EXPECT_TRUE(first == 0 || first == 1);
 }
 
 }   // namespace

@@ -168,7 +168,8 @@ protected:
     double m_currentValue = 0.0;   // number of the last value token
     std::int32_t m_valueBefore = 0;
     std::size_t m_tokenCount = 0;
-    std::pmr::vector<WToken*> m_tokens;   // in the order in which they are tried; own ones are made when they win
+    // In the order in which they are tried; own ones are made when they win.
+    mutable std::pmr::vector<WToken*> m_tokens;
     std::pmr::list<WToken*> m_operators;
     WValueStack m_values;
     std::size_t m_offset = 0;       // characters of the equation that have been read
@@ -191,12 +192,12 @@ private:
     const Segment* FindSegment(const WToken* token) const;
     unsigned KindOf(const WToken* token) const;
     /// The token at a place of the table, made if need be.
-    WToken* TokenAt(std::size_t place);
+    WToken* TokenAt(std::size_t place) const;
     int CloseBracket(unsigned bracket);
     void DestroyTokens();
 
     std::pmr::vector<Segment> m_segments;
     wchar_t m_decimalSeparator = 0;   // 0 for none
     bool m_localeRead = false;
-    bool m_ownsTokens = true;   // false in a copy
+    std::size_t m_ownedFrom = 0;   // place of the first token of this parser; those of a copy's source stand before
 };

@@ -35,7 +35,7 @@ enum UnitTextForm : unsigned {
 };
 
 /// One measure. Built-in measures take their values from the table when they are first used.
-/// Names are given as resource keys; a text that is no key stands for itself.
+/// Names are given as resource keys; a key without a text, and an empty one, give no name.
 class TVLUTL_API WUntiDef {
 public:
     WUntiDef() = default;
@@ -213,7 +213,7 @@ public:
 
     /// Adds a built-in definition and returns its id; -1 when there is none.
     int AddUnitDefinition(int id);
-    /// Adds a custom definition, owned from now on, and returns its new id. Names are keys or plain texts.
+    /// Adds a custom definition, owned from now on, and returns its new id. Names are resource keys.
     /// @param factor metres per unit
     int AddUnitDefinition(WUntiDef* def, int decimals, double inc0, double inc1, double inc2, const TvlString& name1,
         const TvlString& name2, const TvlString& name3, const TvlString& symbol, double factor);

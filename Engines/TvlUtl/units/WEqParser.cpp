@@ -63,8 +63,10 @@ WEqParser& WEqParser::operator=(const WEqParser& other)
 {
     if (this == &other)
         return *this;
+    // Made there and now, so that no two parsers make one token: its memory is the source's.
+    for (std::size_t place = 0; place < other.m_tokens.size(); ++place)
+        other.TokenAt(place);
     DestroyTokens();
-    m_ownsTokens = false;
     m_angleMode = other.m_angleMode;
     m_current = other.m_current;
     m_previous = other.m_previous;
@@ -79,6 +81,7 @@ WEqParser& WEqParser::operator=(const WEqParser& other)
     m_tokenStart = other.m_tokenStart;
     m_diagnosis = other.m_diagnosis;
     m_segments = other.m_segments;
+    m_ownedFrom = m_tokens.size();
     m_decimalSeparator = other.m_decimalSeparator;
     m_localeRead = other.m_localeRead;
     return *this;
@@ -88,16 +91,14 @@ WEqParser::~WEqParser() { DestroyTokens(); }
 
 void WEqParser::DestroyTokens()
 {
-    if (!m_ownsTokens)
-        return;
     // Own tokens lie in the parser's memory, callers' on the heap.
     for (const Segment& segment : m_segments) {
-        for (std::size_t i = segment.first; i < segment.first + segment.count; ++i)
+        for (std::size_t i = std::max(segment.first, m_ownedFrom); i < segment.first + segment.count; ++i)
             if (WToken* const token = std::exchange(m_tokens[i], nullptr))
                 token->~WToken();
     }
-    for (const WToken* const token : m_tokens)
-        delete token;
+    for (std::size_t i = m_ownedFrom; i < m_tokens.size(); ++i)
+        delete m_tokens[i];
 }
 
 int WEqParser::LoadTokens(unsigned flags)
@@ -115,7 +116,7 @@ void WEqParser::AddSegment(const WTokenSource& source)
     m_tokenCount = m_tokens.size();
 }
 
-WToken* WEqParser::TokenAt(std::size_t place)
+WToken* WEqParser::TokenAt(std::size_t place) const
 {
     if (!m_tokens[place]) {
         for (const Segment& segment : m_segments) {

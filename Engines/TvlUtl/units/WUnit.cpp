@@ -76,8 +76,8 @@ long long WUnit::FindUnit(int id, std::vector<UnitMap>& map)
 
 int WUnit::AddUnitDefinition(int id)
 {
-    if (const long long found = FindUnit(id, m_definitionMap); found >= 0)
-        return m_definitionMap[static_cast<std::size_t>(found)].id;
+    if (FindUnit(id, m_definitionMap) >= 0)
+        return id;
     const DefinitionRow* const row = FindDefinitionRow(id);
     if (!row)
         return -1;
@@ -100,8 +100,8 @@ int WUnit::AddUnitDefinition(WUntiDef* def, int decimals, double inc0, double in
 
 int WUnit::AddUnitDisplay(int id)
 {
-    if (const long long found = FindUnit(id, m_displayMap); found >= 0)
-        return m_displayMap[static_cast<std::size_t>(found)].id;
+    if (FindUnit(id, m_displayMap) >= 0)
+        return id;
     const DisplayRow* const row = FindDisplayRow(id);
     if (!row)
         return -1;
