@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <vector>
 
 using nlohmann::ordered_json;
@@ -70,14 +71,15 @@ struct OpenedFile {
     ExifPlace place;
 };
 
-/// The value of a tag that holds one number of a type that can be patched; 0 for all others.
-unsigned PatchableNumber(CExifTag* tag)
+/// The value of a tag that holds one number of a type that can be patched; empty for all others.
+std::optional<unsigned> PatchableNumber(CExifTag* tag)
 {
-    unsigned value = 0;
     const bool isNumber = tag && tag->GetValueCount() == 1
         && (tag->GetValueType() == 1 || tag->GetValueType() == 3 || tag->GetValueType() == 4);
-    if (isNumber)
-        tag->GetSingleValue(0, &value, sizeof value);
+    if (!isNumber)
+        return std::nullopt;
+    unsigned value = 0;
+    tag->GetSingleValue(0, &value, sizeof value);
     return value;
 }
 
@@ -154,8 +156,8 @@ ExifFile SetExifOrientation(const std::filesystem::path& path, int orientation)
     ExifFile& file = opened.file;
     if (!file.error.empty())
         return std::move(file);
-    const unsigned present = PatchableNumber(file.exif->FindTag(kOrientation));
-    if (present == 0)
+    const std::optional<unsigned> present = PatchableNumber(file.exif->FindTag(kOrientation));
+    if (!present)
         file.error = "no orientation to change";
     else if (present != static_cast<unsigned>(orientation)
         && (!file.exif->ReplaceData(opened.Block(), kOrientation, orientation) || !opened.RenewCheckSum()))

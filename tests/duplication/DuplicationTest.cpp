@@ -284,7 +284,7 @@ TEST_F(Duplication, CopiesWhoOwnsToo)
     EXPECT_THAT(Shape::died, testing::ElementsAre(copy));
 }
 
-/// Copies that stand in the order of their chain, against it, or in runs of no order. Nested destruction would need more
+/// Copies that stand in the order of their chain, against it, in runs of no order, or in no order at all. Nested destruction would need more
 /// than any stack.
 TEST_F(Duplication, LetsGoOfLongChainsWithoutNesting)
 {
@@ -298,7 +298,15 @@ TEST_F(Duplication, LetsGoOfLongChainsWithoutNesting)
         const std::size_t run = length / 10;
         return (i / run * 7 % 10) * run + i % run;
     };
-    const Row rows[] = {{1'000'000, inOrder}, {300'000, against}, {300'000, inRuns}};
+    const auto scattered = [](std::size_t i, std::size_t length) {
+        // One to one on powers of two.
+        for (int round = 0; round < 3; ++round) {
+            i = i * 0x9E3779B1 & (length - 1);
+            i ^= i >> 9;
+        }
+        return i;
+    };
+    const Row rows[] = {{1 << 20, scattered}, {1'000'000, inOrder}, {300'000, against}, {300'000, inRuns}};
     const std::vector<Shape> sources(rows[0].length);
     for (const auto& [length, place] : rows) {
         std::vector<std::shared_ptr<Link>> links(length);

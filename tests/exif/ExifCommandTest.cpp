@@ -269,6 +269,16 @@ TEST_F(ExifCommand, SetsTheOrientationAndTouchesNoOtherByte)
     }
 }
 
+// Some scanners write an orientation of 0.
+TEST_F(ExifCommand, SetsAnOrientationOutOfRange)
+{
+    const auto before = ExifBlock(true).Shorts(274, {0}).Build();
+    const auto after = ExifBlock(true).Shorts(274, {8}).Build();
+    const fs::path path = Put("a.tif", {before.begin(), before.end()});
+    EXPECT_EQ(Run({.paths = {path}, .orientation = 8}), 0) << errors.str();
+    EXPECT_EQ(Get(path), std::string(after.begin(), after.end()));
+}
+
 TEST_F(ExifCommand, LeavesFilesAloneWhoseOrientationCannotBeSet)
 {
     const auto bytes = [](const ExifBlock& block) {

@@ -77,6 +77,7 @@ TEST_P(ExifDisplay, ShowsPlainValuesByType)
         {Block().Rationals(282, {300, 1, 72, 0, 1, 3}), L"300.000000, 0, 0.333333"},
         {Block().Rationals(33434, {1, 250}), L"1/250"},
         {Block().Rationals(33434, {2, 1}), L"2.000000"},
+        {Block().Rationals(33434, {3, 3}), L"1.000000"},
         {Block().Rationals(33434, {1, 0}), L"0"},
         {Block().Rationals(33434, {0xFFFFFFFE, 0xFFFFFFFF}), L"-2/-1"},
         {Block().Rationals(41486, {3000, 1}), L"3000/1 (3000.000000)"},
@@ -181,6 +182,18 @@ TEST(ExifDisplayOfOtherTags, ShowsMakerNotesUpToAHundredBytes)
         std::memset(tag.data, 'm', size);
         EXPECT_EQ(Shown(tag), size <= 100 ? std::wstring(size, L'm') : L"0: ") << size;
     }
+}
+
+TEST(ExifDisplayOfOtherTags, EndsTextsThatNobodyHasEnded)
+{
+    CExifTag tag;
+    tag.id = 270;
+    tag.type = 2;
+    tag.count = 3;
+    tag.data = CExifTag::AllocateData(3);
+    std::memcpy(tag.data, "abc", 3);
+    EXPECT_EQ(Shown(tag), L"ab");
+    EXPECT_EQ(tag.data[2], 0);
 }
 
 TEST(ExifDisplayOfOtherTags, ShowsNothingOfWhatIsNotThere)

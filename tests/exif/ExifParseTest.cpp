@@ -166,6 +166,8 @@ TEST_P(ExifParse, FollowsPointersOfUpToFourBytes)
         {2, 1, {26, 255, 255, 255}, 1, 1},   // a text's last byte becomes 0
         {4, 1, {0, 0, 0, 0}, 1, 1},
         {4, 1, {255, 255, 255, 255}, 1, 1},   // offsets are signed
+        // Only the first directory may not begin in the header. Here the header itself counts 8 entries.
+        {4, 1, big ? Bytes{0, 0, 0, 6} : Bytes{4, 0, 0, 0}, 0, 1},
         {4, 1, big ? Bytes{0, 0, 1, 0} : Bytes{0, 1, 0, 0}, 0, 1},
         {11, 1, {26, 0, 0, 0}, 1, 0},
     };
@@ -177,6 +179,17 @@ TEST_P(ExifParse, FollowsPointersOfUpToFourBytes)
         EXPECT_EQ(exif.ParseData(Over(block)), result) << type << " x " << count;
         EXPECT_EQ(CountTags(exif), tags) << type << " x " << count;
     }
+}
+
+TEST_P(ExifParse, FindsTheFirstOfTagsWithOneId)
+{
+    const auto block = Block().Shorts(256, {7}).Shorts(274, {6}).Shorts(274, {8}).Build();
+    CExif exif;
+    ASSERT_EQ(exif.ParseData(Over(block)), 1);
+    short orientation = 0;
+    EXPECT_EQ(exif.FindTag(274), exif.GetAt(1));
+    EXPECT_EQ(exif.GetOrientation(orientation), 1);
+    EXPECT_EQ(orientation, 6);
 }
 
 TEST_P(ExifParse, TellsResolutionAndOrientation)

@@ -95,6 +95,23 @@ TEST_P(ExifPatch, FindsTagsOfTheExifDirectory)
     }
 }
 
+TEST_P(ExifPatch, LeavesTheTagsThatWereReadBefore)
+{
+    auto block = CameraBlock(GetParam());
+    const auto stream = [&] { return Stream::OverMemory(block.data(), block.size()); };
+    CExif exif;
+    short before = 0, after = 0, stored = 0;
+    ASSERT_EQ(exif.ParseData(stream()), 1);
+    ASSERT_EQ(exif.GetOrientation(before), 1);
+    EXPECT_EQ(exif.ReplaceData(stream(), 274, before + 1), 1);
+    EXPECT_EQ(exif.GetOrientation(after), 1);
+    EXPECT_EQ(after, before);
+    CExif anew;
+    ASSERT_EQ(anew.ParseData(stream()), 1);
+    EXPECT_EQ(anew.GetOrientation(stored), 1);
+    EXPECT_EQ(stored, before + 1);
+}
+
 TEST_P(ExifPatch, PassesOverEntriesThatAreNotRead)
 {
     // The first has no size, the value of the second lies outside.

@@ -1,6 +1,7 @@
 #include "Duplication.h"
 
 #include <algorithm>
+#include <random>
 
 namespace TvlUtl {
 
@@ -22,15 +23,34 @@ bool ReleaseUnshared(SharedRows& rows)
     return released;
 }
 
+/// Keeps few rows, chosen without pattern: however copies refer to each other, the way from one that is still held to the
+/// next is short. Few enough for a pass for each of them.
+void Thin(SharedRows& rows)
+{
+    constexpr std::size_t kShare = 64;
+    constexpr std::size_t kMostHeld = 16384;
+    const std::size_t all = rows.size();
+    const std::size_t held = std::min(all / kShare, kMostHeld);
+    std::minstd_rand random;
+    std::erase_if(rows, [&](const auto&) { return random() % all >= held; });
+}
+
 /// Lets go of all copies. A copy that only another copy holds goes after its holder: then it is still held here while
 /// the holder is destroyed, and destroying a chain doesn't nest. Objects are registered before or after what they refer
-/// to, so that passes in both directions find the holders first.
+/// to, so that passes in both directions find the holders first. Where copies refer to each other in an order of no
+/// pattern, passes find few: only some copies stay held then, and destruction nests no further than from one of them to
+/// the next.
 void Release(SharedRows rows)
 {
-    // Copies that refer to each other in an order of no pattern could ask for a pass each.
-    constexpr int kMostPasses = 100;
-    for (int pass = 0; pass < kMostPasses && ReleaseUnshared(rows); ++pass)
+    constexpr std::size_t kLeastPart = 16;   // of the rows, for another pass over all of them
+    bool thinned = false;
+    for (std::size_t before = rows.size(); ReleaseUnshared(rows); before = rows.size()) {
         std::reverse(rows.begin(), rows.end());
+        if (!thinned && before - rows.size() < before / kLeastPart) {
+            Thin(rows);
+            thinned = true;
+        }
+    }
 }
 }   // namespace
 

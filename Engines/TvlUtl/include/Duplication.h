@@ -69,7 +69,7 @@ protected:
 
 /// The engine of a context, whose operations it has without the interface. Copies that were registered and not detached
 /// are deleted with it, in the order of their sources' addresses. However many copies it lets go of, chains of them
-/// included, it needs the same stack.
+/// included, it needs little stack.
 class TVLUTL_API DuplicationContextImpl {
 public:
     DuplicationContextImpl();
