@@ -61,6 +61,9 @@ TEST_F(MeasureText, RoundsGroupsAndSigns)
         {1234.5, 22, 0, L"1,235"},
         {1234.5, 27, 2, L"1,234.50"},
         {-1.5, 17, 3, L"-1"},   // rounded up before it is written
+        {-0.7, 17, 0, L"0"},    // small for a number without decimals
+        {-0.7, 23, 2, L"-1"},
+        {-0.004, 23, 2, L"0"},
         {1.5, 23, 3, L"2"},
         {5.0, 41, 3, L""},
         {1.0, 21, 3, L"0.000"},
@@ -151,6 +154,7 @@ TEST_F(MeasureText, KeepsTwoDigitsOfSmallValuesWhenPrecise)
     EXPECT_EQ(precise(0.0002, 3, 1), L"0.0002");
     EXPECT_EQ(precise(1.00012, 3), L"1.000");
     EXPECT_EQ(UNITPreciseConvToUnitAndString(0.4, 17, 0.0, 3, 0), L"0");
+    EXPECT_EQ(UNITPreciseConvToUnitAndString(-0.7, 17, 0.0, 0, 0), L"-1");   // rounded before anything else
     EXPECT_EQ(UNITPreciseConvToUnitAndString(kPica * 1.5, 3, 0.0, 1, 0), L"1,6.0");
 }
 

@@ -35,7 +35,7 @@ struct NumberStyle {
 TvlString NumberText(double value, const NumberStyle& style, const LocaleCache& locale);
 
 /// As NumberText, but a value between -1 and 1 keeps its first two digits.
-TvlString PreciseNumberText(double value, NumberStyle style, const LocaleCache& locale);
+TvlString PreciseNumberText(double value, const NumberStyle& style, const LocaleCache& locale);
 
 /// A value as whole number and twelfths, with the list separator between: picas and points, ciceros and didots.
 TvlString ChainText(double value, unsigned decimals, const LocaleCache& locale);
