@@ -73,6 +73,23 @@ TEST_F(MeasureText, RoundsGroupsAndSigns)
     EXPECT_TRUE(windowing.boxes.empty());
 }
 
+TEST_F(MeasureText, RoundsHalvesAsItsArithmeticDoes)
+{
+    // The fraction is cut off a double that the half was added to: some halves are lost, of either sign.
+    constexpr TextRow kRows[] = {
+        {2.25, 22, 1, L"2.2"},
+        {2.5, 22, kUnitNoDecimals, L"3"},
+        {2.75, 22, 1, L"2.7"},
+        {0.25, 22, 1, L"0.3"},
+        {-4.75, 22, 1, L"-4.7"},
+        {0.125, 22, 2, L"0.13"},
+        {0.9999999999999999, 22, 15, L"1.000000000"},
+        {9007199254740992.0, 22, 2, L"9,007,199,254,740,992.00"},
+    };
+    Check(kRows);
+    EXPECT_EQ(UNITConvToUnitAndStringEx(0.999999999999999, 22, 0.0, 15, 0, 0), L"0.999999999999999");
+}
+
 TEST_F(MeasureText, TrimsZerosDownToOne)
 {
     const auto trimmed = [](double millimetres) {
