@@ -19,6 +19,14 @@ constexpr int kDisplays = 41;   // ids of built-in displays are below
 constexpr int kNoDisplays[] = {18, 19, 20, 21};
 constexpr std::size_t kSeparatorCapacity = 16;
 
+struct SameMeasure {
+    int display;
+    int measure;
+};
+
+// Picas and ciceros, which the procedural functions know by the ids of their chains with points and didots.
+constexpr SameMeasure kSameMeasures[] = {{24, 3}, {25, 12}, {35, 12}, {36, 3}};
+
 bool IsDisplay(int id)
 {
     return id >= 0 && id < kDisplays
@@ -59,7 +67,10 @@ int UnitName::Id() const
 
 int UnitName::MeasureId() const
 {
-    const int id = Id();
+    int id = Id();
+    for (const auto& [display, measure] : kSameMeasures)
+        if (id == display)
+            id = measure;
     if (UNITConvertUnitToBase(static_cast<unsigned>(id), 0.0, 1.0) != 0.0)
         return id;
     std::cerr << "tvl: \"" << text << "\" is a unit of texts alone; use one that is a plain measure\n";

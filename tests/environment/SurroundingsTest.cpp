@@ -1,7 +1,9 @@
 // Sounds, the desktop, the user, the keys and the folders of the program.
+#include "CFileLocations.h"
 #include "ChildProcess.h"
 #include "CurrentUser.h"
 #include "DotNet.h"
+#include "FakeEnvironment.h"
 #include "KeyContext.h"
 #include "MemoryRegistry.h"
 #include "PathExports.h"
@@ -20,6 +22,8 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <set>
+#include <utility>
 
 namespace {
 namespace fs = std::filesystem;
@@ -229,6 +233,25 @@ TEST(PathExports, CopyTheirTexts)
     EXPECT_TRUE(fs::exists(SystemIO::ToFilePath(buffer) / "Suite"));
     GetAppUIName(buffer);
     EXPECT_EQ(buffer, GetAppSkinSettingData().GetAppUIName().Std());
+
+    const ScratchFolder folder;
+    const FakeEnvironment environment({{L"TVL_USER_DIR", SystemIO::FromFilePath(folder.Path()).Std()}});
+    const MemoryRegistry registry;
+    const std::pair<void (*)(wchar_t*), TvlString (*)()> kFolders[] = {
+        {GetColorPalettesDir, CFileLocations::GetFileLocationsColorPalettesDir},
+        {GetFillsDir, CFileLocations::GetFileLocationsFillsDir},
+        {GetFontsDir, CFileLocations::GetFileLocationsFontsDir},
+        {GetImageListsDir, CFileLocations::GetFileLocationsImageListsDir},
+        {GetPhotoFramesDir, CFileLocations::GetFileLocationsPhotoFramesDir},
+        {GetTemplatesDir, CFileLocations::GetFileLocationsTemplatesDir},
+    };
+    std::set<std::wstring> folders;
+    for (const auto& [copy, give] : kFolders) {
+        copy(buffer);
+        EXPECT_EQ(buffer, give().Std());
+        folders.insert(buffer);
+    }
+    EXPECT_EQ(folders.size(), std::size(kFolders));
 }
 
 TEST(DotNet, AnswersTheSameUnderBothNames) { EXPECT_EQ(TvlUtl::IsDotNetInstalled(), TvlUtl::IsNewDotNetInstalled()); }

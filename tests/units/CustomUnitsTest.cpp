@@ -128,6 +128,7 @@ TEST_F(CustomUnits, AreReadAndWrittenBack)
     EXPECT_EQ(UNITGetAutoIncrement(1, 0.3, 42, 2, 0), 1.0);
     EXPECT_EQ(UNITGetUnitAsString(42, kUnitNameSecond), L"furlong");
     EXPECT_EQ(UNITGetUnitAsString(42, kUnitNameThird), L"fu");   // two characters
+    EXPECT_EQ(UNITGetUnitAsString(42, kUnitNameFirst), L"fur");
     double first = 0.0;
     double second = 0.0;
     UNITGetGridFreqLimits(42, &first, &second, 7);
@@ -136,6 +137,10 @@ TEST_F(CustomUnits, AreReadAndWrittenBack)
     {
         FakeLocale locale;
         EXPECT_EQ(UNITConvToUnitString(9144000.0 * 330.0, 42, 0.0), L"1.500");
+        EXPECT_EQ(UNITConvToUnitString(9144000.0 * 330.0 * -0.0001, 42, 0.0), L"0.000");
+        wchar_t separator[4] = {};
+        EXPECT_EQ(UNITGetSeparatorString(43, separator), 1u);
+        EXPECT_STREQ(separator, L".");
     }
     End();
     EXPECT_EQ(Records(),
@@ -251,6 +256,41 @@ TEST_F(CustomUnits, SurviveHostileFiles)
     wchar_t record[kCustomUnitTextSize] = L"a,b,c,d,2";
     EXPECT_EQ(INISetCustomUnit(0, record), 0);
     EXPECT_EQ(folder.Read(kFile), other);
+}
+
+TEST_F(CustomUnits, KeepTheirRecords)
+{
+    const std::string a20(20, 'a');
+    const std::string b22(22, 'b');
+    const std::string c20(20, 'c');
+    const std::string d20(20, 'd');
+    const std::string names = a20 + "," + b22 + "," + c20 + "," + d20;
+    struct Row {
+        std::string record;
+        std::string kept;   // after one start and end; the record itself for what is passed over
+    };
+    const Row kRows[] = {
+        {"a,b,c,d", "a,b,c,d"},
+        {"a,b,c,d,0", "a,b,c,d,0"},
+        {",,,,2.0,1", ",,,,2.0,1"},
+        {"%s,%n,%d,%x,1.0,1", "%s,%n,%d,%x,1.000000,1,0.000000,0.000000,0.000000,0"},
+        {names + ",1.5,1", names + ",1.500000,1,0.000000,0.000000,0.000000,0"},
+        {a20 + "a," + b22 + "b," + c20 + "c," + d20 + "d,1.5", names + ",1.500000,1,0.000000,0.000000,0.000000,0"},
+        {"a,b,c,d,2,-1,1e1,x,-.5,-3", "a,b,c,d,2.000000,-1,10.000000,0.000000,-0.500000,-3"},
+        {"a,b,c,d,nan,1", "a,b,c,d,nan,1,0.000000,0.000000,0.000000,0"},
+        {"a,b,c,d,1e999,1", "a,b,c,d,inf,1,0.000000,0.000000,0.000000,0"},
+        {"a,b,c,d,2.0,2147483647", "a,b,c,d,2.000000,2147483647,0.000000,0.000000,0.000000,0"},
+    };
+    for (const auto& [record, kept] : kRows) {
+        Begin(record + "\n");
+        End();
+        EXPECT_EQ(Records(), kept + "\n");
+    }
+    // A number of 301 digits leaves no room for the rest.
+    Begin("a,b,c,d,1e300,1,1e300,1e300,1e300,9\n");
+    EXPECT_EQ(ToBase(42, 2.0), 2.0 * 254000.0 * 1e300);
+    End();
+    EXPECT_EQ(Records().size(), 255u + 1u);
 }
 
 TEST_F(CustomUnits, AreKeptOneALine)

@@ -103,6 +103,8 @@ TEST(MeasureCommands, PrintObjectsForOtherPrograms)
             R"({"scale":0.01,"page":100.0,"pageUnit":0,"world":1.0,"worldUnit":0,"metric":true,"label":"100:1"})"},
         {{"smart", "8.25in;210mm", "--from", "210", "mm", "--to", "in", "--json"},
             R"({"value":210.0,"from":2,"to":1,"result":8.25})"},
+        {{"smart", "1,6cc;7mm", "--from", "1.5", "cc", "--to", "mm", "--json"},
+            R"({"value":1.5,"from":12,"to":2,"result":7.0})"},
         {{"slider", "exp", "-10", "-5", "--json"}, R"({"position":100.0,"value":-5.0})"},
         {{"slider", "centred", "0", "100", "--centre", "20", "--range", "10", "--json"},
             R"({"position":10.0,"value":100.0})"},

@@ -61,6 +61,9 @@ TEST_F(MeasureText, RoundsGroupsAndSigns)
         {1234.5, 22, 0, L"1,235"},
         {1234.5, 27, 2, L"1,234.50"},
         {-1.5, 17, 3, L"-1"},   // rounded up before it is written
+        {-0.7, 17, 0, L"0"},    // small for a number without decimals
+        {-0.7, 23, 2, L"-1"},
+        {-0.004, 23, 2, L"0"},
         {1.5, 23, 3, L"2"},
         {5.0, 41, 3, L""},
         {1.0, 21, 3, L"0.000"},
@@ -68,6 +71,23 @@ TEST_F(MeasureText, RoundsGroupsAndSigns)
     Check(kRows);
     EXPECT_EQ(UNITConvToUnitString(kMillimetre * 1.25, 2, 0.0), L"1.250");
     EXPECT_TRUE(windowing.boxes.empty());
+}
+
+TEST_F(MeasureText, RoundsHalvesAsItsArithmeticDoes)
+{
+    // The fraction is cut off a double that the half was added to: some halves are lost, of either sign.
+    constexpr TextRow kRows[] = {
+        {2.25, 22, 1, L"2.2"},
+        {2.5, 22, kUnitNoDecimals, L"3"},
+        {2.75, 22, 1, L"2.7"},
+        {0.25, 22, 1, L"0.3"},
+        {-4.75, 22, 1, L"-4.7"},
+        {0.125, 22, 2, L"0.13"},
+        {0.9999999999999999, 22, 15, L"1.000000000"},
+        {9007199254740992.0, 22, 2, L"9,007,199,254,740,992.00"},
+    };
+    Check(kRows);
+    EXPECT_EQ(UNITConvToUnitAndStringEx(0.999999999999999, 22, 0.0, 15, 0, 0), L"0.999999999999999");
 }
 
 TEST_F(MeasureText, TrimsZerosDownToOne)
@@ -151,6 +171,7 @@ TEST_F(MeasureText, KeepsTwoDigitsOfSmallValuesWhenPrecise)
     EXPECT_EQ(precise(0.0002, 3, 1), L"0.0002");
     EXPECT_EQ(precise(1.00012, 3), L"1.000");
     EXPECT_EQ(UNITPreciseConvToUnitAndString(0.4, 17, 0.0, 3, 0), L"0");
+    EXPECT_EQ(UNITPreciseConvToUnitAndString(-0.7, 17, 0.0, 0, 0), L"-1");   // rounded before anything else
     EXPECT_EQ(UNITPreciseConvToUnitAndString(kPica * 1.5, 3, 0.0, 1, 0), L"1,6.0");
 }
 

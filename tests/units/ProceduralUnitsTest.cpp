@@ -1,6 +1,7 @@
 // Measures by id, procedural form: conversion, names, steps and grids.
 #include "FakeLocale.h"
 #include "FakeWindowing.h"
+#include "ScratchTexts.h"
 #include "Units.h"
 #include "WUnit.h"
 
@@ -52,6 +53,61 @@ TEST(ProceduralUnits, ConvertToTheBaseToTheLastBit)
     EXPECT_EQ(UNITConvertBaseToUnit(14, 0.0, 0.7), 0.7 / 254000.0 * 14.0);
     EXPECT_EQ(UNITConvertBaseToUnit(38, 0.0, 0.7), 0.7 * 4.0 / 10000.0);
     EXPECT_EQ(UNITConvertBaseToUnit(41, 0.0, 7.0), -1.0);
+}
+
+TEST(ProceduralUnits, HaveTheirNumbers)
+{
+    struct Row {
+        unsigned unit;
+        double base;   // of one unit
+        unsigned decimals;
+        double steps[3];
+    };
+    constexpr double kInch = 254000.0;
+    constexpr Row kRows[] = {
+        {1, kInch, 5, {0.01, 0.05000000074505806, 0.1}},
+        {2, 10000.0, 3, {0.1, 0.5, 1.0}},
+        {3, 42333.333333333336, 0, {0.1, 0.5, 1.0}},
+        {4, 3527.777777777778, 3, {0.1, 0.5, 1.0}},
+        {5, 100000.0, 4, {0.1, 0.5, 1.0}},
+        {7, 3048000.0, 6, {0.1, 0.5, 1.0}},
+        {8, 16093440000.0, 9, {0.1, 0.5, 1.0}},
+        {9, 10000000.0, 6, {0.1, 0.5, 1.0}},
+        {10, 10000000000.0, 9, {1.0, 2.0, 5.0}},
+        {11, 1.0, 0, {1.0, 2.0, 5.0}},
+        {12, 45118.7, 0, {0.08333, 0.5, 1.0}},
+        {13, 3759.2, 3, {0.1, 0.5, 1.0}},
+        {14, 1.0 / 14.0 * kInch, 3, {1.0, 2.0, 5.0}},
+        {15, 1.0 / 10.0 * kInch, 1, {1.0, 2.0, 5.0}},
+        {16, 9144000.0, 6, {0.1, 0.5, 1.0}},
+        {17, 1.0, 0, {1.0, 2.0, 5.0}},
+        {18, 1.0 / 10.0 * kInch, 0, {0.1, 0.5, 1.0}},
+        {19, 1.0 / 100.0 * kInch, 0, {0.01, 0.1, 1.0}},
+        {20, 1.0 / 1000.0 * kInch, 0, {0.001, 0.1, 1.0}},
+        {21, 0.0, 0, {0.001, 0.1, 1.0}},
+        {22, 1.0, 0, {1.0, 2.0, 5.0}},
+        {23, 1.0, 0, {1.0, 2.0, 5.0}},
+        {27, 1.0, 0, {1.0, 2.0, 5.0}},
+        {37, 2500.0, 0, {0.1, 0.5, 1.0}},
+        {38, 2500.0, 0, {0.1, 0.5, 1.0}},
+        {39, 1.0, 0, {1.0, 2.0, 5.0}},
+        {40, 1.0, 0, {1.0, 2.0, 5.0}},
+    };
+    for (const auto& [unit, base, decimals, steps] : kRows) {
+        const int id = static_cast<int>(unit);
+        EXPECT_EQ(UNITConvertUnitToBase(unit, 0.0, 1.0), base) << unit;
+        EXPECT_EQ(UNITGetDefDecimalPrecision(id), decimals) << unit;
+        for (unsigned level = 0; level < 3; ++level)
+            EXPECT_EQ(UNITGetIncrement(id, level, 1), steps[level]) << unit << ' ' << level;
+    }
+    EXPECT_EQ(UNITGetDefDecimalPrecision(0), 3u);
+    for (const unsigned angular : {24u, 25u, 26u, 28u, 29u, 30u, 31u, 32u, 33u, 34u, 35u, 36u}) {
+        EXPECT_EQ(UNITConvertBaseToUnit(angular, 0.0, 1.0), 0.0) << angular;
+        EXPECT_EQ(UNITGetDefDecimalPrecision(static_cast<int>(angular)), 0u) << angular;
+        EXPECT_EQ(UNITGetIncrement(static_cast<int>(angular), 1, 0), -2.0) << angular;
+    }
+    EXPECT_EQ(UNITGetDefDecimalPrecision(6), 0u);
+    EXPECT_EQ(UNITGetIncrement(6, 2, 1), 5.0);
 }
 
 TEST(ProceduralUnits, TakePixelsFromTheResolution)
@@ -143,9 +199,22 @@ TEST(ProceduralUnits, HaveNamesThatFollowTheListSeparator)
     EXPECT_EQ(UNITGetUnitAsString(3, kUnitNameThird), L"picas,points");
     locale.settings = FakeLocale::German();
     EXPECT_EQ(UNITGetUnitAsString(3, kUnitNameThird), L"picas;points");
-    for (const int unnamed : {-1, 0, 17, 18, 22, 23, 28, 33, 40, 1000})
-        EXPECT_EQ(UNITGetUnitAsString(unnamed, kUnitNameFirst), L"") << unnamed;
+    for (const int name : {kUnitNameFirst, kUnitNameSecond, kUnitNameThird}) {
+        for (const int unnamed : {-1, 0, 17, 18, 19, 20, 21, 22, 23, 28, 29, 30, 31, 33, 34, 40, 1000})
+            EXPECT_EQ(UNITGetUnitAsString(unnamed, name), L"") << unnamed;
+        for (const int named :
+            {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 24, 25, 26, 27, 32, 35, 36, 37, 38, 39, 41})
+            EXPECT_NE(UNITGetUnitAsString(named, name), L"") << named;
+    }
     EXPECT_EQ(UNITGetUnitAsString(2, 8), L"");
+    // The comma of a longer name stays, and so does a second one.
+    const ScratchTexts texts(R"({"version": 1, "texts": {
+        "999af699-9cb5-4afa-aada-ab112f44b538": "0123456,89,bcdef",
+        "cb20526f-1afa-47a2-8950-9bbb87d74a13": "0123456,89abcdefg",
+        "942b86c0-8006-4c5d-8f01-a2f01e2f50ff": "0123456789abcdefghij,"}})");
+    EXPECT_EQ(UNITGetUnitAsString(3, kUnitNameFirst), L"0123456;89,bcdef");
+    EXPECT_EQ(UNITGetUnitAsString(3, kUnitNameSecond), L"0123456,89abcdefg");
+    EXPECT_EQ(UNITGetUnitAsString(3, kUnitNameThird), L"0123456789abcdefghij");
 }
 
 TEST(ProceduralUnits, KnowTheirSeparatorAndDecimals)
@@ -158,11 +227,11 @@ TEST(ProceduralUnits, KnowTheirSeparatorAndDecimals)
         EXPECT_EQ(length, std::wstring(text).size()) << unit;
         return std::wstring(text);
     };
-    for (const int unit : {0, 1, 16, 22, 27, 37, 40, 41})
+    for (const int unit : {0, 1, 2, 4, 5, 7, 8, 9, 10, 11, 13, 14, 15, 16, 22, 27, 37, 38, 39, 40, 41})
         EXPECT_EQ(separator(unit), L",") << unit;
     for (const int unit : {3, 12})
         EXPECT_EQ(separator(unit), L";") << unit;
-    for (const int unit : {6, 17, 18, 21, 23, 24, 36, -1, 1000})
+    for (const int unit : {6, 17, 18, 19, 20, 21, 23, 24, 25, 26, 28, 29, 30, 31, 32, 33, 34, 35, 36, -1, 1000})
         EXPECT_EQ(separator(unit), L"") << unit;
     locale.settings.clear();
     EXPECT_EQ(separator(1), L"");
@@ -219,9 +288,13 @@ TEST(ProceduralUnits, StepByTheSizeOfAValue)
         {2, 0.3 * 25.4, 1, 0, 1, 0.2},
         {2, 0.7 * 25.4, 1, 0, 1, 1.0},
         {2, 0.05 * 25.4, 1, 0, 1, 0.05},   // one zero behind the point
-        {2, 0.0001 * 25.4, 1, 0, 1, 0.0001},
+        {2, 0.0001 * 25.4, 1, 0, 1, 0.1 / 1000.0 * 0.01 / 0.01},
         {2, 25.4, 1, 0, 0, -1.0},
-        {2, 25.4 * 123.0, 1, 0, 1, 100.0},
+        {2, 25.4 * 123.0, 1, 0, 1, 0.1 * 1000.0},
+        {2, 25.4 * 0.0004, 1, 0, 0, -(0.5 / 1000.0)},
+        {2, 25.4 * 37.0, 1, 2, 1, 0.2 * 100.0 * 0.1 / 0.01},
+        {2, 45118.7 * 3.0 / 10000.0, 12, 1, 1, 0.2 * 10.0 * 0.5 / 0.08333},
+        {2, 1e-7, 8, 0, 1, 0.1 / 1e9},   // as many zeros as there are decimals
         {2, 25.4 * 200.0, 1, 1, 1, 200.0 * 0.05000000074505806 / 0.01},
         {2, 25.4 * 0.3, 1, 3, 1, 0.2},   // no such level
         {2, -7.62, 1, 0, 1, 0.1},        // negative values take the smallest step
@@ -234,7 +307,7 @@ TEST(ProceduralUnits, StepByTheSizeOfAValue)
         {1, 0.3, -1, 0, 0, 0.3},
     };
     for (const auto& [from, value, unit, level, up, step] : kRows)
-        EXPECT_NEAR(UNITGetAutoIncrement(from, value, unit, level, up), step, std::fabs(step) * 1e-12)
+        EXPECT_EQ(UNITGetAutoIncrement(from, value, unit, level, up), step)
             << from << ' ' << value << ' ' << unit << ' ' << level;
     for (const double odd : {kInfinity, -kInfinity, kNaN, 1e308, 5e-324})
         for (int unit = -2; unit < 45; ++unit)
@@ -248,8 +321,11 @@ TEST(ProceduralUnits, LimitGrids)
         double first;
         double second;
     };
-    constexpr Row kRows[] = {{1, 200.0, 0.005}, {2, 254000.0, 0.0254}, {3, 1600.0, 0.0001}, {6, 77.0, 1.0},
-        {14, 14.285714285714286, 0.00035714285714285714}, {38, 1016000.0, 0.00635}, {41, 3.0, 1.968503937007874e-08}};
+    constexpr Row kRows[] = {{1, 200.0, 0.005}, {2, 254000.0, 0.0254}, {3, 1600.0, 0.0001}, {4, 140.0, 0.0001},
+        {5, 25400.0, 0.0025}, {6, 77.0, 1.0}, {7, 200.0, 0.005}, {8, 200.0, 0.005}, {9, 200.0, 0.005},
+        {10, 200.0, 0.005}, {12, 1775.0, 0.0001}, {13, 150.0, 0.0001}, {14, 14.285714285714286, 0.00035714285714285714},
+        {15, 20.0, 0.0005}, {16, 200.0, 0.005}, {37, 1016000.0, 0.00635}, {38, 1016000.0, 0.00635},
+        {41, 3.0, 1.968503937007874e-08}};
     FakeWindowing windowing;
     for (const auto& [unit, expectedFirst, expectedSecond] : kRows) {
         double first = 3.0;
@@ -265,13 +341,16 @@ TEST(ProceduralUnits, LimitGrids)
         EXPECT_EQ(second, kept);
     }
     EXPECT_TRUE(windowing.boxes.empty());
-    double second = 1e-9;
-    UNITGetGridFreqLimits(17, &first, &second, 77);
-    EXPECT_EQ(first, -99.0);
-    EXPECT_EQ(second, 1.968503937007874e-08);
-    ASSERT_EQ(windowing.boxes.size(), 1u);
-    EXPECT_NE(windowing.boxes[0].caption.find(L"5002"), std::wstring::npos);
-    EXPECT_NE(windowing.boxes[0].caption.find(L"1886"), std::wstring::npos);
+    for (const int unknown : {-1, 0, 11, 17, 18, 21, 22, 27, 32, 39, 40, 1000}) {
+        double second = 1e-9;
+        windowing.boxes.clear();
+        UNITGetGridFreqLimits(unknown, &first, &second, 77);
+        EXPECT_EQ(first, -99.0) << unknown;
+        EXPECT_EQ(second, 1.968503937007874e-08) << unknown;
+        ASSERT_EQ(windowing.boxes.size(), 1u) << unknown;
+        EXPECT_NE(windowing.boxes[0].caption.find(L"5002"), std::wstring::npos);
+        EXPECT_NE(windowing.boxes[0].caption.find(L"1886"), std::wstring::npos);
+    }
 }
 
 }   // namespace

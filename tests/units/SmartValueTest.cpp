@@ -65,6 +65,18 @@ TEST(UnitValuePair, LoadsFromText)
     }
 }
 
+TEST(UnitValuePair, LoadsFromLongTexts)
+{
+    constexpr std::size_t kLong = 1 << 20;
+    std::wstring entries;
+    for (int i = 0; i < 10'000; ++i)
+        entries += std::to_wstring(i + 1) + (i % 2 ? L"mm;" : L"in;");
+    EXPECT_EQ(Pair(entries.c_str()).GetAllEntries(), (Entries{{1, 1}, {2, 2}}));
+    EXPECT_EQ(Pair((L"5mm;" + std::wstring(kLong, L'm')).c_str()).GetAllEntries(), (Entries{{2, 5}}));
+    EXPECT_EQ(Pair((std::wstring(kLong, L'9') + L"mm").c_str()).GetAllEntries(), (Entries{{2, kInfinity}}));
+    EXPECT_EQ(Pair(std::wstring(kLong, L';').c_str()).GetAllEntries(), Entries());
+}
+
 TEST(UnitValuePair, KeepsOneValuePerUnit)
 {
     WUnitValuePair pair;

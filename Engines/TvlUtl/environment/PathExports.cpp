@@ -31,6 +31,8 @@ void GetFontsDir(wchar_t* buffer) noexcept { CopyText(buffer, CFileLocations::Ge
 void GetImageListsDir(wchar_t* buffer) noexcept { CopyText(buffer, CFileLocations::GetFileLocationsImageListsDir); }
 void GetPhotoFramesDir(wchar_t* buffer) noexcept { CopyText(buffer, CFileLocations::GetFileLocationsPhotoFramesDir); }
 
+void GetTemplatesDir(wchar_t* buffer) noexcept { CopyText(buffer, CFileLocations::GetFileLocationsTemplatesDir); }
+
 void GetAppUIName(wchar_t* buffer) noexcept
 {
     CopyText(buffer, [] { return GetAppSkinSettingData().GetAppUIName(); });

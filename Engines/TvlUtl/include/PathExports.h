@@ -15,6 +15,7 @@ TVLUTL_API void GetFillsDir(wchar_t* buffer) noexcept;
 TVLUTL_API void GetFontsDir(wchar_t* buffer) noexcept;
 TVLUTL_API void GetImageListsDir(wchar_t* buffer) noexcept;
 TVLUTL_API void GetPhotoFramesDir(wchar_t* buffer) noexcept;
+TVLUTL_API void GetTemplatesDir(wchar_t* buffer) noexcept;
 
 /// The application's display name.
 TVLUTL_API void GetAppUIName(wchar_t* buffer) noexcept;

@@ -178,16 +178,17 @@ TvlString NumberText(double value, const NumberStyle& style, const LocaleCache& 
     return TvlString(Join(isNegative ? locale.negativeSign.View() : std::wstring_view(), digits, locale).View());
 }
 
-TvlString PreciseNumberText(double value, NumberStyle style, const LocaleCache& locale)
+TvlString PreciseNumberText(double value, const NumberStyle& style, const LocaleCache& locale)
 {
+    unsigned decimals = style.decimals;
     if (value > -1.0 && value < 1.0 && value != 0.0) {
         unsigned first = 1;   // place of the first digit that is not 0
         while (std::fabs(PowerOfTen(first) * value) < 1.0)
             ++first;
-        if (first >= style.decimals)
-            style.decimals = first + 1;
+        if (first >= decimals)
+            decimals = first + 1;
     }
-    return NumberText(value, style, locale);
+    return NumberText(value, {decimals, style.trim, style.regional}, locale);
 }
 
 TvlString ChainText(double value, unsigned decimals, const LocaleCache& locale)

@@ -31,11 +31,12 @@ struct NumberStyle {
     bool regional = false;   // in the form of the user's region
 };
 
-/// A number, rounded half away from zero; no sign for what rounds to 0.
+/// A number, rounded: half of the last decimal is added to its size, and the rest cut off, so that the arithmetic decides
+/// about halves (2.75 is 2.7). No sign for what becomes 0.
 TvlString NumberText(double value, const NumberStyle& style, const LocaleCache& locale);
 
 /// As NumberText, but a value between -1 and 1 keeps its first two digits.
-TvlString PreciseNumberText(double value, NumberStyle style, const LocaleCache& locale);
+TvlString PreciseNumberText(double value, const NumberStyle& style, const LocaleCache& locale);
 
 /// A value as whole number and twelfths, with the list separator between: picas and points, ciceros and didots.
 TvlString ChainText(double value, unsigned decimals, const LocaleCache& locale);

@@ -60,9 +60,12 @@ void RoundWhole(ShownMeasure& measure)
     measure.value = std::floor(measure.value + 0.5);
 }
 
-/// @param write makes the text of a number by value, style and locale
-template <class Write>
-TvlString Show(double base, int unit, double res, NumberStyle style, const Write& write)
+struct Ending {
+    bool dropsSmallWhole;   // whether a small negative becomes 0.0 before it is rounded to a whole number
+    TvlString (*write)(double value, const NumberStyle& style, const LocaleCache& locale);
+};
+
+TvlString Show(double base, int unit, double res, NumberStyle style, const Ending& ending)
 {
     if (!FillLocaleCache())
         return TvlString();
@@ -82,6 +85,8 @@ TvlString Show(double base, int unit, double res, NumberStyle style, const Write
         RoundPixels(measure);
         break;
     case MeasureForm::WholeNumber:
+        if (ending.dropsSmallWhole)
+            measure.value = DropSmallNegative(measure);
         RoundWhole(measure);
         break;
     case MeasureForm::Number:
@@ -89,16 +94,16 @@ TvlString Show(double base, int unit, double res, NumberStyle style, const Write
         break;
     }
     style.decimals = measure.decimals;
-    return write(measure.value, style, locale);
+    return ending.write(measure.value, style, locale);
 }
 }   // namespace
 
 TvlString UnitMeasureText(double base, int unit, double res, NumberStyle style)
 {
-    return Show(base, unit, res, style, NumberText);
+    return Show(base, unit, res, style, {true, NumberText});
 }
 
 TvlString PreciseUnitMeasureText(double base, int unit, double res, NumberStyle style)
 {
-    return Show(base, unit, res, style, PreciseNumberText);
+    return Show(base, unit, res, style, {false, PreciseNumberText});
 }
