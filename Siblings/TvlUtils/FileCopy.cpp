@@ -63,6 +63,9 @@ FileResult Copy(const TvlString& from, const TvlString& to, bool overwrite)
         std::unique_ptr<FileHandle> source;
         if (const FileResult opened = FileLayer::Get().Open(PathOf(from), OpenMode::Read, source); !opened)
             return opened;
+        // Not every system replaces a file that is being read.
+        if (Path::Contains(from, to) && Path::Contains(to, from))
+            return FileResult();
         return ReplaceFile(PathOf(to), [&](FileHandle& target) { return CopyContent(*source, target); });
     });
 }
