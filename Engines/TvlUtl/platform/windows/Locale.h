@@ -46,7 +46,7 @@ public:
     /// goes unnoticed.
     virtual unsigned SettingsVersion() const { return 0; }
     /// GetNumberFormatEx for the default locale: `number` is digits with at most one "." and a leading "-"; empty when
-    /// it is anything else or the format is out of range.
+    /// it is anything else. What a format out of range gives is up to the system.
     virtual std::optional<std::wstring> FormatNumber(std::wstring_view number, const NumberFormat& format) const = 0;
     /// Id of the user's default locale.
     virtual LCID UserLocaleId() const = 0;
