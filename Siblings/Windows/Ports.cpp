@@ -1,7 +1,6 @@
 // Which implementation of a port is in use: the system's, or one that a test put in its place.
 #include "Windows/SystemPorts.h"
 
-#include <algorithm>
 #include <atomic>
 
 namespace Ports {
@@ -32,14 +31,5 @@ TVL_PORT(Processor)
 TVL_PORT(Terminal)
 TVL_PORT(UserFolders)
 TVL_PORT(Windowing)
-
-int Locale::CopySetting(LocaleSetting setting, wchar_t* buffer, std::size_t capacity) const
-{
-    const auto text = Setting(setting, capacity);
-    if (!text)
-        return -1;
-    std::copy_n(text->c_str(), text->size() + 1, buffer);
-    return static_cast<int>(text->size());
-}
 
 }   // namespace Ports

@@ -106,6 +106,7 @@ TEST(CustomUnitRecord, KeepsWhatIsOutOfRangeInItsBounds)
     // The factor stands behind the 255 characters that count.
     EXPECT_FALSE(ReadCustomUnitRecord(L"a,b,c," + std::wstring(300, L'd') + L",2"));
     EXPECT_EQ(WriteCustomUnitRecord(*ReadCustomUnitRecord(L"a,b,c,d,1e300,1,1e300")).GetLength(), 255);
+    EXPECT_FALSE(ReadCustomUnitRecord(std::wstring_view(L"a,b,c,\0d,2", 10)));
     std::wstring fields;
     for (int i = 0; i < 10'000; ++i)
         fields += L"1,";

@@ -5,8 +5,10 @@
 #include "WUnit.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <limits>
+#include <random>
 
 namespace {
 
@@ -140,6 +142,30 @@ TEST_F(RegionalFormat, ReadsSettingsOncePerLocale)
     const int reads = locale.reads;
     Format(L"1");
     EXPECT_EQ(locale.reads, reads);
+}
+
+TEST_F(RegionalFormat, NeedsNoSystemForPlainNumbers)
+{
+    const Ports::NumberFormat plain{0, 1, 3, L".", L",", 1};
+    std::mt19937 random(4711);
+    const auto digits = [&](unsigned most) {
+        std::wstring text(random() % (most + 1), L'0');
+        for (wchar_t& c : text)
+            c = random() % 3 ? static_cast<wchar_t>(L'0' + random() % 10) : L'0';
+        return text;
+    };
+    for (int i = 0; i < 5'000; ++i) {
+        const std::wstring fraction = digits(12);
+        const bool hasPoint = random() % 4 != 0;
+        std::wstring number = (random() % 3 ? L"" : L"-") + digits(20) + (hasPoint ? L"." + fraction : L"");
+        if (number.find_first_of(L"0123456789") == std::wstring::npos)
+            continue;
+        Ports::NumberFormat expected = plain;
+        expected.digits = hasPoint ? static_cast<UINT>(std::min<std::size_t>(fraction.size(), 9)) : 0;
+        const auto system = Ports::Locale::Get().FormatNumber(number, expected);
+        ASSERT_TRUE(system) << TvlPlatform::ToUtf8(number);
+        EXPECT_EQ(Format((number + L" mm").c_str()), TvlString(*system + L" mm")) << TvlPlatform::ToUtf8(number);
+    }
 }
 
 TEST_F(RegionalFormat, WorksWithoutAnySetting)

@@ -23,9 +23,9 @@ struct CustomUnitRecord {
     std::int32_t decimals;   // default decimal places
 };
 
-/// The unit of a record's text, of which the first 255 characters count: four names, the factor, and what may be missing
-/// from the end on: base unit (1, the inch), three increments (0.0) and decimals (0). Empty fields do not count. Nothing
-/// for a text of fewer than five fields and for a factor of 0.0.
+/// The unit of a record's text, which ends at an end mark or behind 255 characters: four names, the factor, and what may be
+/// missing from the end on: base unit (1, the inch), three increments (0.0) and decimals (0). Empty fields do not count.
+/// Nothing for a text of fewer than five fields and for a factor of 0.0.
 TVLUTL_API std::optional<CustomUnitRecord> ReadCustomUnitRecord(std::wstring_view text);
 
 /// The record's text, at most 255 characters. Its numbers have six decimals, so that a very small factor is lost: files

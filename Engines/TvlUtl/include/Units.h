@@ -32,7 +32,7 @@ constexpr unsigned kUnitNoDecimals = 10000;
 extern "C" {
 
 /// Reads the user's separators once; 1, or 0 when a setting can't be read. Before that the decimal separator is "." and
-/// the list separator ",". The measure texts read them anew each time.
+/// the list separator ",". The measure texts follow a later change.
 TVLUTL_API int UNITInitialize() noexcept;
 
 // Conversion. The order of multiplications is part of the contract: documents store the results.
@@ -77,8 +77,8 @@ extern "C" {
 
 // What a unit is like.
 
-/// Ids ended by -1, in static storage; null without a bit of UNITArray, and for the custom units as long as
-/// UNITCustomInitialize has not read them.
+/// Ids ended by -1; null without a bit of UNITArray. They last, but for those with the custom units: these come with
+/// UNITCustomInitialize, go with the last UNITCustomUnInitialize, and are null before and after.
 TVLUTL_API const int* UNITGetUnitArray(int flags) noexcept;
 /// Default decimals; 1 for an unknown id.
 TVLUTL_API unsigned UNITGetDefDecimalPrecision(int unit) noexcept;

@@ -65,6 +65,7 @@ void ReadOptionalFields(Fields& fields, CustomUnitRecord& record)
 
 std::optional<CustomUnitRecord> ReadCustomUnitRecord(std::wstring_view text)
 {
+    text = text.substr(0, text.find(L'\0'));
     Fields fields(text.substr(0, kCustomUnitRecordSize - 1));
     std::wstring required[kLeastFields];
     for (std::wstring& field : required) {

@@ -5,14 +5,27 @@
 
 namespace {
 LocaleCache cache;
+unsigned cacheVersion = 0;   // of the settings that the cache holds; 0 for none
 int initialised = 0;
 
 bool Read(const Ports::Locale& locale, Ports::LocaleSetting setting, ShortSetting& into)
 {
-    const int length = locale.CopySetting(setting, into.text, ShortSetting::kCapacity);
-    if (length >= 0)
-        into.length = length;
-    return length >= 0;
+    const auto text = locale.Setting(setting, ShortSetting::kCapacity);
+    if (!text)
+        return false;
+    into.length = static_cast<int>(text->copy(into.text, ShortSetting::kCapacity));
+    return true;
+}
+
+bool ReadAll(const Ports::Locale& locale)
+{
+    ShortSetting leadingZero{};
+    if (!Read(locale, Ports::LocaleSetting::ListSeparator, cache.listSeparator)
+        || !Read(locale, Ports::LocaleSetting::DecimalSeparator, cache.decimalSeparator)
+        || !Read(locale, Ports::LocaleSetting::LeadingZero, leadingZero))
+        return false;
+    cache.leadingZero = leadingZero.View() == L"1";
+    return Read(locale, Ports::LocaleSetting::NegativeSign, cache.negativeSign);
 }
 }   // namespace
 
@@ -21,13 +34,12 @@ const LocaleCache& CurrentLocaleCache() { return cache; }
 bool FillLocaleCache()
 {
     const Ports::Locale& locale = Ports::Locale::Get();
-    ShortSetting leadingZero{};
-    if (!Read(locale, Ports::LocaleSetting::ListSeparator, cache.listSeparator)
-        || !Read(locale, Ports::LocaleSetting::DecimalSeparator, cache.decimalSeparator)
-        || !Read(locale, Ports::LocaleSetting::LeadingZero, leadingZero))
-        return false;
-    cache.leadingZero = leadingZero.length == 1 && *leadingZero.text == L'1';
-    return Read(locale, Ports::LocaleSetting::NegativeSign, cache.negativeSign);
+    const unsigned version = locale.SettingsVersion();
+    if (version != 0 && version == cacheVersion)
+        return true;
+    const bool isRead = ReadAll(locale);
+    cacheVersion = isRead ? version : 0;
+    return isRead;
 }
 
 int UNITInitialize() noexcept

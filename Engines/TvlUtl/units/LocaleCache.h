@@ -22,6 +22,6 @@ struct LocaleCache {
 };
 
 const LocaleCache& CurrentLocaleCache();
-/// Reads the four settings anew; false at the first that can't be read or is longer than 3 characters, with those read
+/// Reads the four settings, unless they are known not to have changed; false at the first that can't be read or is longer than 3 characters, with those read
 /// before it changed.
 bool FillLocaleCache();

@@ -104,18 +104,7 @@ public:
         return *text;
     }
 
-    int CopySetting(LocaleSetting setting, wchar_t* buffer, std::size_t capacity) const override
-    {
-        const std::wstring* const text = Find(setting);
-        if (!text || text->size() + 1 > capacity)
-            return -1;
-        // A loop, for a character or two: asked with every measure text.
-        for (const wchar_t c : *text)
-            *buffer++ = c;
-        *buffer = 0;
-        return static_cast<int>(text->size());
-    }
-
+    unsigned SettingsVersion() const override { return m_version; }
     std::optional<std::wstring> FormatNumber(std::wstring_view number, const NumberFormat& format) const override;
     LCID UserLocaleId() const override { return m_settings.id; }
     LANGID UserUILanguage() const override { return static_cast<LANGID>(m_settings.id); }
@@ -132,6 +121,7 @@ public:
         if (U_FAILURE(status) || !*locale.getLanguage() || std::none_of(known, known + count, sameLanguage))
             return false;
         m_settings = Settings(locale);
+        ++m_version;
         return true;
     }
 
@@ -164,6 +154,7 @@ private:
     }
 
     Settings m_settings = Settings(EnvironmentLocale());
+    unsigned m_version = 1;
 };
 
 /// The pieces of a number text: a sign, digits and at most one point.

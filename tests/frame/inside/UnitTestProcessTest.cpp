@@ -1,7 +1,7 @@
 // How the library knows a unit test host.
 #include "UnitTestProcess.h"
 
-#include "../LoadedModules.h"
+#include "LoadedModules.h"
 
 #include <gtest/gtest.h>
 

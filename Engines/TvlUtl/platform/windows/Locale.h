@@ -44,9 +44,9 @@ public:
     /// Text of one setting of the user's default locale; empty when it can't be read or needs more than `capacity`
     /// characters, end mark included.
     virtual std::optional<std::wstring> Setting(LocaleSetting setting, std::size_t capacity) const = 0;
-    /// The same text copied to `buffer` of `capacity` characters, with an end mark, for callers that ask often. The length
-    /// without the end mark; -1, with the buffer left alone, where Setting gives nothing.
-    virtual int CopySetting(LocaleSetting setting, wchar_t* buffer, std::size_t capacity) const;
+    /// A number that changes with the settings, so that callers who ask often can keep what they read; 0 where a change
+    /// goes unnoticed.
+    virtual unsigned SettingsVersion() const { return 0; }
     /// GetNumberFormatEx for the default locale: `number` is digits with at most one "." and a leading "-"; empty when
     /// it is anything else or the format is out of range.
     virtual std::optional<std::wstring> FormatNumber(std::wstring_view number, const NumberFormat& format) const = 0;

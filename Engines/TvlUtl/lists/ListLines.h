@@ -1,0 +1,45 @@
+// The lines that the error box of lists names, by what went wrong there. Support knows the places by these numbers, so they
+// stay whatever the sources become.
+#pragma once
+
+namespace Line {
+enum : int {
+    AppendResizedLock = 305,
+    PutBeyondResizedLock = 402,
+    RemoveResizedLock = 577,
+    DeleteResizedLock = 609,
+    FillResizedLock = 658,
+    Resize = 717,
+    InsertResizedLock = 826,
+    CtorAllocation = 1138,
+    CtorLock = 1144,
+    CtorExtAllocation = 1196,
+    CtorExtLock = 1202,
+    PushLock = 1272,
+    PopOldestLock = 1320,
+    InsertTopLock = 1372,
+    GetIthArgument = 1429,
+    GetIthLock = 1435,
+    PutIthLock = 1489,
+    ExistIthArgument = 1532,
+    ExistIthLock = 1538,
+    InsertLock = 1586,
+    RemoveLock = 1636,
+    RemoveIndex = 1644,
+    ReplaceIthLock = 1691,
+    ReplaceIthIndex = 1699,
+    SizeLock = 1742,
+    FindElementLock = 1812,
+    FindCompleteElementLock = 1876,
+    DeleteIthLock = 1928,
+    DeleteIthIndex = 1936,
+    InsertAtFreeArgument = 1982,
+    InsertAtFreeLock = 1988,
+    DupCtorSourceLock = 2045,
+    DupCtorAllocation = 2051,
+    DupCtorCopyLock = 2058,
+    EnumLock = 2103,
+    LGetIthIndex = 2278,
+    SizeSubListLock = 2497,
+};
+}   // namespace Line
