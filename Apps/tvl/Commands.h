@@ -12,6 +12,7 @@ void AddConvertCommand(CLI::App& app);
 void AddEvalCommand(CLI::App& app);
 void AddExifCommand(CLI::App& app);
 void AddMeasureCommand(CLI::App& app);
+void AddPaperCommand(CLI::App& app);
 void AddScaleCommand(CLI::App& app);
 void AddSliderCommand(CLI::App& app);
 void AddSmartCommand(CLI::App& app);

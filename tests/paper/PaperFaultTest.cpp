@@ -1,0 +1,108 @@
+// Files that fail, and processes that end in the middle: papers of the user's own are never lost.
+#include "MemoryFiles.h"
+#include "PaperFolders.h"
+#include "siblings/TvlPlatform/TextEncoding.h"
+
+#include <random>
+
+namespace {
+
+class PaperFaults : public PaperFolders {
+protected:
+    /// The store's files in memory: the master, and what the user has.
+    void Prepare(MemoryFiles& files) const
+    {
+        files.Put(Master(), m_master);
+        files.Put(User(), m_user);
+    }
+    /// What a next start finds among the user's own papers, each followed by a blank.
+    static std::string OwnPapers()
+    {
+        CPaperTypeMgr::ReleaseInstance(false);
+        std::string names;
+        for (const auto index : {kPaperTypeCount, kPaperTypeCount + 1}) {
+            TvlString name;
+            if (Papers().GetPaperNameAt(index, name))
+                names += TvlPlatform::ToUtf8(name) + " ";
+        }
+        return names;
+    }
+
+    PaperFaults()
+    {
+        Papers().AddCustomPaper(Custom(L"old", 10000, 20000), true);
+        Restart();
+        m_user = FileBytes(User());
+        m_master = FileBytes(Master());
+    }
+
+    std::string m_user;
+    std::string m_master;
+};
+
+TEST_F(PaperFaults, SavingLeavesOldOrNewPapers)
+{
+    const auto operation = [] {
+        Papers().AddCustomPaper(Custom(L"new", 10000, 20000), true);
+        CPaperTypeMgr::Shutdown();
+    };
+    bool isSaved = false;
+    const auto check = [&](MemoryFiles&) {
+        const std::string papers = OwnPapers();
+        EXPECT_TRUE(papers == "old " || papers == "old new ") << papers;
+        isSaved |= papers == "old new ";
+        CPaperTypeMgr::ReleaseInstance(false);
+    };
+    // The start looks at three files and reads one; the save has the seven operations of writing aside.
+    WalkFileFaults(
+        12, [&](MemoryFiles& files) { Prepare(files); }, operation, check);
+    WalkFullDisk(
+        1000, [&](MemoryFiles& files) { Prepare(files); }, operation, check);
+    EXPECT_TRUE(isSaved);
+}
+
+TEST_F(PaperFaults, ANewMasterNeverCostsPapers)
+{
+    m_master.replace(m_master.find("preset_version=\"1\""), 18, "preset_version=\"2\"");
+    const auto check = [&](MemoryFiles& files) {
+        EXPECT_EQ(OwnPapers(), "old ");
+        EXPECT_NE(files.Get(User())->find("preset_version=\"2\""), std::string::npos)
+            << "the next start has tried again";
+        CPaperTypeMgr::ReleaseInstance(false);
+        // Another run starts from a master that was not seen.
+        CAppPrefManager::GetInstance().GetStore()->Remove(L"PaperTypes/InstallTime");
+    };
+    CAppPrefManager::GetInstance().GetStore()->Remove(L"PaperTypes/InstallTime");
+    for (const auto fault :
+        {MemoryFiles::Fault::StopDropped, MemoryFiles::Fault::StopTorn, MemoryFiles::Fault::StopKept})
+        WalkFaultPoints(20, [&](std::size_t point) {
+            return RunOnFaultyFiles([&](MemoryFiles& files) { Prepare(files); },
+                [&](MemoryFiles& files) { files.Inject(point, fault); }, [] { Papers(); }, check);
+        });
+}
+
+TEST_F(PaperFaults, AProcessThatEndsAnywhereLeavesAWholeFile)
+{
+    const std::map<std::string, std::string> environment = {
+        {"TVL_SUITE_DIR", (Master().parent_path().parent_path()).string()},
+        {"TVL_USER_DIR", (User().parent_path().parent_path()).string()},
+        {"TVL_REGISTRY", (User().parent_path() / "registry.db").string()},
+    };
+    std::mt19937 random(3);
+    constexpr int kKills = 200;
+    constexpr unsigned kLongest = 60'000;   // microseconds; the whole run takes about a third of that
+    int ended = 0;
+    for (int kill = 0; kill < kKills; ++kill) {
+        const std::string name = "paper" + std::to_string(kill);
+        ChildProcess child{"tvl", {"paper", "add", name, "100", "200"}, {}, environment, {}};
+        child.killAfter = std::chrono::microseconds(random() % kLongest);
+        const int exitCode = RunProgram(child).exitCode;
+        ended += exitCode == 0;
+        CPaperTypeMgr::ReleaseInstance(false);
+        EXPECT_NE(Papers().FindCustomPaperIndex(L"old"), -1) << kill;
+        EXPECT_TRUE(exitCode != 0 || Papers().FindCustomPaperIndex(TvlPlatform::FromUtf8(name)) != -1) << kill;
+    }
+    RecordProperty("runs that came to their end", ended);
+}
+
+}   // namespace
