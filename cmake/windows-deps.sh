@@ -29,4 +29,6 @@ cross_build() {
 }
 
 mkdir -p "$work"
+"$here/debian-sources.sh" "$work/sources" pugixml
+cross_build pugixml "$work"/sources/pugixml/pugixml-* -DBUILD_SHARED_LIBS=OFF
 cross_build googletest /usr/src/googletest -DBUILD_SHARED_LIBS=OFF

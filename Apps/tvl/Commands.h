@@ -20,6 +20,7 @@ void AddExifCommand(CLI::App& app);
 void AddGuidMapCommand(CLI::App& app);
 void AddLocationsCommand(CLI::App& app);
 void AddMeasureCommand(CLI::App& app);
+void AddPaperCommand(CLI::App& app);
 void AddPlugInsCommand(CLI::App& app);
 void AddPolicyCommand(CLI::App& app);
 void AddRegistryCommand(CLI::App& app);

@@ -24,6 +24,7 @@ int main()   // NOLINT(bugprone-exception-escape)
     AddSmartCommand(app);
     AddScaleCommand(app);
     AddSliderCommand(app);
+    AddPaperCommand(app);
     AddExifCommand(app);
     AddLocationsCommand(app);
     AddPlugInsCommand(app);

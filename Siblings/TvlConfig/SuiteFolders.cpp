@@ -1,6 +1,7 @@
 #include "siblings/TvlConfig/SuiteFolders.h"
 
 #include "siblings/TvlUtils/FilePath.h"
+#include "siblings/TvlUtils/SystemIO.h"
 #include "windows/Environment.h"
 #include "windows/Modules.h"
 
@@ -15,3 +16,5 @@ TvlString GetSuiteDir()
 }
 
 }   // namespace TvlConfig
+
+TvlString INIGetConfigDir() { return TvlUtils::SystemIO::Path::Combine(TvlConfig::GetSuiteDir(), L"Config"); }

@@ -16,3 +16,10 @@ TvlString GetUserDir()
 }
 
 }   // namespace TvlConfig
+
+TvlString GetUserProfileConfigDir()
+{
+    const TvlString folder = TvlUtils::SystemIO::Path::Combine(TvlConfig::GetUserDir(), L"Config");
+    static_cast<void>(TvlUtils::SystemIO::Folder::EnsureExists(folder));
+    return folder;
+}

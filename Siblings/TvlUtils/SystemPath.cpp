@@ -91,6 +91,8 @@ TvlString AddBackslash(const TvlString& path)
 
 TvlString GetFolderName(const TvlString& path) { return path.Left(FolderLength(path)); }
 
+TvlString ReplaceFileName(const TvlString& path, const TvlString& name) { return GetFolderName(path) + name; }
+
 TvlString GetFileName(const TvlString& path) { return path.Mid(FolderLength(path)); }
 
 TvlString GetFileNameWithoutExtension(const TvlString& path)

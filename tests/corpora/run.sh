@@ -6,5 +6,5 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 program=${1:-build/linux-sanitize/bin/tvl}
 [ -x "$program" ] || { echo "$program is not there: build it, or name another"; exit 1; }
-tests/corpora/fetch.sh build/corpora exiv2 libexif libimage-exiftool-perl
+cmake/debian-sources.sh build/corpora exiv2 libexif libimage-exiftool-perl
 UBSAN_OPTIONS=print_stacktrace=1 python3 tests/corpora/exif.py "$program" build/corpora

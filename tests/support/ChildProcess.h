@@ -1,8 +1,10 @@
 // Programs that a test starts.
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,8 +25,9 @@ private:
 struct ChildProcess {
     std::string program;   // lies beside the test program; without ".exe"
     std::vector<std::string> arguments;
-    std::string input;                                // what it finds in its standard input
-    std::map<std::string, std::string> environment;   // variables beside this process's own
+    std::string input;                                    // what it finds in its standard input
+    std::map<std::string, std::string> environment;       // variables beside this process's own
+    std::optional<std::chrono::microseconds> killAfter;   // it is ended then, wherever it is, as by a power cut
 };
 
 struct ChildResult {

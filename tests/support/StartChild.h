@@ -10,5 +10,5 @@ struct ChildStreams {
     std::filesystem::path errors;
 };
 
-/// Starts a program, waits for its end and returns its exit code; 128 and the signal's number when a signal ended it.
+/// Starts a program, waits for its end, which it brings about when it is to be killed, and returns its exit code; 128 and the signal's number when a signal ended it.
 int StartChild(const std::filesystem::path& program, const ChildProcess& child, const ChildStreams& streams);

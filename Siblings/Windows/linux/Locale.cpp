@@ -54,7 +54,20 @@ struct Settings {
         listSeparator = decimalSeparator == L"," ? L";" : L",";
         grouping = Grouping(*decimal);
         measurement = ulocdata_getMeasurementSystem(locale.getName(), &status) == UMS_US ? L"1" : L"0";
+        paper = PaperSize(locale);
+        country = TvlPlatform::FromUtf8(locale.getCountry());
         id = locale.getLCID();
+    }
+
+    /// The code of A4, or that of Letter where sheets are as wide as that.
+    static std::wstring PaperSize(const icu::Locale& locale)
+    {
+        constexpr int32_t kLetterWidth = 216;   // millimetres
+        int32_t height = 0;
+        int32_t width = 0;
+        UErrorCode status = U_ZERO_ERROR;
+        ulocdata_getPaperSize(locale.getName(), &height, &width, &status);
+        return U_SUCCESS(status) && width == kLetterWidth ? L"1" : L"9";
     }
 
     static std::wstring Grouping(const icu::DecimalFormat& format)
@@ -74,6 +87,8 @@ struct Settings {
     std::wstring listSeparator = L",";
     std::wstring grouping = L"3;0";
     std::wstring measurement = L"0";
+    std::wstring paper = L"9";
+    std::wstring country;
     std::wstring leadingZero = L"1";
     std::wstring negativeOrder = L"1";
     LCID id = 0x0409;
@@ -118,6 +133,10 @@ private:
             return &m_settings.listSeparator;
         case LocaleSetting::MeasurementSystem:
             return &m_settings.measurement;
+        case LocaleSetting::CountryCode:
+            return &m_settings.country;
+        case LocaleSetting::PaperSize:
+            return &m_settings.paper;
         case LocaleSetting::DecimalSeparator:
             return &m_settings.decimalSeparator;
         case LocaleSetting::ThousandsSeparator:

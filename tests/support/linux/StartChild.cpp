@@ -1,10 +1,12 @@
 #include "StartChild.h"
 
 #include <cerrno>
+#include <csignal>
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <system_error>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -56,6 +58,10 @@ int StartChild(const std::filesystem::path& program, const ChildProcess& child, 
     posix_spawn_file_actions_destroy(&actions);
     Check(failed);
 
+    if (child.killAfter) {
+        std::this_thread::sleep_for(*child.killAfter);
+        kill(process, SIGKILL);
+    }
     int status = 0;
     while (waitpid(process, &status, 0) < 0 && errno == EINTR)
         continue;

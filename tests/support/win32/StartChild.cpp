@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <system_error>
+#include <thread>
 #include <windows.h>
 
 namespace {
@@ -84,6 +85,10 @@ int StartChild(const std::filesystem::path& program, const ChildProcess& child, 
         ThrowLastError();
     const Handle running(process.hProcess);
     const Handle thread(process.hThread);
+    if (child.killAfter) {
+        std::this_thread::sleep_for(*child.killAfter);
+        TerminateProcess(running.get(), 1);
+    }
     WaitForSingleObject(running.get(), INFINITE);
     DWORD exitCode = 0;
     GetExitCodeProcess(running.get(), &exitCode);

@@ -18,7 +18,9 @@ enum class LocaleSetting : ULONG {
     ThousandsSeparator = 0x0F,      ///< LOCALE_STHOUSAND
     Grouping = 0x10,                ///< LOCALE_SGROUPING: sizes such as "3;0" or "3;2;0"
     LeadingZero = 0x12,             ///< LOCALE_ILZERO: "0" none, "1" one
+    CountryCode = 0x5A,             ///< LOCALE_SISO3166CTRYNAME: two letters such as "DE"
     NegativeSign = 0x51,            ///< LOCALE_SNEGATIVESIGN
+    PaperSize = 0x100A,             ///< LOCALE_IPAPERSIZE: a printer's code, "1" Letter or "9" A4
     NegativeNumberOrder = 0x1010,   ///< LOCALE_INEGNUMBER: 0 "(1)", 1 "-1", 2 "- 1", 3 "1-", 4 "1 -"
 };
 

@@ -10,3 +10,6 @@ namespace TvlConfig {
 TVLSIBLINGS_API TvlString GetSuiteDir();
 
 }   // namespace TvlConfig
+
+/// "Config" in the suite's folder: master files that users' own files start as.
+TVLSIBLINGS_API TvlString INIGetConfigDir();

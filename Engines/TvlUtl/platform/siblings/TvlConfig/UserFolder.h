@@ -11,3 +11,6 @@ namespace TvlConfig {
 TVLSIBLINGS_API TvlString GetUserDir();
 
 }   // namespace TvlConfig
+
+/// "Config" in the folder of the user's files, made when it is missing.
+TVLSIBLINGS_API TvlString GetUserProfileConfigDir();

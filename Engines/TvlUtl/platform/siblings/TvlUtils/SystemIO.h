@@ -80,6 +80,8 @@ TVLSIBLINGS_API TvlString GetFileName(const TvlString& path);
 TVLSIBLINGS_API TvlString GetFileNameWithoutExtension(const TvlString& path);
 /// The last point of the file's name and what stands behind it; empty without any.
 TVLSIBLINGS_API TvlString GetExtension(const TvlString& path);
+/// The path with another file name behind its last separator.
+TVLSIBLINGS_API TvlString ReplaceFileName(const TvlString& path, const TvlString& name);
 /// The elements between separators. A drive and a prefix such as "CLOUD:" are elements; separators are none.
 TVLSIBLINGS_API std::vector<TvlString> Split(const TvlString& path);
 /// Whether `path` is `folder` or lies in it at any depth, as far as the texts tell: "." and ".." are worked out, names

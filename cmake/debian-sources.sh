@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Fetches the sources of Debian packages whose test data are photos, and unpacks them.
-# Usage: fetch.sh FOLDER PACKAGE...
+# Fetches the sources of Debian packages and unpacks them.
+# Usage: debian-sources.sh FOLDER PACKAGE...
 # The machine's own package lists are not touched. What is there already is left alone.
 set -euo pipefail
 folder=$(mkdir -p "$1" && cd "$1" && pwd)

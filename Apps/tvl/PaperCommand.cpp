@@ -1,0 +1,236 @@
+// tvl paper: the store of papers.
+#include "Commands.h"
+#include "MeasureOptions.h"
+#include "PaperLint.h"
+#include "PaperTable.h"
+#include "PaperTypes.h"
+#include "TextInput.h"
+#include "siblings/TvlPlatform/TextEncoding.h"
+
+#include <CLI/CLI.hpp>
+#include <iomanip>
+#include <iostream>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+
+namespace {
+constexpr int kInch = 1;
+constexpr int kMillimetre = 2;
+
+[[noreturn]] void Refuse(const std::string& message)
+{
+    std::cout.flush();
+    std::cerr << "tvl: " << message << '\n';
+    throw CLI::RuntimeError(kBadInput);
+}
+
+/// The store; a file with papers that can't be placed ends the command.
+CPaperTypeMgr& Papers()
+try {
+    return CPaperTypeMgr::GetInstance();
+} catch (const std::out_of_range&) {
+    Refuse("the file of papers has an id beyond its number of papers; `tvl paper lint` tells which");
+}
+
+struct PaperRequest {
+    std::string name;
+    double width = 0.0;
+    double height = 0.0;
+    std::string unit = "mm";
+    bool all = false;
+    bool json = false;
+    std::string text;
+    unsigned first = 1;
+    unsigned pages = 1;
+    std::string file;
+    TextInput input;
+
+    int Unit() const { return unit == "in" ? kInch : kMillimetre; }
+};
+
+std::string Name(const PaperTypeInformation& paper) { return TvlPlatform::ToUtf8(paper.DisplayName); }
+
+void Print(std::int64_t index, const PaperTypeInformation& paper, bool json)
+{
+    const std::string size = TvlPlatform::ToUtf8(TvlUtl::GetPageDimensions(paper));
+    if (json) {
+        std::cout << nlohmann::ordered_json{{"index", index}, {"name", Name(paper)}, {"width", paper.Width / 10000.0},
+            {"height", paper.Height / 10000.0}, {"text", size}, {"custom", index >= Papers().GetPredefinedCount()},
+            {"hidden", paper.Hidden}, {"printer", CPaperTypeMgr::GetDevModeFromPaper(static_cast<PaperType>(index))}}
+                  << '\n';
+        return;
+    }
+    std::cout << std::setw(4) << index << "  " << Name(paper) << "  " << size << (paper.Hidden ? "  (hidden)" : "")
+              << '\n';
+}
+
+void List(const PaperRequest& request)
+{
+    PaperTypeInformation paper;
+    const auto show = [&](std::int64_t index) {
+        if (Papers().GetPaperInfoAt(static_cast<int>(index), paper) && (request.all || index > kPaperNone))
+            Print(index, paper, request.json);
+    };
+    if (!request.all) {
+        for (const std::int64_t index : Papers().GetPaperOrder())
+            show(index);
+        return;
+    }
+    for (std::int64_t index = 0; index < Papers().GetCount(); ++index)
+        show(index);
+}
+
+PaperTypeInformation Size(const PaperRequest& request)
+{
+    PaperTypeInformation paper = CPaperTypeMgr::SetCustomPaper(request.width, request.height, request.Unit());
+    if (paper.Width <= 0 || paper.Height <= 0)
+        Refuse("a paper needs a width and a height that are above 0 and not too large");
+    return paper;
+}
+
+void Find(const PaperRequest& request)
+{
+    const PaperTypeInformation size = Size(request);
+    PaperTypeInformation paper;
+    std::int64_t index = Papers().FindPredefinedPaperIndex(size, true);
+    if (index == -1)
+        index = Papers().FindCustomPaper(size.Width, size.Height, paper);
+    if (!Papers().GetPaperInfoAt(static_cast<int>(index), paper))
+        Refuse("no paper has this size");
+    Print(index, paper, request.json);
+}
+
+void Add(const PaperRequest& request)
+{
+    PaperTypeInformation paper = Size(request);
+    paper.DisplayName = TvlPlatform::FromUtf8(request.name);
+    paper.Rotatable = true;
+    Papers().AddCustomPaper(paper, true);
+    const std::int64_t index = Papers().FindCustomPaperIndex(paper.DisplayName);
+    Print(index, paper, request.json);
+    CPaperTypeMgr::Shutdown();
+}
+
+void Delete(const PaperRequest& request)
+{
+    const std::int64_t index = Papers().FindCustomPaperIndex(TvlPlatform::FromUtf8(request.name));
+    if (index == -1)
+        Refuse("no paper of the user's own has the name \"" + request.name + "\"");
+    Papers().DeletePaper(index, true);
+    CPaperTypeMgr::Shutdown();
+}
+
+void Hide(const PaperRequest& request)
+{
+    const TvlString wanted = TvlPlatform::FromUtf8(request.name);
+    PaperTypeInformation paper;
+    for (int index = kPaperNone + 1; index < Papers().GetPredefinedCount(); ++index)
+        if (Papers().GetPaperInfoAt(index, paper) && paper.DisplayName.CompareNoCase(wanted) == 0) {
+            Papers().DeletePaper(index, false);
+            CPaperTypeMgr::Shutdown();
+            return;
+        }
+    Refuse("no predefined paper has the name \"" + request.name + "\"");
+}
+
+void Default(const PaperRequest& request)
+{
+    auto type = OSUtils::LocaleEnvironment::GetUnits() == kInch ? kPaperLetter : kPaperA4;
+    OSUtils::LocaleEnvironment::GetPaperType(type);
+    PaperTypeInformation paper;
+    if (!Papers().GetPaperInfo(type, paper))
+        Refuse("the store has no papers");
+    Print(type, paper, request.json);
+}
+
+void Range(const PaperRequest& request)
+{
+    std::vector<unsigned> pages;
+    TvlUtl::MakePageRangeFromString(request.first, request.pages, TvlPlatform::FromUtf8(request.text), pages);
+    if (request.json) {
+        std::cout << nlohmann::json(pages) << '\n';
+        return;
+    }
+    for (std::size_t i = 0; i < pages.size(); ++i)
+        std::cout << (i > 0 ? " " : "") << pages[i];
+    std::cout << '\n';
+}
+
+void Import(const PaperRequest& request)
+{
+    int added = 0;
+    request.input.ForEach([&](const std::string& line) {
+        const auto found = ReadPaperLine(line);
+        if (!found)
+            return;
+        PaperTypeInformation paper = CPaperTypeMgr::SetCustomPaper(found->width, found->height, found->unit);
+        paper.DisplayName = TvlPlatform::FromUtf8(found->name);
+        paper.Rotatable = true;
+        if (Papers().IsPredefinedPaper(paper, true) || Papers().IsCustomPaper(paper, true))
+            return;   // there is one of this size
+        Papers().AddCustomPaper(paper, true);
+        ++added;
+    });
+    CPaperTypeMgr::Shutdown();
+    std::cout << added << " papers added\n";
+}
+
+void RunLint(const PaperRequest& request)
+{
+    const auto faults = LintPapers(request.file);
+    for (const std::string& fault : faults)
+        std::cout << fault << '\n';
+    if (!faults.empty())
+        Refuse(std::to_string(faults.size()) + " faults in \"" + request.file + "\"");
+}
+
+using Request = std::shared_ptr<PaperRequest>;
+
+void AddSize(CLI::App& command, const Request& request)
+{
+    command.add_option("width", request->width, "width")->required();
+    command.add_option("height", request->height, "height")->required();
+    command.add_option("--unit,-u", request->unit, "unit of both")
+        ->check(CLI::IsMember({"mm", "in"}))
+        ->capture_default_str();
+}
+
+CLI::App& Sub(
+    CLI::App& parent, const Request& request, const char* name, const char* what, void (*run)(const PaperRequest&))
+{
+    CLI::App& command = *parent.add_subcommand(name, what);
+    command.add_flag("--json", request->json, "print JSON");
+    command.callback([request, run] { run(*request); });
+    return command;
+}
+}   // namespace
+
+void AddPaperCommand(CLI::App& app)
+{
+    CLI::App& paper = *app.add_subcommand("paper", "lists paper sizes and looks after the user's own");
+    paper.require_subcommand(1);
+    const auto request = std::make_shared<PaperRequest>();
+    Sub(paper, request, "list", "lists papers in the order of the user's country", List)
+        .add_flag("--all", request->all, "hidden ones too, in the order of the store");
+    AddSize(Sub(paper, request, "find", "tells which paper has a size, either way round", Find), request);
+    CLI::App& add = Sub(paper, request, "add", "adds a paper of the user's own, or changes it", Add);
+    add.add_option("name", request->name, "its name")->required();
+    AddSize(add, request);
+    Sub(paper, request, "delete", "deletes a paper of the user's own", Delete)
+        .add_option("name", request->name, "its name")
+        ->required();
+    Sub(paper, request, "hide", "hides a predefined paper", Hide)
+        .add_option("name", request->name, "its name")
+        ->required();
+    Sub(paper, request, "default", "tells the usual paper of the user's region", Default);
+    CLI::App& range = Sub(paper, request, "range", "tells the pages that a text such as \"1-3,5~\" names", Range);
+    range.add_option("text", request->text, "numbers and ranges; \"~\" takes every second page")->required();
+    range.add_option("--first", request->first, "first page")->capture_default_str();
+    range.add_option("--pages", request->pages, "number of pages")->required();
+    Sub(paper, request, "lint", "looks for faults in a file of papers", RunLint)
+        .add_option("file", request->file, "a master or a user's file")
+        ->required();
+    request->input.AddOptions(Sub(paper, request, "import", "adds the papers of a table of libpaper or CUPS", Import),
+        "lines of such a table");
+}

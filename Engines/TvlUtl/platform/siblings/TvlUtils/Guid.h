@@ -1,0 +1,27 @@
+// Identifiers that are unique in practice.
+#pragma once
+
+#include "siblings/SiblingsApi.h"
+#include "siblings/TvlPlatform/TvlString.h"
+#include "windows/Types.h"
+
+namespace TvlUtils {
+
+/// A GUID as a value.
+class TVLSIBLINGS_API Guid {
+public:
+    Guid() = default;
+    explicit Guid(const GUID& value) : m_value(value) { }
+
+    /// A new random GUID (version 4). Safe to call from any thread.
+    static Guid Generate();
+    /// 36 characters in lower case with hyphens, without braces.
+    TvlString ToString() const;
+
+    const GUID& Value() const { return m_value; }
+
+private:
+    GUID m_value{};
+};
+
+}   // namespace TvlUtils

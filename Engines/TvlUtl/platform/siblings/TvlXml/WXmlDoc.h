@@ -1,0 +1,132 @@
+// XML documents as trees. Documents come from outside: no document type is read, no entity but the five of XML itself is
+// expanded, and nothing is fetched.
+#pragma once
+
+#include "siblings/SiblingsApi.h"
+#include "siblings/TvlPlatform/TvlString.h"
+
+#include <cstddef>
+#include <memory>
+#include <stdexcept>
+#include <vector>
+
+/// An XPath expression. One that can't be read selects nothing.
+class WXPath {
+public:
+    explicit WXPath(TvlString expression) : m_expression(std::move(expression)) { }
+    const TvlString& Expression() const { return m_expression; }
+
+private:
+    TvlString m_expression;
+};
+
+/// The value of an attribute, or the text of an element. Belongs to a document that lives. Numbers are written with a
+/// point; blanks around a value are ignored, and a text that is not wholly a number counts as no number.
+class TVLSIBLINGS_API WXmlValueAccessor {
+public:
+    /// Whether there is such a value.
+    bool Exists() const;
+    /// 0 when there is no integer of 32 bits.
+    int GetInt() const { return GetInt(0); }
+    int GetInt(int defaultValue) const;
+    /// Raises std::runtime_error when there is no integer of 32 bits.
+    int GetInt_throws() const;
+    /// A number out of range is infinite or 0.0; words such as "nan" are no numbers.
+    double GetDouble(double defaultValue) const;
+    TvlString GetString(const TvlString& defaultValue) const;
+    /// "true" and "1", "false" and "0".
+    bool GetBool(bool defaultValue) const;
+
+    // Setters make the attribute when it is not there. Those with a default write nothing when the value equals it.
+
+    void SetInt(int value);
+    void SetInt(int value, int defaultValue);
+    void SetDouble(double value);
+    void SetString(const TvlString& value);
+    void SetBool(bool value);
+    void SetBool(bool value, bool defaultValue);
+
+private:
+    friend class WXmlNode;
+    WXmlValueAccessor(void* element, const wchar_t* attribute) : m_element(element), m_attribute(attribute) { }
+    /// The bytes of the value, or null.
+    const char* Bytes() const;
+    void SetBytes(const char* bytes);
+
+    void* m_element;
+    const wchar_t* m_attribute;   // null for the element's text
+};
+
+class WXmlNodeList;
+
+/// An element, or nothing. Belongs to a document that lives.
+class TVLSIBLINGS_API WXmlNode {
+public:
+    WXmlNode() = default;
+    explicit operator bool() const { return m_element != nullptr; }
+
+    /// @param name kept by pointer as long as the accessor is in use
+    WXmlValueAccessor Attribute(const wchar_t* name) const { return {m_element, name}; }
+    /// The element's text.
+    WXmlValueAccessor Value() const { return {m_element, nullptr}; }
+    /// The elements that an expression selects from here.
+    void GetNodes(const WXPath& path, WXmlNodeList& nodes) const;
+    /// The first of them, or nothing.
+    WXmlNode GetNode(const WXPath& path) const;
+    bool DoesNodeExist(const WXPath& path) const { return static_cast<bool>(GetNode(path)); }
+    /// Removes the first child that an expression selects; false when there is none.
+    bool DeleteChild(const WXPath& path) const;
+    /// Adds an element behind the others; nothing in nothing.
+    /// @param text the new element's text, or null
+    WXmlNode CreateChild(const wchar_t* name, const wchar_t* text) const;
+
+private:
+    friend class WXmlDoc;
+    explicit WXmlNode(void* element) : m_element(element) { }
+
+    void* m_element = nullptr;
+};
+
+/// Elements in the order of the document.
+class WXmlNodeList {
+public:
+    std::size_t Count() const { return m_nodes.size(); }
+    WXmlNode Node(std::size_t index) const { return index < m_nodes.size() ? m_nodes[index] : WXmlNode(); }
+    auto begin() const { return m_nodes.begin(); }
+    auto end() const { return m_nodes.end(); }
+    void Clear() { m_nodes.clear(); }
+    void Add(const WXmlNode& node) { m_nodes.push_back(node); }
+
+private:
+    std::vector<WXmlNode> m_nodes;
+};
+
+/// A document. One thread at a time.
+class TVLSIBLINGS_API WXmlDoc {
+public:
+    /// Elements may nest so deep; a document that goes deeper is refused.
+    static constexpr int kMaxDepth = 256;
+
+    /// @param keepBlanks whether texts of blanks alone are kept
+    explicit WXmlDoc(bool keepBlanks);
+    WXmlDoc(const WXmlDoc&) = delete;
+    WXmlDoc& operator=(const WXmlDoc&) = delete;
+    ~WXmlDoc();
+
+    /// Reads a file. False, with a line in the log, when there is none or it is no XML document: the tree is empty then.
+    bool Load(const TvlString& path);
+    /// Replaces a file in one step; false, with a line in the log, when that fails: the old file is whole then.
+    bool Save(const TvlString& path) const;
+    /// Whether there is a tree.
+    bool IsLoaded() const;
+    /// Drops the tree.
+    void ReleaseDocument();
+    /// The outermost element, or nothing.
+    WXmlNode GetRootNode() const;
+    WXmlNodeList GetNodes(const WXPath& path) const;
+
+private:
+    struct Tree;
+    std::unique_ptr<Tree> m_tree;
+    bool m_keepBlanks;
+};

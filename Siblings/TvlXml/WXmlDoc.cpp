@@ -1,0 +1,89 @@
+// Documents over pugixml.
+#include "siblings/TvlXml/WXmlDoc.h"
+
+#include "siblings/TvlPlatform/TextEncoding.h"
+#include "siblings/TvlUtils/LogMessage.h"
+#include "siblings/TvlUtils/SystemIO.h"
+
+#include <pugixml.hpp>
+
+using TvlUtils::LogLevel;
+using TvlUtils::LogMessage;
+
+namespace {
+/// Whether no element lies deeper than allowed. Walks without recursion.
+bool IsShallow(const pugi::xml_node& root)
+{
+    int depth = 0;
+    for (pugi::xml_node node = root; node;) {
+        if (const pugi::xml_node child = node.first_child()) {
+            if (++depth > WXmlDoc::kMaxDepth)
+                return false;
+            node = child;
+            continue;
+        }
+        while (node && node != root && !node.next_sibling()) {
+            node = node.parent();
+            --depth;
+        }
+        node = node == root ? pugi::xml_node() : node.next_sibling();
+    }
+    return true;
+}
+
+/// Collects a document's bytes.
+struct ByteWriter final : pugi::xml_writer {
+    void write(const void* data, std::size_t size) override { bytes.append(static_cast<const char*>(data), size); }
+    std::string bytes;
+};
+}   // namespace
+
+struct WXmlDoc::Tree {
+    pugi::xml_document document;
+};
+
+WXmlDoc::WXmlDoc(bool keepBlanks) : m_tree(std::make_unique<Tree>()), m_keepBlanks(keepBlanks) { }
+WXmlDoc::~WXmlDoc() = default;
+
+bool WXmlDoc::Load(const TvlString& path)
+{
+    ReleaseDocument();
+    std::string bytes;
+    if (const auto read = TvlUtils::SystemIO::File::ReadAll(path, bytes); !read) {
+        LogMessage(LogLevel::Warning, TvlString().Format(L"\"%s\" can't be read: %s", path.Std(), read.Reason().Std()));
+        return false;
+    }
+    const unsigned options = pugi::parse_default | (m_keepBlanks ? pugi::parse_ws_pcdata : 0);
+    const auto parsed = m_tree->document.load_buffer(bytes.data(), bytes.size(), options);
+    const bool isShallow = parsed && IsShallow(m_tree->document);
+    if (parsed && isShallow)
+        return true;
+    ReleaseDocument();
+    LogMessage(LogLevel::Warning,
+        TvlString().Format(L"\"%s\" is no XML document: %S at byte %I64d", path.Std(),
+            parsed ? "too many elements within each other" : parsed.description(),
+            static_cast<long long>(parsed.offset)));
+    return false;
+}
+
+bool WXmlDoc::Save(const TvlString& path) const
+{
+    ByteWriter writer;
+    m_tree->document.save(writer, "\t", pugi::format_default, pugi::encoding_utf8);
+    const auto saved = TvlUtils::SystemIO::File::WriteAside(path, writer.bytes);
+    if (!saved)
+        LogMessage(
+            LogLevel::Error, TvlString().Format(L"\"%s\" can't be written: %s", path.Std(), saved.Reason().Std()));
+    return static_cast<bool>(saved);
+}
+
+bool WXmlDoc::IsLoaded() const { return static_cast<bool>(m_tree->document.document_element()); }
+void WXmlDoc::ReleaseDocument() { m_tree->document.reset(); }
+WXmlNode WXmlDoc::GetRootNode() const { return WXmlNode(m_tree->document.document_element().internal_object()); }
+
+WXmlNodeList WXmlDoc::GetNodes(const WXPath& path) const
+{
+    WXmlNodeList nodes;
+    GetRootNode().GetNodes(path, nodes);
+    return nodes;
+}

@@ -1,0 +1,6 @@
+// The form in which nodes are kept behind the interface.
+#pragma once
+
+#include <pugixml.hpp>
+
+inline pugi::xml_node XmlElement(void* element) { return pugi::xml_node(static_cast<pugi::xml_node_struct*>(element)); }

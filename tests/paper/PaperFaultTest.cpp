@@ -1,0 +1,82 @@
+// Files that fail: papers of the user's own are never lost.
+#include "MemoryFiles.h"
+#include "PaperFolders.h"
+#include "siblings/TvlPlatform/TextEncoding.h"
+
+namespace {
+
+class PaperFaults : public PaperFolders {
+protected:
+    /// The store's files in memory: the master, and what the user has.
+    void Prepare(MemoryFiles& files) const
+    {
+        files.Put(Master(), m_master);
+        files.Put(User(), m_user);
+    }
+    /// What a next start finds among the user's own papers, each followed by a blank.
+    static std::string OwnPapers()
+    {
+        CPaperTypeMgr::ReleaseInstance(false);
+        std::string names;
+        for (const auto index : {kPaperTypeCount, kPaperTypeCount + 1}) {
+            TvlString name;
+            if (Papers().GetPaperNameAt(index, name))
+                names += TvlPlatform::ToUtf8(name) + " ";
+        }
+        return names;
+    }
+
+    PaperFaults()
+    {
+        Papers().AddCustomPaper(Custom(L"old", 10000, 20000), true);
+        Restart();
+        m_user = FileBytes(User());
+        m_master = FileBytes(Master());
+    }
+
+    std::string m_user;
+    std::string m_master;
+};
+
+TEST_F(PaperFaults, SavingLeavesOldOrNewPapers)
+{
+    const auto operation = [] {
+        Papers().AddCustomPaper(Custom(L"new", 10000, 20000), true);
+        CPaperTypeMgr::Shutdown();
+    };
+    bool isSaved = false;
+    const auto check = [&](MemoryFiles&) {
+        const std::string papers = OwnPapers();
+        EXPECT_TRUE(papers == "old " || papers == "old new ") << papers;
+        isSaved |= papers == "old new ";
+        CPaperTypeMgr::ReleaseInstance(false);
+    };
+    // The start looks at three files and reads one; the save has the seven operations of writing aside.
+    WalkFileFaults(
+        12, [&](MemoryFiles& files) { Prepare(files); }, operation, check);
+    WalkFullDisk(
+        1000, [&](MemoryFiles& files) { Prepare(files); }, operation, check);
+    EXPECT_TRUE(isSaved);
+}
+
+TEST_F(PaperFaults, ANewMasterNeverCostsPapers)
+{
+    m_master.replace(m_master.find("preset_version=\"1\""), 18, "preset_version=\"2\"");
+    const auto check = [&](MemoryFiles& files) {
+        EXPECT_EQ(OwnPapers(), "old ");
+        EXPECT_NE(files.Get(User())->find("preset_version=\"2\""), std::string::npos)
+            << "the next start has tried again";
+        CPaperTypeMgr::ReleaseInstance(false);
+        // Another run starts from a master that was not seen.
+        CAppPrefManager::GetInstance().GetStore()->Remove(L"PaperTypes/InstallTime");
+    };
+    CAppPrefManager::GetInstance().GetStore()->Remove(L"PaperTypes/InstallTime");
+    for (const auto fault :
+        {MemoryFiles::Fault::StopDropped, MemoryFiles::Fault::StopTorn, MemoryFiles::Fault::StopKept})
+        WalkFaultPoints(20, [&](std::size_t point) {
+            return RunOnFaultyFiles([&](MemoryFiles& files) { Prepare(files); },
+                [&](MemoryFiles& files) { files.Inject(point, fault); }, [] { Papers(); }, check);
+        });
+}
+
+}   // namespace
