@@ -1,5 +1,6 @@
 // Files of papers that are broken on purpose, kept as seeds of the fuzz target: a result for each.
 #include "PaperFolders.h"
+#include "siblings/TvlXml/WXmlDoc.h"
 
 namespace {
 
@@ -12,9 +13,9 @@ TEST_F(HostilePapers, EndInAStoreOfSomeKind)
         const std::string bytes = FileBytes(entry.path());
         Write(User(), bytes);
         CPaperTypeMgr::ReleaseInstance(false);
-        bool isRead = false;
+        WXmlDoc document(false);
+        const bool isDocument = document.Load(TvlUtils::SystemIO::FromFilePath(User()));
         try {
-            isRead = Papers().GetCount() > 0;
             PaperTypeInformation paper;
             for (int index = 0; index < Papers().GetCount(); ++index) {
                 EXPECT_TRUE(Papers().GetPaperInfoAt(index, paper));
@@ -24,7 +25,7 @@ TEST_F(HostilePapers, EndInAStoreOfSomeKind)
         } catch (const std::out_of_range&) {
             // An id beyond the number of papers: the object is not made.
         }
-        EXPECT_TRUE(isRead || FileBytes(User()) == bytes) << entry.path() << " was written over";
+        EXPECT_TRUE(isDocument || FileBytes(User()) == bytes) << entry.path() << " was written over";
         ++files;
     }
     EXPECT_GT(files, 20);

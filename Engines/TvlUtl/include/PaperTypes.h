@@ -170,6 +170,7 @@ protected:
 
 private:
     bool SavePapers(const wchar_t* name, std::size_t first, std::size_t count, bool custom);
+    bool CopyMaster(bool overwrite);
     void Broadcast();
     /// The place when there is a paper, else null.
     const PaperTypeInformation* PaperAt(std::int64_t index) const;

@@ -35,7 +35,7 @@ bool CPaperTypeMgr::Initialize()
     m_path = Path::Combine(GetUserProfileConfigDir(), kFileName);
     if (File::Exists(m_path))
         UpdatePredefinedSizes(Path::Combine(INIGetConfigDir(), kFileName), m_path);
-    else if (!CopyXmlFromSystemFolder())
+    else if (!CopyMaster(false))   // a file that only seemed to be missing is left alone
         return false;
     // Custom papers come behind the order, since adding one appends to it.
     return m_document->Load(m_path) && LoadPredefinedPapers() && LoadPaperOrder() && LoadCustomPapers()
@@ -55,9 +55,11 @@ bool CPaperTypeMgr::Uninitialize()
     return true;
 }
 
-bool CPaperTypeMgr::CopyXmlFromSystemFolder()
+bool CPaperTypeMgr::CopyXmlFromSystemFolder() { return CopyMaster(true); }
+
+bool CPaperTypeMgr::CopyMaster(bool overwrite)
 {
-    if (!File::Copy(Path::Combine(INIGetConfigDir(), kFileName), m_path, true))
+    if (!File::Copy(Path::Combine(INIGetConfigDir(), kFileName), m_path, overwrite))
         return false;
     File::MakeWritable(m_path);
     return true;
