@@ -7,6 +7,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstdio>
+#include <mutex>
 #include <random>
 
 namespace TvlUtils::SystemIO {
@@ -126,7 +127,11 @@ FileResult WriteWhole(FileHandle& file, long long offset, std::string_view bytes
 
 FileResult ReplaceFile(const fs::path& path, const Writer& write)
 {
-    constexpr int kAttempts = 10;
+    // A writer takes away what others left beside the file, which it can't tell from what they are writing. Within the
+    // process they wait for each other; one of another process makes this one start again.
+    static std::recursive_mutex writers;
+    const std::lock_guard hold(writers);
+    constexpr int kAttempts = 100;
     FileStatus status;
     if (FileLayer::Get().Stat(path, status) && status.isReadOnly)
         return std::errc::permission_denied;
