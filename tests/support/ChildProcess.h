@@ -25,9 +25,9 @@ private:
 struct ChildProcess {
     std::string program;   // lies beside the test program; without ".exe"
     std::vector<std::string> arguments;
-    std::string input;                                    // what it finds in its standard input
-    std::map<std::string, std::string> environment;       // variables beside this process's own
-    std::optional<std::chrono::microseconds> killAfter;   // it is ended then, wherever it is, as by a power cut
+    std::string input;                                      // what it finds in its standard input
+    std::map<std::string, std::string> environment;         // variables beside this process's own
+    std::optional<std::chrono::microseconds> killAfter{};   // it is ended then, wherever it is, as by a power cut
 };
 
 struct ChildResult {
