@@ -17,6 +17,30 @@ using testing::ElementsAre;
 
 enum class Side { System, Memory };
 
+/// Takes every call and does nothing.
+class MockRegistry : public IRegistry {
+public:
+    MOCK_METHOD(LONG, RegOpenKeyExW, (HKEY, const wchar_t*, DWORD, DWORD, HKEY*), (override));
+    MOCK_METHOD(LONG, RegCloseKey, (HKEY), (override));
+    MOCK_METHOD(LONG, RegCreateKeyExW,
+        (HKEY, const wchar_t*, DWORD, wchar_t*, DWORD, DWORD, const void*, HKEY*, DWORD*), (override));
+    MOCK_METHOD(LONG, RegDeleteKeyW, (HKEY, const wchar_t*), (override));
+    MOCK_METHOD(LONG, RegEnumKeyExW, (HKEY, DWORD, wchar_t*, DWORD*, DWORD*, wchar_t*, DWORD*, void*), (override));
+    MOCK_METHOD(LONG, RegEnumValueW, (HKEY, DWORD, wchar_t*, DWORD*, DWORD*, DWORD*, BYTE*, DWORD*), (override));
+    MOCK_METHOD(LONG, RegSetValueExW, (HKEY, const wchar_t*, DWORD, DWORD, const BYTE*, DWORD), (override));
+    MOCK_METHOD(LONG, RegQueryValueExW, (HKEY, const wchar_t*, DWORD*, DWORD*, BYTE*, DWORD*), (override));
+    MOCK_METHOD(LONG, RegDeleteValueW, (HKEY, const wchar_t*), (override));
+};
+
+TEST(RegistryRoots, AreRefusedForDeletionWithoutACall)
+{
+    testing::StrictMock<MockRegistry> untouched;
+    IRegistry::SetForTests(&untouched);
+    for (const wchar_t* path : {L"HKEY_CURRENT_USER", L"HKEY_USERS\\", L"HKEY_CURRENT_USER\\\\"})
+        EXPECT_EQ(WUTLRegistry::DeleteRegistryKey(path), 5) << path;
+    IRegistry::SetForTests(nullptr);
+}
+
 /// Every test runs below one key of its own, which goes at the end.
 class RegistryTest : public testing::TestWithParam<Side> {
 protected:
@@ -185,6 +209,18 @@ TEST_P(RegistryTest, WritesMissingDefaultsBack)
     EXPECT_EQ(WUTLRegistry::RegReadString(L"S", L"t", L"other", buffer, 7, base.c_str()), 3);
 }
 
+TEST_P(RegistryTest, ListsForANullSectionOrEntryAndWritesNothingForAnAbsentKey)
+{
+    ASSERT_EQ(WUTLRegistry::RegWriteString(L"\\Sub", L"v", L"x", kBase), 1);
+    wchar_t buffer[12] = L"kept";
+    EXPECT_EQ(WUTLRegistry::RegReadString(nullptr, L"v", L"d", buffer, 11, Path(L"\\absent").c_str()), 4);
+    EXPECT_STREQ(buffer, L"kept");
+    EXPECT_EQ(WUTLRegistry::RegReadString(nullptr, L"v", L"d", buffer, 11, kBase), 3);
+    EXPECT_EQ(std::wstring(buffer, 5), std::wstring(L"Sub\0\0", 5));
+    EXPECT_EQ(WUTLRegistry::RegReadString(L"\\Sub", nullptr, L"d", buffer, 11, kBase), 1);
+    EXPECT_EQ(std::wstring(buffer, 3), std::wstring(L"v\0\0", 3));
+}
+
 TEST_P(RegistryTest, PutsTheEndMarkOfALongTextOnePlaceBehindTheSize)
 {
     ASSERT_EQ(WUTLRegistry::RegWriteString(L"", L"t", L"abcd", kBase), 1);
@@ -211,11 +247,27 @@ TEST_P(RegistryTest, DeletesByNullAndReadsBinary)
     EXPECT_EQ(WUTLRegistry::RegWriteString(L"\\B", nullptr, nullptr, kBase), 0);
 }
 
+TEST_P(RegistryTest, LeavesAnOddByteAtTheEndAwayInEveryTextReader)
+{
+    std::vector<BYTE> bytes(2 * sizeof(wchar_t) + 1);
+    for (const std::size_t at : {std::size_t{0}, sizeof(wchar_t), 2 * sizeof(wchar_t)})
+        bytes[at] = 'A';
+    ASSERT_EQ(Write(L"v", PREFUTILS::kRegistryBinary, bytes), 0);
+    WUTLRegistry key(kBase);
+    TvlString name;
+    TvlString text;
+    EXPECT_EQ(key.GetValue(L"v", text), 0);
+    EXPECT_EQ(text, L"AA");
+    EXPECT_EQ(key.GetNextValue(name, text, 0), 0);
+    EXPECT_EQ(name, L"v");
+    EXPECT_EQ(text, L"AA");
+}
+
 // Type, bytes of the value, and the text that a reader without a type check makes of it; -1 stands for any text.
 TEST_P(RegistryTest, ReadsValuesOfEveryTypeAndOddSizesWithinTheBuffer)
 {
     constexpr std::size_t kSizes[] = {0, 1, 2, 3, 4, 5, 518, 519, 520, 521, 1040, 4000};
-    constexpr ULONG kBuffers[] = {1, 4, 259, 260, 261};
+    constexpr ULONG kBuffers[] = {0, 1, 4, 259, 260, 261};
     for (const DWORD type : {0u, 1u, 2u, 3u, 4u, 7u, 11u, 99u}) {
         for (const std::size_t size : kSizes) {
             ASSERT_EQ(Write(L"v", type, std::vector<BYTE>(size, 'A')), 0) << type << " " << size;
@@ -227,9 +279,10 @@ TEST_P(RegistryTest, ReadsValuesOfEveryTypeAndOddSizesWithinTheBuffer)
             EXPECT_LE(text.GetLength(), 260);
             for (const ULONG places : kBuffers) {
                 std::vector<wchar_t> guarded(places + 3, L'#');
+                guarded.push_back(L'\0');   // no place at all leaves the buffer as it is
                 WUTLRegistry::RegReadString(L"", L"v", L"", guarded.data() + 1, places, kBase);
                 EXPECT_EQ(guarded.front(), L'#');
-                EXPECT_EQ(guarded.back(), L'#') << type << " " << size << " " << places;
+                EXPECT_EQ(guarded[places + 2], L'#') << type << " " << size << " " << places;
             }
         }
     }

@@ -30,6 +30,7 @@ TEST(DataSize, PicksTheClassAndTheDigits)
     for (const auto& [bytes, text] : kRows)
         EXPECT_EQ(TvlUtl::FormatDataSize(bytes), text) << bytes;
     EXPECT_EQ(TvlUtl::FormatSizeType(TvlUtl::eSizeKilobytes, 100.5, false), L"100");
+    EXPECT_EQ(TvlUtl::FormatSizeType(TvlUtl::eSizeBytes, -0.5, false), L"0");
     EXPECT_EQ(TvlUtl::GetSizeTypeString(static_cast<TvlUtl::ESizeType>(9)), L"bytes");
     EXPECT_EQ(TvlUtl::GetSizeTypeString(static_cast<TvlUtl::ESizeType>(-1)), L"bytes");
 }

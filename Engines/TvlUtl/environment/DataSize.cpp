@@ -51,7 +51,7 @@ TvlString FormatSizeType(ESizeType type, double value, bool withUnit)
 {
     TvlString text;
     if (type == eSizeBytes || value > 100.0)
-        text.Format(L"%.0f", std::trunc(value));
+        text.Format(L"%.0f", std::trunc(value) + 0.0);   // an integer has no negative zero
     else
         text.Format(value > 10.0 ? L"%.1f" : L"%.2f", value);
     return withUnit ? text + L" " + GetSizeTypeString(type) : text;

@@ -167,8 +167,13 @@ LONG WUTLRegistry::HelperGetNextValue(
     DWORD nameLength = nameChars;
     DWORD size = dataBytes;
     DWORD valueType = type;
-    return IRegistry::GetInstance().RegEnumValueW(
-        m_key, index, name, &nameLength, nullptr, &valueType, static_cast<BYTE*>(data), data ? &size : nullptr);
+    auto* const bytes = static_cast<BYTE*>(data);
+    const LONG status = IRegistry::GetInstance().RegEnumValueW(
+        m_key, index, name, &nameLength, nullptr, &valueType, bytes, data ? &size : nullptr);
+    // The bytes behind a text's last whole character are none of it.
+    if (status == 0 && type == PREFUTILS::kRegistryText && data && size <= dataBytes)
+        std::fill_n(bytes + size - size % sizeof(wchar_t), size % sizeof(wchar_t), BYTE());
+    return status;
 }
 
 LONG WUTLRegistry::GetValue(const wchar_t* name, ULONG& value) const
@@ -315,14 +320,14 @@ LONG WUTLRegistry::DeleteRegistryKey(const wchar_t* path)
 {
     if (!path)
         return PREFUTILS::kRegistryOpenFailed;
-    const WUTLRegistry key(path, kReadAccess);
     std::wstring subKey = path;
     HKEY root = nullptr;
     if (!HelperParseRootFromSubKey(subKey.data(), root))
         return PREFUTILS::kRegistryOpenFailed;
-    // An empty sub path would take the whole tree of the root.
-    if (*subKey.c_str() == L'\0')
+    // An empty sub path, or one of backslashes alone, would take the whole tree of the root.
+    if (subKey[std::wcsspn(subKey.c_str(), L"\\")] == L'\0')
         return PREFUTILS::kRegistryAccessDenied;
+    const WUTLRegistry key(path, kReadAccess);
     return IRegistry::GetInstance().RegDeleteKeyW(root, subKey.c_str());
 }
 
