@@ -1,6 +1,7 @@
 // Machine-wide switches.
 #include "Policy.h"
 
+#include "FakeEnvironment.h"
 #include "MemoryRegistry.h"
 #include "WUTLRegistry.h"
 
@@ -43,6 +44,20 @@ TEST(Policy, ReadsSwitchesAnewEachTime)
         EXPECT_EQ(ask(), answer) << name;
     }
     EXPECT_EQ(TvlUtl::OfflineContentLocation(), L"");
+}
+
+TEST(Policy, RemembersTwoAnswersForTheLifeOfTheProcess)
+{
+    const MemoryRegistry registry;
+    EXPECT_TRUE(TvlUtl::IsUserAllowedToUseOnlineAI());
+    Set(L"GenAiFeatures", L"off");
+    EXPECT_TRUE(TvlUtl::IsOnlineAIFeaturesDisabled());
+    EXPECT_TRUE(TvlUtl::IsUserAllowedToUseOnlineAI()) << "until the next start";
+
+    const bool isSandboxed = TvlUtl::IsAppStoreApp();
+    FakeEnvironment environment({});
+    environment.isSandboxed = !isSandboxed;
+    EXPECT_EQ(TvlUtl::IsAppStoreApp(), isSandboxed);
 }
 
 class Offline : public TvlUtl::INetworkManager {

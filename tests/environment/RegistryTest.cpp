@@ -2,12 +2,17 @@
 #include "WUTLRegistry.h"
 
 #include "MemoryRegistry.h"
+#include "siblings/TvlPlatform/TextEncoding.h"
 #include "siblings/TvlPref/IRegistry.h"
 
+#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
+#include <optional>
 #include <set>
+#include <sstream>
+#include <string>
 #include <vector>
 
 namespace {
@@ -286,6 +291,69 @@ TEST_P(RegistryTest, ReadsValuesOfEveryTypeAndOddSizesWithinTheBuffer)
             }
         }
     }
+}
+
+/// A row of registry-values.tsv: the type, bytes in hexadecimal or "x" and how many letters, and what is odd about them.
+struct StoredValue {
+    DWORD type = 0;
+    std::vector<BYTE> bytes;
+    std::optional<std::wstring> text;   // what readers of text make of it, where that is alike on every target
+};
+
+StoredValue ReadRow(const std::string& line)
+{
+    std::istringstream words(line);
+    std::string number;
+    std::string hex;
+    std::getline(words, number, '\t');
+    std::getline(words, hex, '\t');
+    if (hex.starts_with('x')) {
+        const std::size_t letters = std::stoul(hex.substr(1)) / 2;
+        hex.clear();
+        for (std::size_t i = 0; i < letters; ++i)
+            hex += "4100";
+    }
+    StoredValue value{static_cast<DWORD>(std::stoul(number)), {}, {}};
+    std::vector<BYTE> stored;
+    for (std::size_t i = 0; i + 1 < hex.size(); i += 2)
+        stored.push_back(static_cast<BYTE>(std::stoul(hex.substr(i, 2), nullptr, 16)));
+    // Callers' text counts in this target's characters; numbers are bytes everywhere.
+    const bool isText = value.type == 1 || value.type == 2 || value.type == 3 || value.type == 7;
+    const std::wstring text = TvlPlatform::FromUtf16Le(stored.data(), stored.size());
+    if (!isText) {
+        value.bytes = stored;
+        return value;
+    }
+    const auto* const begin = reinterpret_cast<const BYTE*>(text.data());
+    value.bytes.assign(begin, begin + text.size() * sizeof(wchar_t));
+    value.bytes.insert(value.bytes.end(), stored.end() - static_cast<std::ptrdiff_t>(stored.size() % 2), stored.end());
+    if (text.size() < 260)
+        value.text = text.substr(0, text.find(L'\0'));
+    return value;
+}
+
+TEST_P(RegistryTest, ReadsOddValuesAsTextWithinTheBuffer)
+{
+    std::ifstream rows(REGISTRY_VALUES);
+    std::string line;
+    std::getline(rows, line);   // the heading
+    int count = 0;
+    for (; std::getline(rows, line); ++count) {
+        const StoredValue value = ReadRow(line);
+        ASSERT_EQ(Write(L"v", value.type, value.bytes), 0) << line;
+        TvlString text;
+        const bool isRead = WUTLRegistry(kBase).GetValue(L"v", text) == 0;
+        EXPECT_TRUE(!isRead || !value.text || text == *value.text) << line << " is " << TvlPlatform::ToUtf8(text);
+        WUTLRegistry::RegReadInt(L"", L"v", 7, kBase);
+        for (const ULONG places : {0, 1, 4, 259, 260, 261}) {
+            std::vector<wchar_t> guarded(places + 4, L'#');
+            guarded.back() = L'\0';
+            WUTLRegistry::RegReadString(L"", L"v", L"", guarded.data() + 1, places, kBase);
+            EXPECT_EQ(guarded.front(), L'#') << line;
+            EXPECT_EQ(guarded[places + 2], L'#') << line << " into " << places;
+        }
+    }
+    EXPECT_EQ(count, 20);
 }
 
 TEST_P(RegistryTest, TellsADeletedKeyAndRightsThatAreMissing)
