@@ -18,19 +18,12 @@ namespace {
 constexpr int kInch = 1;
 constexpr int kMillimetre = 2;
 
-[[noreturn]] void Refuse(const std::string& message)
-{
-    std::cout.flush();
-    std::cerr << "tvl: " << message << '\n';
-    throw CLI::RuntimeError(kBadInput);
-}
-
 /// The store; a file with papers that can't be placed ends the command.
 CPaperTypeMgr& Papers()
 try {
     return CPaperTypeMgr::GetInstance();
 } catch (const std::out_of_range&) {
-    Refuse("the file of papers has an id beyond its number of papers; `tvl paper lint` tells which");
+    EndWithBadInput("the file of papers has an id beyond its number of papers; `tvl paper lint` tells which");
 }
 
 struct PaperRequest {
@@ -85,7 +78,7 @@ PaperTypeInformation Size(const PaperRequest& request)
 {
     PaperTypeInformation paper = CPaperTypeMgr::SetCustomPaper(request.width, request.height, request.Unit());
     if (paper.Width <= 0 || paper.Height <= 0)
-        Refuse("a paper needs a width and a height that are above 0 and not too large");
+        EndWithBadInput("a paper needs a width and a height that are above 0 and not too large");
     return paper;
 }
 
@@ -96,8 +89,10 @@ void Find(const PaperRequest& request)
     std::int64_t index = Papers().FindPredefinedPaperIndex(size, true);
     if (index == -1)
         index = Papers().FindCustomPaper(size.Width, size.Height, paper);
+    if (index == -1)
+        index = Papers().FindCustomPaper(size.Height, size.Width, paper);
     if (!Papers().GetPaperInfoAt(static_cast<int>(index), paper))
-        Refuse("no paper has this size");
+        EndWithBadInput("no paper has this size");
     Print(index, paper, request.json);
 }
 
@@ -116,7 +111,7 @@ void Delete(const PaperRequest& request)
 {
     const std::int64_t index = Papers().FindCustomPaperIndex(TvlPlatform::FromUtf8(request.name));
     if (index == -1)
-        Refuse("no paper of the user's own has the name \"" + request.name + "\"");
+        EndWithBadInput("no paper of the user's own has the name \"" + request.name + "\"");
     Papers().DeletePaper(index, true);
     CPaperTypeMgr::Shutdown();
 }
@@ -131,7 +126,7 @@ void Hide(const PaperRequest& request)
             CPaperTypeMgr::Shutdown();
             return;
         }
-    Refuse("no predefined paper has the name \"" + request.name + "\"");
+    EndWithBadInput("no predefined paper has the name \"" + request.name + "\"");
 }
 
 void Default(const PaperRequest& request)
@@ -140,7 +135,7 @@ void Default(const PaperRequest& request)
     OSUtils::LocaleEnvironment::GetPaperType(type);
     PaperTypeInformation paper;
     if (!Papers().GetPaperInfo(type, paper))
-        Refuse("the store has no papers");
+        EndWithBadInput("the store has no papers");
     Print(type, paper, request.json);
 }
 
@@ -182,7 +177,7 @@ void RunLint(const PaperRequest& request)
     for (const std::string& fault : faults)
         std::cout << fault << '\n';
     if (!faults.empty())
-        Refuse(std::to_string(faults.size()) + " faults in \"" + request.file + "\"");
+        EndWithBadInput(std::to_string(faults.size()) + " faults in \"" + request.file + "\"");
 }
 
 using Request = std::shared_ptr<PaperRequest>;
