@@ -210,6 +210,16 @@ TEST_F(RegionalFormat, WorksWithoutAnySetting)
     EXPECT_EQ(value, 15.0);
 }
 
+TEST_F(RegionalFormat, OnlyTheWholeListSeparatorPartsTwelfths)
+{
+    locale.settings = FakeLocale::German();
+    locale.settings[Ports::LocaleSetting::ListSeparator] = L"; ";
+    locale.localeId = NextId();
+    double value = 0.0;
+    EXPECT_EQ(WUnit::GetDefaultWUnit().StringToValue(3, L"1;6", value, 256 | 31, DRG::Radians), 1);
+    EXPECT_EQ(value, 7.0);
+}
+
 TEST_F(RegionalFormat, FieldTextsFollowTheLocale)
 {
     locale.settings = FakeLocale::German();

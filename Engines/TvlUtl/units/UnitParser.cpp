@@ -2,9 +2,13 @@
 
 #include "NumberText.h"
 
+#include "windows/Locale.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cwctype>
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace {
@@ -106,7 +110,11 @@ int WUnitParser::JoinParts()
 
 int WUnitParser::GetValue(double& result)
 {
-    const wchar_t listSeparator = ListSeparator();
+    // The whole setting: a part behind the first character of a longer one is none of the separator's.
+    constexpr std::size_t kSeparatorCapacity = 80;
+    std::optional<std::wstring> listSeparator;
+    if (DividesByTwelve())
+        listSeparator = Ports::Locale::Get().Setting(Ports::LocaleSetting::ListSeparator, kSeparatorCapacity);
     if (IsBlank())
         m_values.push_front(0.0);
     if (DividesByTwelve() && !m_equation.IsEmpty())
@@ -118,8 +126,8 @@ int WUnitParser::GetValue(double& result)
             return 0;
         const unsigned kind = KindOf(m_current);
         const unsigned before = m_previous ? KindOf(m_previous) : 0;
-        if (m_previous && (kind & kKindValue) && DividesByTwelve() && listSeparator != 0
-            && m_previous->GetText() == TvlString(listSeparator))
+        if (m_previous && (kind & kKindValue) && listSeparator && !listSeparator->empty()
+            && m_previous->GetText() == TvlString(*listSeparator))
             m_currentValue /= 12.0;
         if ((kind & kKindClosed) && (!m_previous || (before & kKindOpen)))
             return Fail(m_previous ? WParseProblem::ValueExpected : WParseProblem::BracketNotOpened);
