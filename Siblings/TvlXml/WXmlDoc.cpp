@@ -39,6 +39,7 @@ struct ByteWriter final : pugi::xml_writer {
 }   // namespace
 
 struct WXmlDoc::Tree {
+    std::string bytes;   // of the file, which the tree's texts lie in
     pugi::xml_document document;
 };
 
@@ -48,13 +49,13 @@ WXmlDoc::~WXmlDoc() = default;
 bool WXmlDoc::Load(const TvlString& path)
 {
     ReleaseDocument();
-    std::string bytes;
+    std::string& bytes = m_tree->bytes;
     if (const auto read = TvlUtils::SystemIO::File::ReadAll(path, bytes); !read) {
         LogMessage(LogLevel::Warning, TvlString().Format(L"\"%s\" can't be read: %s", path.Std(), read.Reason().Std()));
         return false;
     }
     const unsigned options = pugi::parse_default | (m_keepBlanks ? pugi::parse_ws_pcdata : 0);
-    const auto parsed = m_tree->document.load_buffer(bytes.data(), bytes.size(), options);
+    const auto parsed = m_tree->document.load_buffer_inplace(bytes.data(), bytes.size(), options);
     const bool isShallow = parsed && IsShallow(m_tree->document);
     if (parsed && isShallow)
         return true;
@@ -78,7 +79,12 @@ bool WXmlDoc::Save(const TvlString& path) const
 }
 
 bool WXmlDoc::IsLoaded() const { return static_cast<bool>(m_tree->document.document_element()); }
-void WXmlDoc::ReleaseDocument() { m_tree->document.reset(); }
+void WXmlDoc::ReleaseDocument()
+{
+    m_tree->document.reset();
+    m_tree->bytes = {};
+}
+
 WXmlNode WXmlDoc::GetRootNode() const { return WXmlNode(m_tree->document.document_element().internal_object()); }
 
 WXmlNodeList WXmlDoc::GetNodes(const WXPath& path) const
