@@ -226,17 +226,17 @@ TEST(Manager, HandlersEndOtherTasks)
     own->SetProgress(1, nullptr);
     EXPECT_EQ(Manager().GetTaskCount(kGroup, eTaskAnyType, 0), 1u);
     // From the end of a task, and by the manager's own events, too.
-    auto* const third = Manager().CreateTask(kGroup, 4, L"third");
-    const auto removed = Manager().GetTaskRemovedEvent().Subscribe([&](void* sender) {
-        if (sender == static_cast<ITaskProgress*>(own))
-            third->Finish();
+    auto* third = Manager().CreateTask(kGroup, 4, L"third");
+    OwnedTask fourth;
+    const auto removed = Manager().GetTaskRemovedEvent().Subscribe([&](void*) {
+        if (auto* const ended = std::exchange(third, nullptr))
+            ended->Finish();
         else
-            Manager().CreateTask(kGroup, 5, L"fourth");
+            fourth = MakeTask(kGroup, 5);
     });
     own->Finish();
     EXPECT_EQ(Manager().GetTaskCount(kGroup, eTaskAnyType, 0), 1u);
-    Manager().FinishTask(kGroup, 5);
-    Manager().FinishTask(kGroup, 5);
+    EXPECT_EQ(Manager().GetTaskCount(kGroup, 5, 0), 1u);
 }
 
 // A listener of changes may end the very task that it is told of, when its owner is done with it.
@@ -249,10 +249,10 @@ TEST(Manager, ListenersEndTheTaskThatTheyAreToldOf)
             if (!std::exchange(isDone, true))
                 static_cast<ITaskProgress*>(sender)->Finish();
         });
-        const auto later = task->GetProgressEvent().Subscribe([](void*) { FAIL() << "the task is gone"; });
-        EXPECT_NO_FATAL_FAILURE();
-        (void)later;
+        int told = 0;
+        const auto later = task->GetProgressEvent().Subscribe([&](void*) { ++told; });
         task->SetProgress(100, nullptr);
+        EXPECT_EQ(told, 1) << "of the end, and no more of the report that led to it";
         EXPECT_EQ(Manager().GetTaskCount(kGroup, eTaskAnyType, 0), 0u);
         EXPECT_EQ(Manager().GetDefaultGroupTaskCount(eTaskAnyType, 0), 0u);
     }
