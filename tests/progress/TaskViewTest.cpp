@@ -60,7 +60,7 @@ TEST_F(View, DrawsOneLineForATaskAndTakesItAway)
     EXPECT_EQ(Take(), "") << "short tasks show nothing";
     now += 2s;
     task->SetProgress(50, L"a.cdr");
-    EXPECT_EQ(Take(), "Copying  [############            ]  50 %  25.0 %/s  0:02 lef");
+    EXPECT_EQ(Take(), "Copying  [############            ]  50 %  25.0 %/s  0:02 l");
     task->SetProgress(51, nullptr);
     EXPECT_EQ(Take(), "") << "too soon";
     now += 200ms;
