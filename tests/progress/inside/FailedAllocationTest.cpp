@@ -50,8 +50,8 @@ TEST(FailedAllocation, LeavesATaskThatCanBeFinished)
     FailEachAllocation(
         1,
         [] {
-            ITaskProgress* const task = Manager().CreateTask(kGroup, 2, L"task");
             try {
+                ITaskProgress* const task = Manager().CreateTask(kGroup, 2, L"task");
                 task->BeginSubTask(1, 2);
                 task->SetProgress(1, L"a step's name that needs an allocation of its own");
                 task->Finish();
