@@ -7,6 +7,7 @@
 #include <condition_variable>
 #include <cstring>
 #include <deque>
+#include <exception>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -44,26 +45,35 @@ bool Put(Answer& answer, std::vector<char> block)
     return !answer.isCancelled;
 }
 
-void Fetch(Ports::Internet& internet, Answer& answer, const std::wstring& agent, const std::wstring& url,
-    const std::wstring& headers)
+/// Fetches blocks up to the end of the answer, or until the reader wants no more; false when the connection failed.
+bool FetchBlocks(Ports::InternetFile& file, Answer& answer)
 {
+    while (true) {
+        std::vector<char> block(kBlock);
+        const auto count = file.Read(block.data(), block.size());
+        if (!count || *count == 0)
+            return count.has_value();
+        block.resize(*count);
+        if (!Put(answer, std::move(block)))
+            return true;
+    }
+}
+
+/// The connection is closed when this returns: nobody waits for this thread once it has told of the end.
+bool FetchAll(Ports::Internet& internet, Answer& answer, const std::wstring& agent, const std::wstring& url,
+    const std::wstring& headers)
+try {
     const auto file = internet.OpenUrl(agent, url, headers);
     if (!file)
-        return End(answer, true);
+        return false;
     {
         const std::lock_guard hold(answer.mutex);
         answer.isOpen = true;
         answer.changed.notify_all();
     }
-    while (true) {
-        std::vector<char> block(kBlock);
-        const auto count = file->Read(block.data(), block.size());
-        if (!count || *count == 0)
-            return End(answer, !count);
-        block.resize(*count);
-        if (!Put(answer, std::move(block)))
-            return;
-    }
+    return FetchBlocks(*file, answer);
+} catch (const std::exception&) {
+    return false;
 }
 
 /// The reader's side.
@@ -168,7 +178,7 @@ std::unique_ptr<Ports::InternetFile> CancellableInternet::OpenUrl(
     const auto answer = std::make_shared<Answer>();
     auto file = std::make_unique<FetchedFile>(m_task, answer);
     std::thread([&internet = m_system, answer, agent, url, headers] {
-        Fetch(internet, *answer, agent, url, headers);
+        End(*answer, !FetchAll(internet, *answer, agent, url, headers));
     }).detach();
     if (!file->WaitForOpening())
         return nullptr;
