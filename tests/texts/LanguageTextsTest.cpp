@@ -1,0 +1,118 @@
+// The texts of all languages that are installed, and the faults that a translator's folder may have.
+#include "LanguageTexts.h"
+#include "LanguageTokens.h"
+#include "siblings/TvlConfig/SuiteFolders.h"
+#include "siblings/TvlUtils/FilePath.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+namespace fs = std::filesystem;
+using testing::AllOf;
+using testing::Contains;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+fs::path Languages() { return TvlUtils::SystemIO::ToFilePath(TvlConfig::GetSuiteDir()) / "Languages"; }
+
+LanguageTexts English()
+{
+    LanguageFaults faults;
+    LanguageTexts texts = ReadLanguageTexts(Languages() / "EN", faults);
+    EXPECT_THAT(faults, IsEmpty());
+    return texts;
+}
+
+LanguageFaults Compare(const LanguageTexts& texts)
+{
+    LanguageFaults faults;
+    const LanguageTexts english = English();
+    CompareTexts(texts, english, faults);
+    CheckTokens(texts, english, faults);
+    return faults;
+}
+
+TEST(LanguageTexts, AreWholeInEveryLanguage)
+{
+    int languages = 0;
+    for (const auto& folder : fs::directory_iterator(Languages())) {
+        if (!fs::exists(folder.path() / "Data" / "Texts"))
+            continue;
+        ++languages;
+        LanguageFaults faults;
+        const LanguageTexts texts = ReadLanguageTexts(folder.path(), faults);
+        for (const std::string& fault : Compare(texts))
+            faults.push_back(fault);
+        EXPECT_THAT(faults, IsEmpty()) << folder.path().filename();
+    }
+    EXPECT_GE(languages, 1);
+}
+
+/// English texts with one of them changed.
+LanguageTexts Changed(const char* file, const char* key, const std::string& text)
+{
+    LanguageTexts texts = English();
+    texts.at(file).at(key) = text;
+    return texts;
+}
+
+TEST(LanguageTexts, TellFaultsOfOneText)
+{
+    constexpr const char* kErrorForm = "0d278df0-faf6-4fae-8605-bcecd6358b22";   // "%s: error %d in %s, line %d"
+    constexpr const char* kPicaList = "999af699-9cb5-4afa-aada-ab112f44b538";    // "pc,pt"
+    constexpr const char* kInch = "47eaa099-2cb6-416d-86dc-283cf0480ff9";        // "in"
+    constexpr const char* kPoint = "2e460a96-1894-4a23-9985-5162fd0b00ea";       // "point"
+    constexpr const char* kDivide = "d7e27cba-81e9-46ba-baa6-1baf9c43940e";      // "/"
+    constexpr const char* kFolderMissing = "7b8f551f-c1ff-13b8-416f-408cdebce1d5";
+    const struct Row {
+        const char* file;
+        const char* key;
+        const char* text;
+        const char* problem;
+    } kRows[] = {
+        {"frame.json", kErrorForm, "", "the text is empty"},
+        {"frame.json", kErrorForm, " \t", "the text is empty"},
+        {"frame.json", kErrorForm, "%s: %d %s", "takes the arguments %s, %d, %s where"},
+        {"frame.json", kErrorForm, "%d: %s %s %d", "takes the arguments %d, %s, %s, %d where"},
+        {"frame.json", kErrorForm, "%s: %ld %s %d", "takes the arguments %s, %ld, %s, %d where"},
+        {"frame.json", kErrorForm, "%s: %d %s %*d", "takes the arguments %s, %d, %s, %*, %d where"},
+        {"frame.json", kErrorForm, "%s: %d %s %d 100 % d", "takes the arguments"},
+        {"locations.json", kFolderMissing, "%s", "takes the arguments %s where the English text takes none"},
+        {"measures.json", kPicaList, "pc pt", "needs 2 items"},
+        {"measures.json", kPicaList, "pc,pt,dd", "needs 2 items"},
+        {"measures.json", kPicaList, "cicero,didotpoint", "no more than 16 characters"},
+        {"units.json", kInch, "abcdefghijklmnopqrstu", "only 20 characters"},
+        {"units.json", kInch, "MM", "a word of another unit"},
+        {"units.json", kInch, "Sinch", "begins as \"sin\""},
+        {"units.json", kInch, "/in", "begins as \"/\""},
+        {"units.json", kInch, "in.", "separates groups of digits"},
+        {"units.json", kInch, "1in", "begins as a number"},
+        {"units.json", kInch, "in ", "ends with a blank"},
+        {"units.json", kPoint, "big point", "has a blank"},
+        {"parser.json", kDivide, "*", "stands for"},
+        {"parser.json", kDivide, ":", nullptr},
+        {"units.json", kInch, "big inch", nullptr},
+        {"units.json", kInch, "inches", nullptr},
+        {"frame.json", kErrorForm, "100 %%, %s: %5d %-s %03d", nullptr},
+        {"locations.json", kFolderMissing, "100 % des dossiers", nullptr},
+    };
+    for (const auto& [file, key, text, problem] : kRows) {
+        const LanguageFaults faults = Compare(Changed(file, key, text));
+        if (problem)
+            EXPECT_THAT(faults, Contains(AllOf(HasSubstr(key), HasSubstr(problem)))) << text;
+        else
+            EXPECT_THAT(faults, IsEmpty()) << text;
+    }
+}
+
+TEST(LanguageTexts, TellKeysAndFilesThatAreMissingOrTooMany)
+{
+    LanguageTexts texts = English();
+    texts["sizes.json"].erase("1698f9d4-0b97-4bfa-95b6-f3e12515003c");
+    texts["sizes.json"]["no key"] = "text";
+    texts.erase("progress.json");
+    EXPECT_THAT(Compare(texts),
+        testing::UnorderedElementsAre(HasSubstr("the text for \"bytes\" is missing"),
+            HasSubstr("\"text\" has no English text"), "progress.json: the file is missing"));
+}
+}   // namespace
