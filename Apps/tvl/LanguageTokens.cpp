@@ -44,9 +44,11 @@ std::vector<Word> UnitWordsOf(const LanguageTexts& texts, const LanguageTexts& e
 {
     std::vector<Word> words;
     std::set<std::string> taken;
+    WUnit units;   // the shared one may have names of another language
+    units.LoadDefaults(nullptr, 0);
     for (const int unit : kUnits) {
         for (unsigned form = kUnitTextFirstName; form <= kUnitTextSymbol; ++form) {
-            const std::string name = TvlPlatform::ToUtf8(WUnit::GetDefaultWUnit().GetUnitString(unit, form));
+            const std::string name = TvlPlatform::ToUtf8(units.GetUnitString(unit, form));
             for (const auto& [key, text] : english.at(kUnitFile)) {
                 const auto found = texts.at(kUnitFile).find(key);
                 const bool isName = !name.empty() && text == name && found != texts.at(kUnitFile).end();
