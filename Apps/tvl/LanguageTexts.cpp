@@ -1,6 +1,8 @@
 #include "LanguageTexts.h"
 
+#include "TextConversions.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
+#include "siblings/TvlUtils/FilePath.h"
 
 #include <algorithm>
 #include <fstream>
@@ -11,6 +13,7 @@
 namespace {
 namespace fs = std::filesystem;
 using nlohmann::json;
+using TvlUtils::SystemIO::FromFilePath;
 
 constexpr int kFormatVersion = 1;
 constexpr std::size_t kLongestName = 20;   // characters of a unit's name that the library keeps
@@ -60,36 +63,6 @@ std::map<std::string, std::string> ReadFile(const fs::path& path, LanguageFaults
     return texts;
 }
 
-/// The argument types that a form takes, in their order, such as {"s", "d", "*", "lu"}.
-/// @param takesBlank whether a blank behind the sign may be a flag; in prose it is the end of "100 %"
-std::vector<std::string> Arguments(const std::string& text, bool takesBlank)
-{
-    static constexpr std::string_view kDigits = "0123456789";
-    static constexpr std::string_view kTypes = "diuxXocCsSpfFeEgGaAn";
-    const auto among = [&](std::size_t at, std::string_view characters) {
-        return at < text.size() && characters.find(text[at]) != std::string_view::npos;
-    };
-    std::vector<std::string> arguments;
-    for (std::size_t at = 0; (at = text.find('%', at)) != std::string::npos;) {
-        ++at;
-        if (among(at, "%")) {
-            ++at;
-            continue;
-        }
-        while (among(at, takesBlank ? "-+ #0" : "-+#0"))
-            ++at;
-        for (; among(at, kDigits) || among(at, ".*"); ++at)
-            if (text[at] == '*')
-                arguments.emplace_back("*");
-        const std::size_t size = at;
-        while (among(at, "hlLjztwI"))
-            at += text.compare(at, 3, "I64") == 0 || text.compare(at, 3, "I32") == 0 ? 3 : 1;
-        if (among(at, kTypes))
-            arguments.push_back(text.substr(size, at + 1 - size));
-    }
-    return arguments;
-}
-
 std::string Listed(const std::vector<std::string>& arguments)
 {
     std::string list;
@@ -135,8 +108,8 @@ private:
     }
     void CheckForm()
     {
-        const auto wanted = Arguments(m_english, true);
-        const auto found = Arguments(m_text, !wanted.empty());
+        const auto wanted = ArgumentsOf(m_english, true);
+        const auto found = ArgumentsOf(m_text, !wanted.empty());
         if (found != wanted)
             Fault("takes the arguments " + Listed(found) + " where the English text takes " + Listed(wanted));
     }
@@ -157,17 +130,30 @@ private:
     LanguageFaults& m_faults;
 };
 
-void CheckString(const json& info, const char* key, std::size_t least, std::size_t most, LanguageFaults& faults)
+/// The string of a key that is not empty.
+std::string CheckString(const json& info, const char* key, LanguageFaults& faults)
 {
-    const std::string place = std::string("info.json: ") + key + ": ";
     const auto found = info.find(key);
-    if (found == info.end() || !found->is_string())
-        faults.push_back(place + "this string is missing");
-    else if (const std::size_t length = Length(found->get<std::string>()); length < least || length > most)
-        faults.push_back(place + Quoted(found->get<std::string>()) + " needs "
-            + (least == most ? std::to_string(least) : "at least " + std::to_string(least)) + " characters");
+    if (found == info.end() || !found->is_string() || found->get<std::string>().empty()) {
+        faults.push_back(std::string("info.json: ") + key + ": this string is missing");
+        return {};
+    }
+    return found->get<std::string>();
+}
+
+bool IsCode(const std::string& code)
+{
+    return code.size() == kCodeLength && std::all_of(code.begin(), code.end(), [](char c) {
+        return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+    });
 }
 }   // namespace
+
+std::string LanguageFolderName(const fs::path& folder)
+{
+    // With or without a separator behind it.
+    return TvlPlatform::ToUtf8(FromFilePath((fs::absolute(folder).lexically_normal() / "").parent_path().filename()));
+}
 
 LanguageTexts ReadLanguageTexts(const fs::path& folder, LanguageFaults& faults)
 {
@@ -217,14 +203,11 @@ try {
         faults.push_back("info.json: " + key + ": the key stands there twice");
     if (!info.is_object())
         throw std::runtime_error("this is no object");
-    CheckString(info, "langCode", kCodeLength, kCodeLength, faults);
-    CheckString(info, "dirName", 1, fs::path::string_type().max_size(), faults);
-    CheckString(info, "uiName", 1, fs::path::string_type().max_size(), faults);
-    const auto dirName = info.find("dirName");
-    if (dirName == info.end() || !dirName->is_string())
-        return;
-    const std::string own = (folder / "").parent_path().filename().string();
-    if (const auto name = dirName->get<std::string>(); name != own)
+    if (const std::string code = CheckString(info, "langCode", faults); !code.empty() && !IsCode(code))
+        faults.push_back("info.json: langCode: " + Quoted(code) + " is no code of three letters or digits");
+    CheckString(info, "uiName", faults);
+    const std::string own = LanguageFolderName(folder);
+    if (const std::string name = CheckString(info, "dirName", faults); !name.empty() && name != own)
         faults.push_back("info.json: dirName: " + Quoted(name) + " is not the folder's own name " + Quoted(own));
 } catch (const std::exception& failure) {
     faults.push_back(std::string("info.json: ") + failure.what());
