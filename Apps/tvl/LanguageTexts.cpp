@@ -52,6 +52,8 @@ std::map<std::string, std::string> ReadFile(const fs::path& path, LanguageFaults
             faults.push_back(name + ": " + key + ": the key stands there twice");
         if (file.at("version") != kFormatVersion)
             throw std::runtime_error("its version is not 1");
+        if (!file.at("texts").is_object())
+            throw std::runtime_error("its texts are not by key");
         for (const auto& [key, text] : file.at("texts").items())
             if (text.is_string())
                 texts.emplace(key, text.get<std::string>());
