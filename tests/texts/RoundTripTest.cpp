@@ -1,17 +1,22 @@
 // Measures that are shown and typed again, in every language with the settings of its own region.
+#include "LanguageTexts.h"
 #include "Languages.h"
 #include "MeasureOptions.h"
 #include "Units.h"
 #include "WEqParser.h"
 #include "WRegionalSupportFormat.h"
 #include "WUnit.h"
+#include "siblings/TvlConfig/SuiteFolders.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "siblings/TvlResources/Resources.h"
+#include "siblings/TvlUtils/FilePath.h"
 #include "windows/Locale.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <fstream>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
 #include <set>
@@ -230,5 +235,33 @@ TEST_F(RoundTrip, BringsMeasureTextsBackInEveryLanguage)
         }
     }
     ExpectThatExceptionsFail("measure");
+}
+
+/// What a function word makes of a value.
+double Evaluate(const std::string& function)
+{
+    double value = 0.0;
+    WEqParser parser(TvlPlatform::FromUtf8(function + "(0.5)"), kTokensAll, DRG::Radians);
+    EXPECT_TRUE(parser.GetValue(value)) << function;
+    return value;
+}
+
+TEST_F(RoundTrip, FunctionsAreTypedInTheWordsOfTheLanguage)
+{
+    const auto languages = TvlUtils::SystemIO::ToFilePath(TvlConfig::GetSuiteDir()) / "Languages";
+    LanguageFaults faults;
+    const auto english = ReadLanguageTexts(languages / "EN", faults).at("parser.json");
+    std::map<std::string, double> values;
+    for (const auto& [key, word] : english)
+        if (std::isalpha(static_cast<unsigned char>(word.front())))
+            values[key] = Evaluate(word);
+    EXPECT_EQ(values.size(), 18u);
+    for (const SuiteLanguage& language : kLanguages) {
+        // With a point for the value itself.
+        Use(language, L"en-US");
+        const auto words = ReadLanguageTexts(languages / language.folder, faults).at("parser.json");
+        for (const auto& [key, expected] : values)
+            EXPECT_THAT(Evaluate(words.at(key)), testing::NanSensitiveDoubleEq(expected)) << language.folder;
+    }
 }
 }   // namespace
