@@ -41,9 +41,11 @@ json Parse(const fs::path& path, std::vector<std::string>& repeated)
     return json::parse(file, note);
 }
 
+std::string NameOf(const fs::path& path) { return TvlPlatform::ToUtf8(FromFilePath(path.filename())); }
+
 std::map<std::string, std::string> ReadFile(const fs::path& path, LanguageFaults& faults)
 {
-    const std::string name = path.filename().string();
+    const std::string name = NameOf(path);
     std::map<std::string, std::string> texts;
     try {
         std::vector<std::string> repeated;
@@ -154,7 +156,7 @@ bool IsCode(const std::string& code)
 std::string LanguageFolderName(const fs::path& folder)
 {
     // With or without a separator behind it.
-    return TvlPlatform::ToUtf8(FromFilePath((fs::absolute(folder).lexically_normal() / "").parent_path().filename()));
+    return NameOf((fs::absolute(folder).lexically_normal() / "").parent_path());
 }
 
 LanguageTexts ReadLanguageTexts(const fs::path& folder, LanguageFaults& faults)
@@ -163,7 +165,7 @@ LanguageTexts ReadLanguageTexts(const fs::path& folder, LanguageFaults& faults)
     std::error_code failed;
     for (const auto& entry : fs::directory_iterator(folder / "Data" / "Texts", failed))
         if (entry.path().extension() == ".json")
-            texts.emplace(entry.path().filename().string(), ReadFile(entry.path(), faults));
+            texts.emplace(NameOf(entry.path()), ReadFile(entry.path(), faults));
     if (failed)
         faults.push_back("Data/Texts: the folder can't be read");
     return texts;

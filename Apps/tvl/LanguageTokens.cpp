@@ -18,6 +18,14 @@ constexpr int kPartsOfChains[] = {24, 4, 25, 13};
 // Displays of one definition each, all that have names.
 constexpr int kUnits[] = {1, 2, 4, 5, 6, 7, 8, 9, 10, 11, 13, 14, 16, 24, 25, 26, 27, 32, 35, 36, 37, 38, 39, 40};
 
+// Signs that the library writes itself: with others its own texts can't be read.
+struct WrittenSign {
+    const char* key;
+    std::wstring_view text;
+};
+constexpr WrittenSign kWrittenSigns[] = {
+    {"9ca6a3a9-dc17-4a81-8a9b-4d9054012a67", L"-"}, {"d7e27cba-81e9-46ba-baa6-1baf9c43940e", L"/"}};
+
 struct Word {
     std::string key;
     std::wstring text;
@@ -73,6 +81,9 @@ public:
     {
         for (std::size_t i = 0; i < m_tokens.size(); ++i) {
             CheckCharacters(kTokenFile, m_tokens[i]);
+            for (const WrittenSign& sign : kWrittenSigns)
+                if (m_tokens[i].key == sign.key && m_tokens[i].text != sign.text)
+                    Fault(kTokenFile, m_tokens[i], "has to be as in English: numbers are written with that sign");
             for (std::size_t j = 0; j < i; ++j)
                 if (m_tokens[i].text == m_tokens[j].text)
                     Fault(kTokenFile, m_tokens[i], "stands for " + m_tokens[j].key + " too");

@@ -67,6 +67,7 @@ TEST(LanguageTexts, TellFaultsOfOneText)
     constexpr const char* kInch = "47eaa099-2cb6-416d-86dc-283cf0480ff9";        // "in"
     constexpr const char* kPoint = "2e460a96-1894-4a23-9985-5162fd0b00ea";       // "point"
     constexpr const char* kDivide = "d7e27cba-81e9-46ba-baa6-1baf9c43940e";      // "/"
+    constexpr const char* kTimes = "c8e96f17-5af8-4145-8d7c-4e544bb780e9";       // "*"
     constexpr const char* kFolderMissing = "7b8f551f-c1ff-13b8-416f-408cdebce1d5";
     const struct Row {
         const char* file;
@@ -93,8 +94,9 @@ TEST(LanguageTexts, TellFaultsOfOneText)
         {"units.json", kInch, "1in", "begins as a number"},
         {"units.json", kInch, "in ", "ends with a blank"},
         {"units.json", kPoint, "big point", "has a blank"},
-        {"parser.json", kDivide, "*", "stands for"},
-        {"parser.json", kDivide, ":", nullptr},
+        {"parser.json", kTimes, "+", "stands for"},
+        {"parser.json", kDivide, ":", "as in English"},
+        {"parser.json", kTimes, "x", nullptr},
         {"units.json", kInch, "big inch", nullptr},
         {"units.json", kInch, "inches", nullptr},
         {"frame.json", kErrorForm, "100 %%, %s: %5d %-s %03d", nullptr},
@@ -209,6 +211,7 @@ TEST(PseudoLanguage, IsChosenAsAnyOther)
 {
     const ScratchFolder suite;
     const FakeEnvironment environment{{{L"TVL_SUITE_DIR", TvlUtils::SystemIO::FromFilePath(suite.Path()).Std()}}};
+    fs::create_directories(suite.Path() / "Languages" / "EN" / "Data" / "Texts");
     const fs::path folder = suite.Path() / "Languages" / "XX";
     WritePseudoLanguage(folder, {{"sizes.json", {{"1698f9d4-0b97-4bfa-95b6-f3e12515003c", "bytes"}}}});
     LanguageFaults faults;
