@@ -20,6 +20,8 @@ void AddDownloadCommand(CLI::App& app);
 void AddEvalCommand(CLI::App& app);
 void AddExifCommand(CLI::App& app);
 void AddGuidMapCommand(CLI::App& app);
+/// Its subcommands join those of "language", where that is there already.
+void AddLanguageFolderCommands(CLI::App& app);
 void AddLocationsCommand(CLI::App& app);
 void AddMeasureCommand(CLI::App& app);
 void AddPaperCommand(CLI::App& app);
