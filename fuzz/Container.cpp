@@ -9,23 +9,31 @@
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
-#include <string_view>
+#include <random>
+#include <string>
 
 namespace {
 /// A folder and preferences of the process's own.
 class Scratch {
 public:
-    Scratch() : m_folder(std::filesystem::temp_directory_path() / "fuzz-container")
+    Scratch()
     {
         std::filesystem::create_directories(m_folder);
         CAppPrefManager::GetInstance().AttachStore(&m_preferences);
         TvlUtils::SetLogReceiver([](TvlUtils::LogLevel, const TvlString&) {});
     }
-    ~Scratch() { CAppPrefManager::GetInstance().AttachStore(nullptr); }
+    ~Scratch()
+    {
+        CAppPrefManager::GetInstance().AttachStore(nullptr);
+        std::error_code ignored;
+        std::filesystem::remove_all(m_folder, ignored);
+    }
     TvlString Path(const char* name) const { return TvlUtils::SystemIO::FromFilePath(m_folder / name); }
 
 private:
-    std::filesystem::path m_folder;
+    // Several processes may fuzz at a time.
+    std::filesystem::path m_folder =
+        std::filesystem::temp_directory_path() / ("fuzz-container-" + std::to_string(std::random_device()()));
     MemoryPrefStore m_preferences;
 };
 

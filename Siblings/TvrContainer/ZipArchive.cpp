@@ -106,7 +106,9 @@ std::string ZipArchive::Rewrite(const ZipChanges& changes, std::string& bytes)
             continue;
         }
         zip_source_t* const source = zip_source_buffer(m_archive.get(), content->data(), content->size(), 0);
-        if (source && zip_file_add(m_archive.get(), name.c_str(), source, ZIP_FL_OVERWRITE | ZIP_FL_ENC_UTF_8) >= 0)
+        if (source && old >= 0 && zip_file_replace(m_archive.get(), static_cast<zip_uint64_t>(old), source, 0) == 0)
+            continue;
+        if (source && old < 0 && zip_file_add(m_archive.get(), name.c_str(), source, ZIP_FL_ENC_UTF_8) >= 0)
             continue;
         zip_source_free(source);
         return zip_strerror(m_archive.get());

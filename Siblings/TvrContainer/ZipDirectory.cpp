@@ -48,6 +48,7 @@ constexpr std::size_t kMaxComment = 0xFFFF;
 constexpr std::uint32_t kLocalMark = 0x04034b50, kCentralMark = 0x02014b50, kEndMark = 0x06054b50;
 constexpr unsigned kEncrypted = 1, kSizesBehind = 8, kPatch = 1 << 5, kStrong = 1 << 6, kMasked = 1 << 13;
 constexpr unsigned kStored = 0, kDeflated = 8;
+constexpr unsigned kUnicodePath = 0x7075;         // a field with another form of the name
 constexpr std::uint32_t kIn64Bits = 0xFFFFFFFF;   // the real number stands elsewhere
 // Deflating shrinks to 1/1032 at best: 258 bytes in two bits.
 constexpr long long kMaxRatio = 1032;
@@ -106,6 +107,24 @@ std::string ReadEnd(PieceReader& file, Table& table)
     return {};
 }
 
+/// Fields that writers add to a header: each has a number of two bytes, its size in two, and so many bytes. At the end up
+/// to three zeros may stand.
+std::string CheckExtra(std::string_view fields, const std::string& name)
+{
+    constexpr std::size_t kHeader = 4;
+    constexpr std::size_t kBeforePath = 5;   // a version and a checksum
+    while (fields.size() >= kHeader) {
+        const std::size_t size = Get16(&fields[2]);
+        if (fields.size() - kHeader < size)
+            return "its extra fields are broken";
+        const std::string_view field = fields.substr(kHeader, size);
+        if (Get16(fields.data()) == kUnicodePath && (size < kBeforePath || field.substr(kBeforePath) != name))
+            return "it has two names";
+        fields.remove_prefix(kHeader + size);
+    }
+    return fields.find_first_not_of('\0') == fields.npos ? std::string() : "its extra fields are broken";
+}
+
 /// Takes the record at `at`, which goes behind it.
 std::string TakeRecord(std::string_view table, std::size_t& at, Record& record)
 {
@@ -127,7 +146,9 @@ std::string TakeRecord(std::string_view table, std::size_t& at, Record& record)
     const bool isElsewhere = record.entry.packed == kIn64Bits || record.entry.unpacked == kIn64Bits
         || record.first == kIn64Bits || Get16(fields + 34) != 0;
     at += size;
-    return isElsewhere ? "it has 64-bit sizes or several parts" : std::string();
+    if (isElsewhere)
+        return "it has 64-bit sizes or several parts";
+    return CheckExtra({fields + kCentralSize + nameSize, Get16(fields + 30)}, record.entry.name);
 }
 
 /// What a record says of itself.
@@ -169,8 +190,12 @@ std::string CheckLocal(PieceReader& file, long long tableAt, Record& record)
     for (const auto& [local, central] : numbers)
         if (local != central && !(isBehind && local == 0))
             return differs;
-    record.end = record.first + static_cast<long long>(header.size() + Get16(fields + 28)) + entry.packed;
-    return record.end > tableAt ? "it reaches into the table" : std::string();
+    std::string extra(Get16(fields + 28), '\0');
+    const long long extraAt = record.first + static_cast<long long>(header.size());
+    if (!extra.empty() && !file.Read(extraAt, extra.data(), extra.size()))
+        return "its local header is not there";
+    record.end = extraAt + static_cast<long long>(extra.size()) + entry.packed;
+    return record.end > tableAt ? "it reaches into the table" : CheckExtra(extra, entry.name);
 }
 
 bool Overlap(std::vector<Record>& records)

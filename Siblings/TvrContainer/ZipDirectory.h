@@ -44,7 +44,7 @@ struct ZipEntry {
 
 /// Reads the entries in the order of the table. Returns why the archive is refused; empty for a good one.
 /// Refused are: several parts, 64-bit sizes, encryption, methods other than storing and deflating, sizes that deflating
-/// can't give, local headers that differ from the table, entries that overlap, and names that are no place below the
+/// can't give, local headers that differ from the table, broken extra fields, entries that overlap, and names that are no place below the
 /// archive's root, stand twice or are links.
 std::string ReadZipDirectory(PieceReader& file, std::vector<ZipEntry>& entries);
 

@@ -13,6 +13,8 @@ namespace {
 /// Those that open; all others are refused.
 const std::set<std::string> kOpening = {
     "good", "metadata", "only_end",
+    "streamed",   // sizes behind the bytes, a folder, and a comment with the mark of an end
+
     "name_14",   // a mark that turns the direction of letters
     "name_19",   // the same name in capitals
 };
