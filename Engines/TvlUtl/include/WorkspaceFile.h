@@ -39,6 +39,10 @@ struct WorkspaceFileExportSettings {
     LONG ReadState = 0;   // 0 nothing was read, 2 ReadExportSettings succeeded
 };
 
+// <windows.h> turns this name into one of two others, by which the operation can be called as well.
+#pragma push_macro("DeleteFile")
+#undef DeleteFile
+
 /// Names one workspace file and reads, writes and copies what it holds. The container is never kept open: each operation
 /// opens it, works and closes it. Files are replaced in one step, so that a failure leaves the old one whole. Operations
 /// on the container exclude each other on one object, but not on several objects of one file; InitializeMetadata and what
@@ -105,6 +109,8 @@ public:
     /// Names of the entries that fit an expression, in which "." is any character and "*" repeats what stands before it.
     std::vector<TvlString> GetFilesInDirectory(const TvlString& pattern) const;
     bool DeleteFile(const TvlString& name);
+    bool DeleteFileA(const TvlString& name) { return DeleteFile(name); }
+    bool DeleteFileW(const TvlString& name) { return DeleteFile(name); }
     /// Extracts the settings to `path`, and each pair's entry to its path on disk. The result is that of the settings.
     bool LoadSettings(TvlString path, const std::vector<FilePair>& files);
     /// Stores the settings at `path`, and each pair's file where there is one.
@@ -149,3 +155,5 @@ private:
     mutable bool PreviewAvailable = false;
     mutable std::recursive_mutex Lock;
 };
+
+#pragma pop_macro("DeleteFile")
