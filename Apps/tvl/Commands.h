@@ -9,7 +9,9 @@ class App;
 
 /// Exit code for input that could not be used.
 constexpr int kBadInput = 2;
-/// Ends the command with that exit code, and says why.
+/// Exit code of a command that the user interrupted, as shells have it.
+constexpr int kInterrupted = 130;
+/// Ends the command with the exit code for bad input, and says why.
 [[noreturn]] void EndWithBadInput(const std::string& problem);
 
 void AddCloudCommand(CLI::App& app);

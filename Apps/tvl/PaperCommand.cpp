@@ -152,6 +152,7 @@ void Range(const PaperRequest& request)
     std::cout << '\n';
 }
 
+// Nothing is stored before the last line: who interrupts it finds the papers as they were.
 void Import(const PaperRequest& request)
 {
     int added = 0;

@@ -21,6 +21,12 @@ void ShowMessage(const wchar_t* text)
         application->ShowMessage(text);
 }
 
+void ShowError(const wchar_t* text)
+{
+    if (IApplication* const application = GetAppInterface())
+        application->ShowError(text);
+}
+
 int ShowConfirmation(unsigned flags, const wchar_t* text)
 {
     return Ports::Windowing::Get().ShowBox(nullptr, text, GetAppSkinSettingData().GetAppUIName().Std(), flags);

@@ -1,5 +1,8 @@
 #include "siblings/TvlPlatform/TextEncoding.h"
 
+#include <algorithm>
+#include <type_traits>
+
 namespace TvlPlatform {
 
 namespace {
@@ -9,6 +12,15 @@ constexpr bool IsSurrogate(char32_t c) { return c >= 0xD800 && c < 0xE000; }
 constexpr bool IsHigh(char32_t c) { return c >= 0xD800 && c < 0xDC00; }
 constexpr bool IsLow(char32_t c) { return c >= 0xDC00 && c < 0xE000; }
 constexpr char32_t Join(char32_t high, char32_t low) { return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00); }
+
+/// Number of ASCII characters that a text begins with. Most texts are nothing else.
+template <class Text>
+std::size_t AsciiLength(const Text& text)
+{
+    using Unsigned = std::make_unsigned_t<typename Text::value_type>;
+    return static_cast<std::size_t>(
+        std::find_if(text.begin(), text.end(), [](auto c) { return static_cast<Unsigned>(c) >= 0x80; }) - text.begin());
+}
 
 /// Calls `take` with each code point of a text in UTF-16 or UTF-32 units.
 template <class Units, class Take>
@@ -81,8 +93,12 @@ std::size_t DecodeUtf8(std::string_view bytes, char32_t& c)
 
 std::string ToUtf8(std::wstring_view text)
 {
-    std::string bytes;
-    bytes.reserve(text.size());
+    const std::size_t plain = AsciiLength(text);
+    std::string bytes(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(plain));
+    if (plain == text.size())
+        return bytes;
+    text.remove_prefix(plain);
+    bytes.reserve(plain + 2 * text.size());
     ForEachCodePoint(
         [&](std::size_t i) { return Unit(text[i]); }, text.size(), [&](char32_t c) { AppendUtf8(bytes, c); });
     return bytes;
@@ -90,8 +106,12 @@ std::string ToUtf8(std::wstring_view text)
 
 std::wstring FromUtf8(std::string_view bytes)
 {
-    std::wstring text;
+    const std::size_t plain = AsciiLength(bytes);
+    std::wstring text(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(plain));
+    if (plain == bytes.size())
+        return text;
     text.reserve(bytes.size());
+    bytes.remove_prefix(plain);
     while (!bytes.empty()) {
         char32_t c = kReplacement;
         const std::size_t length = DecodeUtf8(bytes, c);

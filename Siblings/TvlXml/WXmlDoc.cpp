@@ -40,6 +40,7 @@ struct ByteWriter final : pugi::xml_writer {
 }   // namespace
 
 struct WXmlDoc::Tree {
+    std::string bytes;   // of the file, which the tree's texts lie in
     pugi::xml_document document;
 };
 
@@ -54,30 +55,32 @@ bool WXmlDoc::Load(const TvlString& path)
         LogMessage(LogLevel::Warning, TvlString().Format(L"\"%s\" can't be read: %s", path.Std(), read.Reason().Std()));
         return false;
     }
-    return Parse(bytes, L"\"" + path + L"\"");
+    return Parse(std::move(bytes), path);
 }
 
 bool WXmlDoc::Load(IStream* stream)
 {
     ReleaseDocument();
     std::string bytes;
-    return stream && ReadStreamToEnd(*stream, bytes, TvlUtils::SystemIO::File::kReadAllLimit) && LoadBytes(bytes);
+    return stream && ReadStreamToEnd(*stream, bytes, TvlUtils::SystemIO::File::kReadAllLimit)
+        && Parse(std::move(bytes), L"a stream");
 }
 
 bool WXmlDoc::CreateFromString(const TvlString& text) { return LoadBytes(TvlPlatform::ToUtf8(text)); }
-bool WXmlDoc::LoadBytes(std::string_view bytes) { return Parse(bytes, L"a text"); }
+bool WXmlDoc::LoadBytes(std::string_view bytes) { return Parse(std::string(bytes), L"a text"); }
 
-bool WXmlDoc::Parse(std::string_view bytes, const TvlString& origin)
+bool WXmlDoc::Parse(std::string bytes, const TvlString& origin)
 {
     ReleaseDocument();
+    m_tree->bytes = std::move(bytes);
     const unsigned options = pugi::parse_default | (m_keepBlanks ? pugi::parse_ws_pcdata : 0);
-    const auto parsed = m_tree->document.load_buffer(bytes.data(), bytes.size(), options);
+    const auto parsed = m_tree->document.load_buffer_inplace(m_tree->bytes.data(), m_tree->bytes.size(), options);
     const bool isShallow = parsed && IsShallow(m_tree->document);
     if (parsed && isShallow)
         return true;
     ReleaseDocument();
     LogMessage(LogLevel::Warning,
-        TvlString().Format(L"%s is no XML document: %S at byte %I64d", origin.Std(),
+        TvlString().Format(L"\"%s\" is no XML document: %S at byte %I64d", origin.Std(),
             parsed ? "too many elements within each other" : parsed.description(),
             static_cast<long long>(parsed.offset)));
     return false;
@@ -102,7 +105,12 @@ bool WXmlDoc::Save(const TvlString& path) const
 }
 
 bool WXmlDoc::IsLoaded() const { return static_cast<bool>(m_tree->document.document_element()); }
-void WXmlDoc::ReleaseDocument() { m_tree->document.reset(); }
+void WXmlDoc::ReleaseDocument()
+{
+    m_tree->document.reset();
+    m_tree->bytes = {};
+}
+
 WXmlNode WXmlDoc::GetRootNode() const { return WXmlNode(m_tree->document.document_element().internal_object()); }
 
 WXmlNodeList WXmlDoc::GetNodes(const WXPath& path) const

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <list>
 #include <memory>
+#include <span>
 #include <vector>
 
 class WXmlDoc;
@@ -169,8 +170,11 @@ protected:
         WXmlDoc& document, const wchar_t* name, const std::vector<PaperTypeInformation>& papers, bool custom) const;
 
 private:
+    bool WritePapers(
+        WXmlDoc& document, const wchar_t* name, std::span<const PaperTypeInformation> papers, bool custom) const;
     bool SavePapers(const wchar_t* name, std::size_t first, std::size_t count, bool custom);
     bool CopyMaster(bool overwrite);
+    void Append(PaperTypeInformation&& paper);
     void Broadcast();
     /// The place when there is a paper, else null.
     const PaperTypeInformation* PaperAt(std::int64_t index) const;

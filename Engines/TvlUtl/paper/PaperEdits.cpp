@@ -5,7 +5,11 @@
 
 #include <algorithm>
 
-void CPaperTypeMgr::Broadcast() { UpdateListeners(L"PaperTypeManager"); }
+void CPaperTypeMgr::Broadcast()
+{
+    static const TvlString subject = L"PaperTypeManager";
+    UpdateListeners(subject);
+}
 
 bool CPaperTypeMgr::AddCustomPaper(const PaperTypeInformation& paper, bool overwrite)
 {
@@ -15,17 +19,23 @@ bool CPaperTypeMgr::AddCustomPaper(const PaperTypeInformation& paper, bool overw
         return true;
     }
     const std::int64_t index = GetCount();
-    PaperTypeInformation& added = m_papers.emplace_back(paper);
+    PaperTypeInformation added = paper;
     added.PaperGuid = TvlUtils::Guid::Generate().ToString();
-    m_order.push_back(index);
-    if (index >= kPaperTypeCount) {
-        added.CustomId = static_cast<std::int32_t>(index);
-        if (overwrite)
-            m_lastCustomId = added.CustomId;
-    }
-    ++m_customCount;
+    Append(std::move(added));
+    if (overwrite && index >= kPaperTypeCount)
+        m_lastCustomId = static_cast<std::int32_t>(index);
     Broadcast();
     return true;
+}
+
+void CPaperTypeMgr::Append(PaperTypeInformation&& paper)
+{
+    const std::int64_t index = GetCount();
+    PaperTypeInformation& added = m_papers.emplace_back(std::move(paper));
+    m_order.push_back(index);
+    if (index >= kPaperTypeCount)
+        added.CustomId = static_cast<std::int32_t>(index);
+    ++m_customCount;
 }
 
 bool CPaperTypeMgr::UpdateCustomPaper(const PaperTypeInformation& paper)

@@ -1,6 +1,11 @@
 #include "PaperKeys.h"
 
+#include "siblings/TvlResources/Resources.h"
+
+#include <algorithm>
 #include <iterator>
+#include <mutex>
+#include <optional>
 
 namespace {
 // Keys of the names in the texts of the suite, by paper. What each paper is stands in docs/papers.md.
@@ -156,9 +161,33 @@ constexpr const wchar_t* kKeys[] = {
     L"ed148bed-161f-4e2a-a4c7-56329e165d00",
 };
 static_assert(std::size(kKeys) == kPaperTypeCount);
+
+/// The names in one language, kept because the store asks for all of them whenever it is read.
+struct Names {
+    std::mutex lock;
+    unsigned generation = 0;
+    std::optional<TvlString> texts[kPaperTypeCount];
+};
+
+Names& TheNames()
+{
+    static Names names;
+    return names;
+}
 }   // namespace
 
-const wchar_t* PaperNameKey(PaperType type)
+TvlString PaperName(PaperType type)
 {
-    return static_cast<unsigned>(type) < kPaperTypeCount ? kKeys[type] : L"";
+    if (static_cast<unsigned>(type) >= kPaperTypeCount)
+        return {};
+    Names& names = TheNames();
+    const std::lock_guard hold(names.lock);
+    if (const unsigned generation = Framework::Resources::Generation(); generation != names.generation) {
+        std::fill(std::begin(names.texts), std::end(names.texts), std::nullopt);
+        names.generation = generation;
+    }
+    std::optional<TvlString>& text = names.texts[type];
+    if (!text)
+        text = Framework::Resources::GetString(kKeys[type]);
+    return *text;
 }

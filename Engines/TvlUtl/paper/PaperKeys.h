@@ -3,5 +3,6 @@
 
 #include "PaperTypes.h"
 
-/// Key of a paper's name in the suite's texts; empty for what is no predefined paper.
-const wchar_t* PaperNameKey(PaperType type);
+/// A predefined paper's name in the language of the user; that of custom papers for kPaperCustom, empty for what is no
+/// predefined paper. Safe to call from any thread.
+TvlString PaperName(PaperType type);

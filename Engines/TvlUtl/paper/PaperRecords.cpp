@@ -2,9 +2,12 @@
 #include "PaperKeys.h"
 #include "X64Integers.h"
 
-#include "siblings/TvlResources/Resources.h"
+#include "siblings/TvlPlatform/TextEncoding.h"
 #include "siblings/TvlUtils/Guid.h"
-#include "siblings/TvlXml/WXmlDoc.h"
+#include "siblings/TvlXml/WXmlWriters.h"
+
+#include <algorithm>
+#include <string_view>
 
 namespace {
 constexpr int kInch = 1;
@@ -22,14 +25,17 @@ std::int32_t Product(std::int32_t a, std::int32_t b)
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) * static_cast<std::uint32_t>(b));
 }
 
-/// WUnit id of a unit's name in the file; 0 for none.
-int UnitsOf(const TvlString& name)
+/// Whether a text is this one of lower case ASCII letters, in whatever case.
+bool IsName(std::string_view text, std::string_view name)
 {
-    if (name.CompareNoCase(L"in") == 0)
-        return kInch;
-    if (name.CompareNoCase(L"mm") == 0)
-        return kMillimetre;
-    return name.CompareNoCase(L"px") == 0 ? kPixel : 0;
+    return std::equal(text.begin(), text.end(), name.begin(), name.end(),
+        [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a - 'A' + 'a' : a) == b; });
+}
+
+/// WUnit id of a unit's name in the file; 0 for a name of none.
+int UnitsOf(std::string_view name)
+{
+    return IsName(name, "in") ? kInch : IsName(name, "mm") ? kMillimetre : IsName(name, "px") ? kPixel : 0;
 }
 
 void SetSize(PaperTypeInformation& paper, double width, double height, int dpi)
@@ -47,33 +53,28 @@ void SetSize(PaperTypeInformation& paper, double width, double height, int dpi)
 
 bool CPaperTypeMgr::ReadPaper(const WXmlNode& node, PaperTypeInformation& paper, bool custom) const
 {
-    using Framework::Resources::GetString;
-    if (custom) {
-        paper.Type = kPaperCustom;
-        if (const auto id = node.Attribute(L"customid"); id.Exists())
-            paper.CustomId = id.GetInt();
-        const auto name = node.Attribute(L"name");
-        paper.DisplayName = name.Exists() ? name.GetString(L"") : GetString(PaperNameKey(kPaperCustom));
-    } else {
-        const int id = node.Attribute(L"id").GetInt(-1);
-        if (static_cast<unsigned>(id) >= kPaperTypeCount)
-            return false;
-        paper.Type = static_cast<PaperType>(id);
-        paper.DisplayName = GetString(PaperNameKey(paper.Type));
-    }
-    paper.SourceName = node.Attribute(L"name").GetString(L"Custom");
+    const WXmlAttributes values(node);   // asked in the order of the file
+    const int id = values.GetInt("id", -1);
+    if (!custom && static_cast<unsigned>(id) >= kPaperTypeCount)
+        return false;
+    paper.Type = custom ? kPaperCustom : static_cast<PaperType>(id);
+    if (custom && values.Exists("customid"))
+        paper.CustomId = values.GetInt("customid", 0);
+    const bool isNamed = values.Exists("name");
+    paper.SourceName = TvlPlatform::FromUtf8(values.GetUtf8("name", "Custom"));
+    paper.DisplayName = custom && isNamed ? paper.SourceName : PaperName(paper.Type);
     paper.PaperGuid = TvlUtils::Guid::Generate().ToString();
 
-    const double width = node.Attribute(L"width").GetDouble(0.0);
-    const double height = node.Attribute(L"height").GetDouble(0.0);
-    paper.Units = UnitsOf(node.Attribute(L"units").GetString(L"in"));
-    paper.Rotatable = !node.Attribute(L"fixedorientation").GetBool(false);
-    const int dpi = node.Attribute(L"dpi").GetInt(kDefaultDpi);
+    const double width = values.GetDouble("width", 0.0);
+    const double height = values.GetDouble("height", 0.0);
+    paper.Units = UnitsOf(values.GetUtf8("units", "in"));
+    paper.Rotatable = !values.GetBool("fixedorientation", false);
+    const int dpi = values.GetInt("dpi", kDefaultDpi);
     if (width < 0.0 || height < 0.0 || paper.Units == 0 || dpi <= 0)
         return false;
     SetSize(paper, width, height, dpi);
     if (!custom)
-        paper.Hidden = node.Attribute(L"hidden").GetBool(false);
+        paper.Hidden = values.GetBool("hidden", false);
     return true;
 }
 
@@ -94,19 +95,20 @@ bool CPaperTypeMgr::WritePaper(const PaperTypeInformation& paper, const WXmlNode
     }
 
     const int id = custom ? 0 : paper.Type;
-    node.Attribute(L"id").SetInt(id);
+    WXmlAttributeWriter values(node);
+    values.SetInt("id", id);
     if (custom)
-        node.Attribute(L"customid").SetInt(paper.CustomId);
-    node.Attribute(L"name").SetString(paper.DisplayName);
-    node.Attribute(L"nameid").SetInt(id);
-    node.Attribute(L"width").SetDouble(form.width);
-    node.Attribute(L"height").SetDouble(form.height);
-    node.Attribute(L"units").SetString(form.units);
+        values.SetInt("customid", paper.CustomId);
+    values.SetString("name", paper.DisplayName);
+    values.SetInt("nameid", id);
+    values.SetDouble("width", form.width);
+    values.SetDouble("height", form.height);
+    values.SetString("units", form.units);
     // What equals its default is left out; a reader would refuse a resolution of 0.
-    node.Attribute(L"fixedorientation").SetBool(!paper.Rotatable, false);
-    node.Attribute(L"dpi").SetInt(form.dpi, 0);
+    values.SetBool("fixedorientation", !paper.Rotatable, false);
+    values.SetInt("dpi", form.dpi, 0);
     if (!custom)
-        node.Attribute(L"hidden").SetBool(paper.Hidden, false);
+        values.SetBool("hidden", paper.Hidden, false);
     return true;
 }
 
@@ -124,13 +126,13 @@ void CPaperTypeMgr::ReadPaperArrayFromXml(
 bool CPaperTypeMgr::WritePaperArrayToXml(
     WXmlDoc& document, const wchar_t* name, const std::vector<PaperTypeInformation>& papers, bool custom) const
 {
-    if (!document.IsLoaded())
-        return false;
-    const WXmlNode root = document.GetRootNode();
-    root.DeleteChild(WXPath(name));
-    const WXmlNode list = root.CreateChild(name, nullptr);
-    for (const PaperTypeInformation& paper : papers)
-        if (!WritePaper(paper, list.CreateChild(L"size", nullptr), custom))
-            return false;
-    return true;
+    return document.IsLoaded() && WritePapers(document, name, papers, custom);
+}
+
+bool CPaperTypeMgr::WritePapers(
+    WXmlDoc& document, const wchar_t* name, std::span<const PaperTypeInformation> papers, bool custom) const
+{
+    WXmlListWriter list(document.GetRootNode(), name, L"size");
+    return std::all_of(papers.begin(), papers.end(),
+        [&](const PaperTypeInformation& paper) { return WritePaper(paper, list.Next(), custom); });
 }

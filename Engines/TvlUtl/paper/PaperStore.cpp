@@ -3,12 +3,14 @@
 
 #include "siblings/TvlConfig/SuiteFolders.h"
 #include "siblings/TvlConfig/UserFolder.h"
+#include "siblings/TvlPlatform/TextEncoding.h"
 #include "siblings/TvlPlatform/TvlLocale.h"
 #include "siblings/TvlUtils/SystemIO.h"
 #include "siblings/TvlXml/WXmlDoc.h"
 #include "windows/Locale.h"
 
 #include <algorithm>
+#include <span>
 #include <stdexcept>
 
 using namespace TvlUtils::SystemIO;
@@ -109,10 +111,14 @@ bool CPaperTypeMgr::LoadCustomPapers()
 {
     m_customCount = 0;
     m_lastCustomId = 0;
-    for (const WXmlNode& node : m_document->GetNodes(WXPath(kCustomSizesPath))) {
+    const WXmlNodeList nodes = m_document->GetNodes(WXPath(kCustomSizesPath));
+    m_papers.reserve(m_papers.size() + nodes.Count());
+    for (const WXmlNode& node : nodes) {
         PaperTypeInformation paper;
-        if (ReadPaper(node, paper, true))
-            AddCustomPaper(paper, false);
+        if (!ReadPaper(node, paper, true))
+            continue;
+        Append(std::move(paper));
+        Broadcast();
     }
     return true;
 }
@@ -132,10 +138,9 @@ bool CPaperTypeMgr::SavePapers(const wchar_t* name, std::size_t first, std::size
 {
     if (!m_document->IsLoaded())
         return false;
-    first = std::min(first, m_papers.size());
-    const auto begin = m_papers.begin() + static_cast<std::ptrdiff_t>(first);
-    const auto end = begin + static_cast<std::ptrdiff_t>(std::min(count, m_papers.size() - first));
-    return WritePaperArrayToXml(*m_document, name, {begin, end}, custom);
+    const std::span all = m_papers;
+    first = std::min(first, all.size());
+    return WritePapers(*m_document, name, all.subspan(first, std::min(count, all.size() - first)), custom);
 }
 
 bool CPaperTypeMgr::SavePredefinedPapers()
@@ -165,9 +170,9 @@ bool CPaperTypeMgr::SaveMRUList()
 
 TvlString CPaperTypeMgr::GetPagesetPath() const
 {
-    const TvlString country = TvlLocale::GetCurrentCountryISOCode();
+    const std::string country = TvlPlatform::ToUtf8(TvlLocale::GetCurrentCountryISOCode());
     for (const WXmlNode& node : m_document->GetNodes(WXPath(L"/PageSizes/locales/*"))) {
-        if (node.Attribute(L"geoid").GetString(L"").Compare(country) != 0)
+        if (node.Attribute(L"geoid").GetUtf8() != country)
             continue;
         const TvlString system = node.Value().GetString(L"");
         if (!system.IsEmpty())

@@ -2,7 +2,6 @@
 #include "PaperKeys.h"
 #include "X64Integers.h"
 
-#include "siblings/TvlResources/Resources.h"
 #include "siblings/TvlUtils/Guid.h"
 
 #include <iterator>
@@ -81,7 +80,7 @@ PaperTypeInformation CPaperTypeMgr::GetPaperFromDevMode(int code)
 PaperTypeInformation CPaperTypeMgr::SetCustomPaper(double width, double height, int units)
 {
     PaperTypeInformation paper;
-    paper.DisplayName = Framework::Resources::GetString(PaperNameKey(kPaperCustom));
+    paper.DisplayName = PaperName(kPaperCustom);
     paper.PaperGuid = TvlUtils::Guid::Generate().ToString();
     paper.Units = units;
     const double factor = units == kInch ? 254000.0 : 10000.0;

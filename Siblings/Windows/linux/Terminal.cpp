@@ -3,6 +3,8 @@
 
 #include "Windows/SystemPorts.h"
 
+#include <cstdlib>
+#include <string_view>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -19,6 +21,11 @@ public:
             return {};
         winsize size{};
         return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : kUnknownColumns;
+    }
+    bool UnderstandsEscapes() const override
+    {
+        const char* const kind = std::getenv("TERM");
+        return isatty(STDERR_FILENO) && kind && kind != std::string_view("dumb");
     }
 };
 }   // namespace

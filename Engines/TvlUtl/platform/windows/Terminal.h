@@ -16,6 +16,8 @@ public:
     virtual ~Terminal() = default;
     /// Width in characters of the terminal that shows standard error; empty when that goes elsewhere.
     virtual std::optional<int> ErrorColumns() const = 0;
+    /// Whether it takes the escape sequences that move the cursor; it is made to, where it has to be told.
+    virtual bool UnderstandsEscapes() const = 0;
 };
 
 }   // namespace Ports

@@ -38,6 +38,8 @@ public:
     /// A number out of range is infinite or 0.0; words such as "nan" are no numbers.
     double GetDouble(double defaultValue) const;
     TvlString GetString(const TvlString& defaultValue) const;
+    /// The value as the document holds it, in UTF-8; empty when there is none. Good until the value changes.
+    std::string_view GetUtf8() const;
     /// "true" and "1", "false" and "0".
     bool GetBool(bool defaultValue) const;
 
@@ -52,13 +54,52 @@ public:
 
 private:
     friend class WXmlNode;
-    WXmlValueAccessor(void* element, const wchar_t* attribute) : m_element(element), m_attribute(attribute) { }
+    WXmlValueAccessor(void* element, const wchar_t* name, void* attribute)
+        : m_element(element), m_name(name), m_attribute(attribute)
+    {
+    }
     /// The bytes of the value, or null.
     const char* Bytes() const;
     void SetBytes(const char* bytes);
 
     void* m_element;
-    const wchar_t* m_attribute;   // null for the element's text
+    const wchar_t* m_name;   // null for the element's text
+    void* m_attribute;       // null while there is none of the name
+};
+
+class WXmlNode;
+
+/// The attributes of an element, read in one pass: for elements of many values, where WXmlNode::Attribute would search
+/// the same list for each. Belongs to a document that lives and is not changed. Values read as WXmlValueAccessor reads
+/// them; asking in the order of the file finds each at once.
+class TVLSIBLINGS_API WXmlAttributes {
+public:
+    explicit WXmlAttributes(const WXmlNode& node);
+
+    bool Exists(std::string_view name) const { return Find(name).data() != nullptr; }
+    int GetInt(std::string_view name, int defaultValue) const;
+    double GetDouble(std::string_view name, double defaultValue) const;
+    bool GetBool(std::string_view name, bool defaultValue) const;
+    /// The value in UTF-8.
+    std::string_view GetUtf8(std::string_view name, std::string_view defaultValue) const;
+
+private:
+    static constexpr std::size_t kCapacity = 16;   // more than our own elements have; the rest is searched for
+    struct Attribute {                             // without initial values: most of the room stays unused
+        const char* name;
+        std::size_t nameSize;
+        const char* value;
+    };
+
+    /// The value of the first attribute of a name; null data when there is none.
+    std::string_view Find(std::string_view name) const;
+
+    std::string_view FindBeyond(std::string_view name) const;
+
+    Attribute m_attributes[kCapacity];
+    std::size_t m_count = 0;
+    mutable std::size_t m_next = 0;   // behind the one that was found last
+    void* m_beyond = nullptr;         // the first that has no room
 };
 
 class WXmlNodeList;
@@ -69,10 +110,12 @@ public:
     WXmlNode() = default;
     explicit operator bool() const { return m_element != nullptr; }
 
+    /// The attribute of a name. Each search begins behind the one before, so that reading attributes in the order of the
+    /// file finds each at once.
     /// @param name kept by pointer as long as the accessor is in use
-    WXmlValueAccessor Attribute(const wchar_t* name) const { return {m_element, name}; }
+    WXmlValueAccessor Attribute(const wchar_t* name) const;
     /// The element's text.
-    WXmlValueAccessor Value() const { return {m_element, nullptr}; }
+    WXmlValueAccessor Value() const { return {m_element, nullptr, nullptr}; }
     /// The elements that an expression selects from here.
     void GetNodes(const WXPath& path, WXmlNodeList& nodes) const;
     /// The first of them, or nothing.
@@ -86,9 +129,13 @@ public:
 
 private:
     friend class WXmlDoc;
+    friend class WXmlAttributes;
+    friend class WXmlAttributeWriter;
+    friend class WXmlListWriter;
     explicit WXmlNode(void* element) : m_element(element) { }
 
     void* m_element = nullptr;
+    mutable void* m_lastFound = nullptr;   // the attribute that was found last
 };
 
 /// Elements in the order of the document.
@@ -143,7 +190,8 @@ public:
 
 private:
     struct Tree;
-    bool Parse(std::string_view bytes, const TvlString& origin);
+    /// @param origin where the bytes come from, for the log
+    bool Parse(std::string bytes, const TvlString& origin);
 
     std::unique_ptr<Tree> m_tree;
     bool m_keepBlanks;
