@@ -2,17 +2,14 @@
 #pragma once
 
 #include "siblings/SiblingsApi.h"
+#include "siblings/TvlUtils/Any.h"
 #include "windows/Types.h"
-
-namespace TvlUtils {
-class Any;
-}
 
 /// What a document can tell of itself in numbers and texts. The comment gives the type of the value.
 enum class DocumentStatistic : int {
     ObjectCount,                 ///< int
     GroupCount,                  ///< int
-    LayerCount,                  ///< int
+    ConnectorCount,              ///< int
     BitmapCount,                 ///< int
     BitmapColorModels,           ///< std::vector<TvlString>, each model once
     BitmapEffectCount,           ///< int
@@ -25,6 +22,7 @@ enum class DocumentStatistic : int {
     PainterlyBrushStrokeCount,   ///< int
     PainterlyBrushes,            ///< std::vector<TvlString>, each brush once
     PageCount,                   ///< int
+    LayerCount,                  ///< int
     ColorMode,                   ///< TvlString
     GeneratedImageCount,         ///< int
     GenerationFeatures,          ///< std::vector<TvlString>, each feature once
