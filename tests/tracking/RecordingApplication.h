@@ -40,13 +40,15 @@ public:
     void ShowMessage(const wchar_t*) override { }
     int TrackFeature(const wchar_t* label) override
     {
+        int count = 0;
         {
             const std::scoped_lock hold(m_lock);
             labels.push_back(label);
+            count = static_cast<int>(labels.size());
         }
         if (onLabel)
             onLabel();
-        return static_cast<int>(labels.size());
+        return count;
     }
     ITovelCmn_Doc* GetActiveDocument() override { return active; }
 

@@ -198,17 +198,13 @@ private:
 class TVLUTL_API TrackFileFormatUseWeak {
 public:
     TrackFileFormatUseWeak() = default;
-    TrackFileFormatUseWeak(const TrackFileFormatUse& use) : m_record(use.m_record) { }
-    TrackFileFormatUseWeak& operator=(const TrackFileFormatUse& use)
-    {
-        m_record = use.m_record;
-        return *this;
-    }
+    TrackFileFormatUseWeak(const TrackFileFormatUse& use);
+    TrackFileFormatUseWeak& operator=(const TrackFileFormatUse& use);
 
     /// Whether the record lives.
-    explicit operator bool() const { return !m_record.expired(); }
+    explicit operator bool() const;
     /// Access to the record, or to none when it is gone.
-    TrackFileFormatUseDataLock Lock() const { return TrackFileFormatUseDataLock(m_record.lock()); }
+    TrackFileFormatUseDataLock Lock() const;
 
 private:
     std::weak_ptr<TrackFileFormatUseDataDetail> m_record;

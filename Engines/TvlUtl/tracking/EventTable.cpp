@@ -233,6 +233,12 @@ std::vector<Analytics::EventDescription> Describe()
 const Analytics::EventDescriber describer(Describe);
 }   // namespace
 
+bool IsTimed(const TvlString& context)
+{
+    return std::any_of(
+        std::begin(kRows), std::end(kRows), [&](const EventRow& row) { return row.isTimed && context == row.context; });
+}
+
 const EventRow* FindEvent(const TrackFileFormatUseData& data)
 {
     const auto found = std::find_if(std::begin(kRows), std::end(kRows), [&](const EventRow& row) {

@@ -26,12 +26,14 @@ using EventStep = std::variant<PropertyStep, GroupStep>;
 struct EventRow {
     const wchar_t* context;
     const wchar_t* event;
-    const wchar_t* when;   // for people
-    bool stopsStopwatch;
+    const wchar_t* when;                // for people
+    bool isTimed;                       // the stopwatch runs from the start, and stops with the commit
     bool needsError;                    // the row holds for records with a message of failure alone
     std::span<const EventStep> steps;   // in the order of filling
 };
 
+/// Whether an event of the context tells how long it took, from the record's start on.
+bool IsTimed(const TvlString& context);
 /// The event of a record; null for a context without one.
 const EventRow* FindEvent(const TrackFileFormatUseData& data);
 /// Sends the event of a record, if its context has one.

@@ -154,3 +154,15 @@ TvlUtils::TimeDelta TrackFileFormatUse::GetMarkedDuration(TrackFileFormatUseDura
 {
     return m_record ? m_record->GetMark(marker) : TvlUtils::TimeDelta();
 }
+
+TrackFileFormatUseWeak::TrackFileFormatUseWeak(const TrackFileFormatUse& use) : m_record(use.m_record) { }
+
+TrackFileFormatUseWeak& TrackFileFormatUseWeak::operator=(const TrackFileFormatUse& use)
+{
+    m_record = use.m_record;
+    return *this;
+}
+
+TrackFileFormatUseWeak::operator bool() const { return !m_record.expired(); }
+
+TrackFileFormatUseDataLock TrackFileFormatUseWeak::Lock() const { return TrackFileFormatUseDataLock(m_record.lock()); }

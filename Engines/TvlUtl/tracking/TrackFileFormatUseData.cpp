@@ -1,14 +1,9 @@
 #include "TrackFileFormatUse.h"
 
+#include "EventTable.h"
 #include "siblings/TvlComponent/Document.h"
 
-#include <iterator>
-#include <string_view>
-
 namespace {
-// What takes time from the start on, without anybody's doing.
-constexpr std::wstring_view kTimedContexts[] = {L"Open", L"AutoSave-Completed"};
-
 /// A statistic; 0 or empty when the document does not know it.
 template <class T>
 void Read(const ITovelCmn_Doc& document, DocumentStatistic statistic, T& value)
@@ -46,10 +41,8 @@ ProductAnalytics::DocumentStatistics ReadStatistics(const ITovelCmn_Doc& documen
 }   // namespace
 
 TrackFileFormatUseData::TrackFileFormatUseData(bool global, TvlStringT<wchar_t> context, TvlStringT<wchar_t> type)
-    : m_global(global), m_context(std::move(context)), m_type(std::move(type))
+    : m_global(global), m_context(std::move(context)), m_type(std::move(type)), m_durationRunning(IsTimed(m_context))
 {
-    for (const std::wstring_view timed : kTimedContexts)
-        m_durationRunning |= m_context.Std() == timed;
     if (m_durationRunning)
         m_durationStart = TvlUtils::TimeTicks::Now();
 }

@@ -80,7 +80,7 @@ std::optional<TrackFileFormatUseDataDetail::Copy> TrackFileFormatUseDataDetail::
     if (m_finished)
         return std::nullopt;
     const EventRow* const row = m_accepted ? FindEvent(*this) : nullptr;
-    if (row && row->stopsStopwatch)
+    if (row && row->isTimed)
         StopStopwatch();
     const std::scoped_lock holdDurations(stopwatches);
     std::optional<Copy> copy(std::in_place, *this, m_path);
