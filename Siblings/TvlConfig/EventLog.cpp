@@ -74,7 +74,7 @@ void EventLog::PutBy(const StoredEvent& event) const
     if (!SystemIO::File::Move(File(), SystemIO::Path::Combine(m_folder, name)))
         return;
     const std::vector<TvlString> older = OlderFiles();
-    for (std::size_t i = 0; i + kFilesKept < older.size(); ++i)
+    for (std::size_t i = 0; i + kEventFilesKept < older.size(); ++i)
         SystemIO::File::Delete(older[i]);
 }
 

@@ -108,11 +108,11 @@ TEST_F(EventLogTest, FullFilesArePutByAndTheOldestGo)
         if (i % 7 == 0)
             followed += follower.ReadNew().size();
     }
-    EXPECT_EQ(log.OlderFiles().size(), EventLog::kFilesKept);
+    EXPECT_EQ(log.OlderFiles().size(), kEventFilesKept);
     EXPECT_EQ(followed + follower.ReadNew().size(), static_cast<std::size_t>(kEvents));
     EXPECT_EQ(follower.CountSkipped(), 0);
     const std::vector<std::wstring> names = Names(EventReader(folder).ReadNew());
-    ASSERT_GE(names.size(), EventLog::kFilesKept * 3);
+    ASSERT_GE(names.size(), kEventFilesKept * 3);
     for (std::size_t i = 0; i < names.size(); ++i)
         EXPECT_EQ(names[i], std::to_wstring(kEvents - names.size() + i)) << "in their order, without a gap";
 }

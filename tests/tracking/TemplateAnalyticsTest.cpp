@@ -16,9 +16,15 @@ using ProductAnalytics::Helpers::GetTemplateTrackData;
 using Properties = RecordingApplication::Properties;
 namespace Schema = ZipContainerSchema::Metadata;
 
+using Value = TvlUtils::Any (*)();
+TvlUtils::Any Yes() { return true; }
+TvlUtils::Any No() { return false; }
+TvlUtils::Any YesAsText() { return TvlString(L"true"); }
+TvlUtils::Any YesAsNumber() { return 1; }
+
 /// Metadata of a template.
 struct Template {
-    TvlUtils::Any fromLibrary;
+    Value fromLibrary = nullptr;
     const wchar_t* name = L"";   // in English
     const wchar_t* category = L"";
     const wchar_t* pageSize = L"";
@@ -28,8 +34,8 @@ struct Template {
         // Every container of the suite keeps its metadata alike.
         WorkspaceContainer file = WorkspaceContainer::Create(path);
         file.SetMetadata(Schema::DocumentID, TvlUtils::Guid::Generate());
-        if (fromLibrary.HasValue())
-            file.SetMetadata(Schema::FromTovelLibrary, fromLibrary);
+        if (fromLibrary)
+            file.SetMetadata(Schema::FromTovelLibrary, fromLibrary());
         if (*name)
             file.SetStringMetadata(Schema::ContentUniqueName, L"en", name);
         if (*category)
@@ -76,14 +82,14 @@ TEST_F(TemplateAnalytics, TellsLibraryTemplatesFromOthers)
         return told(L"local", pageSize, {{L"document.template-name", L"N/A"}, {L"document.template-category", L"N/A"}});
     };
     const Row rows[] = {
-        {{true, L"flyer-01", L"Flyers", L"A4"},
+        {{Yes, L"flyer-01", L"Flyers", L"A4"},
             told(L"cloud", L"A4",
                 {{L"document.template-name", L"flyer-01"}, {L"document.template-category", L"Flyers"}})},
-        {{true, L"flyer-02", L"", L""}, told(L"cloud", L"Custom", {{L"document.template-name", L"flyer-02"}})},
-        {{true, L"", L"Flyers", L""}, told(L"cloud", L"Custom", {{L"document.template-category", L"Flyers"}})},
-        {{false, L"flyer-01", L"Flyers", L"A4"}, ofOwn(L"A4")},
-        {{TvlString(L"true"), L"flyer-01", L"Flyers", L""}, ofOwn(L"Custom")},
-        {{1, L"", L"", L""}, ofOwn(L"Custom")},
+        {{Yes, L"flyer-02", L"", L""}, told(L"cloud", L"Custom", {{L"document.template-name", L"flyer-02"}})},
+        {{Yes, L"", L"Flyers", L""}, told(L"cloud", L"Custom", {{L"document.template-category", L"Flyers"}})},
+        {{No, L"flyer-01", L"Flyers", L"A4"}, ofOwn(L"A4")},
+        {{YesAsText, L"flyer-01", L"Flyers", L""}, ofOwn(L"Custom")},
+        {{YesAsNumber, L"", L"", L""}, ofOwn(L"Custom")},
         {{}, ofOwn(L"Custom")},
     };
     int number = 0;
@@ -108,7 +114,7 @@ TEST_F(TemplateAnalytics, ATemplateThatFailsToOpenCountsAsTheUsersOwn)
 TEST_F(TemplateAnalytics, WithoutADocumentNothingIsTold)
 {
     const TvlString path = world.Path("a.tvrt");
-    Template{true, L"flyer", L"", L""}.Write(path);
+    Template{Yes, L"flyer", L"", L""}.Write(path);
     EXPECT_TRUE(GetTemplateTrackData(nullptr, path, true).empty());
 }
 

@@ -30,15 +30,15 @@ TVLSIBLINGS_API std::string FormatEvent(const StoredEvent& event);
 /// The event of a line, whose line feed may be left out; nothing for what is no event of this version.
 TVLSIBLINGS_API std::optional<StoredEvent> ParseEvent(std::string_view line);
 
+inline constexpr long long kEventFileSize = 1 << 20;   ///< bytes from which on a file is put by
+inline constexpr std::size_t kEventFilesKept = 4;      ///< of those that were put by
+
 /// Writes events to the file "events.jsonl" of a folder. Several objects, and several processes, may write to one file:
 /// each event is one write at its end.
 class TVLSIBLINGS_API EventLog {
 public:
-    static constexpr long long kSizeLimit = 1 << 20;   // bytes from which on a file is put by
-    static constexpr std::size_t kFilesKept = 4;       // of those that were put by
-
     /// @param folder made with the first event
-    explicit EventLog(TvlString folder, long long sizeLimit = kSizeLimit);
+    explicit EventLog(TvlString folder, long long sizeLimit = kEventFileSize);
 
     /// Full path of the file that is written to.
     TvlString File() const;
@@ -48,7 +48,7 @@ public:
     TvlUtils::SystemIO::FileResult Append(const StoredEvent& event) const;
 
 private:
-    /// Gives the file a name of its own, and removes what is older than kFilesKept others.
+    /// Gives the file a name of its own, and removes what is older than kEventFilesKept others.
     void PutBy(const StoredEvent& event) const;
 
     TvlString m_folder;
