@@ -33,4 +33,5 @@ void AddSizeCommand(CLI::App& app);
 void AddSliderCommand(CLI::App& app);
 void AddSmartCommand(CLI::App& app);
 void AddStepCommand(CLI::App& app);
+void AddTrackCommand(CLI::App& app);
 void AddUnitsCommand(CLI::App& app);

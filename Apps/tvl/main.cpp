@@ -35,6 +35,7 @@ int main()   // NOLINT(bugprone-exception-escape)
     AddDownloadCommand(app);
     AddSizeCommand(app);
     AddLanguageFolderCommands(app);
+    AddTrackCommand(app);
 
     std::vector<std::string> arguments;
     for (const std::wstring& argument : Ports::Modules::Get().Arguments())

@@ -28,6 +28,17 @@ bool IsLarge(std::string_view number)
 }
 }   // namespace
 
+TvlString ToStringW(bool value) { return value ? L"true" : L"false"; }
+
+TvlString ToStringW(int value) { return std::to_wstring(value); }
+
+TvlString ToStringW(double value)
+{
+    char text[32];   // the longest has 24 characters
+    const auto [end, error] = std::to_chars(std::begin(text), std::end(text), value);
+    return error == std::errc() ? std::wstring(text, end) : std::wstring();
+}
+
 double DblFromString(const TvlString& text)
 {
     std::wstring_view rest = text;

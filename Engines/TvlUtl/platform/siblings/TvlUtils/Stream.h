@@ -61,6 +61,10 @@ public:
     TVLSIBLINGS_API static Stream OpenFile(const TvlString& path, StreamAccess access, long long first = 0,
         long long size = std::numeric_limits<long long>::max());
 
+    /// For adding to a file, made when it is missing: each write goes behind what the file has at that moment, in one
+    /// step among all processes. Reading and moving fail. Without a source when the file can't be opened.
+    TVLSIBLINGS_API static Stream AppendToFile(const TvlString& path);
+
     explicit operator bool() const { return m_source != nullptr; }
     /// The same stream by the system's interface, for reading on from the position, and writing. It lives as long as a copy
     /// of this stream that was asked for it, or longer for who adds a reference. Null without a source.
