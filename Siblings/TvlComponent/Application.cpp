@@ -21,6 +21,15 @@ void ShowMessage(const wchar_t* text)
         application->ShowMessage(text);
 }
 
+void ShowWarning(const wchar_t* text)
+{
+    constexpr UINT kWarningSign = 0x30;   // MB_ICONWARNING
+    if (IApplication* const application = GetAppInterface())
+        application->ShowWarning(text);
+    else
+        Ports::Windowing::Get().ShowBox(nullptr, text, GetAppSkinSettingData().GetAppUIName().Std(), kWarningSign);
+}
+
 int ShowConfirmation(unsigned flags, const wchar_t* text)
 {
     return Ports::Windowing::Get().ShowBox(nullptr, text, GetAppSkinSettingData().GetAppUIName().Std(), flags);

@@ -12,6 +12,8 @@ public:
     virtual ~IApplication() = default;
     /// Shows a message to the user and waits until it is read.
     virtual void ShowMessage(const wchar_t* text) = 0;
+    /// Shows a warning, as ShowMessage does unless the application tells them apart.
+    virtual void ShowWarning(const wchar_t* text) { ShowMessage(text); }
     /// Window that others belong to; null when there is none.
     virtual HWND GetMainWindow() const { return nullptr; }
 };
@@ -25,6 +27,8 @@ namespace MessageMgr {
 
 /// Shows a message through the application, which must be there.
 TVLSIBLINGS_API void ShowMessage(const wchar_t* text);
+/// Warns through the application, or in a message box of its own while there is none.
+TVLSIBLINGS_API void ShowWarning(const wchar_t* text);
 /// Asks in a message box with the application's name above it, and waits for the answer. `flags` are those of MessageBoxW.
 /// Returns the button that was pressed: 1 for OK, 2 for Cancel.
 TVLSIBLINGS_API int ShowConfirmation(unsigned flags, const wchar_t* text);
