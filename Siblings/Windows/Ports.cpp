@@ -23,6 +23,7 @@ Port& Current()
     void Port::SetForTests(Port* port) { replacement<Port>.store(port, std::memory_order_release); }
 
 TVL_PORT(Debug)
+TVL_PORT(Dialogs)
 TVL_PORT(Environment)
 TVL_PORT(Internet)
 TVL_PORT(Keyboard)

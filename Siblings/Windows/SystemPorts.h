@@ -2,6 +2,7 @@
 #pragma once
 
 #include "windows/Debug.h"
+#include "windows/Dialogs.h"
 #include "windows/Environment.h"
 #include "windows/Internet.h"
 #include "windows/Keyboard.h"
@@ -25,6 +26,8 @@ Port& SystemPort();
 
 template <>
 Debug& SystemPort<Debug>();
+template <>
+Dialogs& SystemPort<Dialogs>();
 template <>
 Environment& SystemPort<Environment>();
 template <>

@@ -3,6 +3,9 @@
 
 #include "Windows/SystemPorts.h"
 
+#include "siblings/TvlPlatform/TextEncoding.h"
+
+#include <iostream>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -19,6 +22,18 @@ public:
             return {};
         winsize size{};
         return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : kUnknownColumns;
+    }
+
+    bool IsInteractive() const override { return isatty(STDIN_FILENO) && isatty(STDERR_FILENO); }
+
+    void Write(const std::wstring& text) override { std::cerr << TvlPlatform::ToUtf8(text) << std::flush; }
+
+    std::optional<std::wstring> ReadLine() override
+    {
+        std::string line;
+        if (!std::getline(std::cin, line))
+            return std::nullopt;
+        return TvlPlatform::FromUtf8(line);
     }
 };
 }   // namespace
