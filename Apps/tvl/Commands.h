@@ -18,6 +18,7 @@ void AddDownloadCommand(CLI::App& app);
 void AddEvalCommand(CLI::App& app);
 void AddExifCommand(CLI::App& app);
 void AddGuidMapCommand(CLI::App& app);
+void AddLanguageCommand(CLI::App& app);
 void AddLocationsCommand(CLI::App& app);
 void AddMeasureCommand(CLI::App& app);
 void AddPaperCommand(CLI::App& app);

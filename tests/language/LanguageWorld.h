@@ -5,6 +5,7 @@
 #include "FakeLocale.h"
 #include "FakeWindowing.h"
 #include "GLB_UILanguage.h"
+#include "InjectedServices.h"
 #include "UserWorld.h"
 #include "siblings/Tvl2D/SkiaUtility.h"
 #include "siblings/TvlComponent/ApplicationInfo.h"
@@ -20,6 +21,7 @@ class LanguageWorld : public testing::Test {
 protected:
     LanguageWorld()
     {
+        ExposeDynamicEntryPointsToOtherLibraries();
         world.environment.variables[L"TVL_SUITE_DIR"] = world.Path("suite").Std();
         Forget();
     }

@@ -1,5 +1,6 @@
 // Which language is chosen, and when the user is asked.
 #include "LanguageWorld.h"
+#include "UILanguageDS.h"
 
 #include <gmock/gmock.h>
 
@@ -137,12 +138,18 @@ TEST_F(Selection, TellsItsStepsAndBoundControls)
     Install("ENU DEU");
     StoreText(L"PLK");
     locale.language = kAustrian;
+    const auto source = UILanguageDS::GetSource();
+    EXPECT_EQ(std::get<TvlString>(source->GetProperty(L"LangDirCode")), L"");
+    int changes = 0;
+    const auto subscription = source->GetChangedEvent().Subscribe([&](void*) { ++changes; });
     Chosen();
+    EXPECT_EQ(std::get<TvlString>(source->GetProperty(L"LangDirCode")), L"DEU");
+    EXPECT_EQ(changes, 1);
     std::wstring steps;
     for (const auto& [step, finding] : TvlUtl::GetUILanguageSteps())
         steps += std::wstring(step) + L"=" + finding.Std() + L"\n";
     for (const wchar_t* const step :
-        {L"installed languages=ENU DEU\n", L"stored language=PLK: not installed\n",
+        {L"installed languages=DEU ENU\n", L"stored language=PLK: not installed\n",
             L"language of the system=DEA: taken as DEU\n", L"question=not asked: nobody wants it\n", L"language=DEU\n"})
         EXPECT_THAT(steps, HasSubstr(step));
 }
