@@ -91,10 +91,11 @@ public:
         ++shown;
         dialogTemplate = bytes;
         procedure.OnInitDialog(window);
-        if (!answer(window))
-            return false;
-        procedure.OnOK(window);
-        return true;
+        const bool confirmed = answer(window);
+        if (confirmed)
+            procedure.OnOK(window);
+        procedure.OnDestroy(window);
+        return confirmed;
     }
     void* LoadStockIcon(int icon, int, int) override
     {

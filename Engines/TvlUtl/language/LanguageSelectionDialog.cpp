@@ -99,6 +99,7 @@ public:
 
     void OnInitDialog(DialogWindow& window) override;
     void OnOK(DialogWindow& window) override;
+    void OnDestroy(DialogWindow&) override { m_list.reset(); }
 
 private:
     void ShowIcon(DialogWindow& window);
@@ -224,7 +225,6 @@ void LanguageSelectionDialog::OnOK(DialogWindow& window)
     const auto found = std::find_if(languages.begin(), languages.end(),
         [&](const auto& language) { return language.second.Compare(name, CompareCase::Sensitive) == 0; });
     m_chosen = found == languages.end() ? 0 : found->first.GetCode();
-    m_list.reset();
 }
 }   // namespace
 

@@ -259,6 +259,7 @@ public:
         const bool answered = dialog.Ask(terminal);
         if (answered)
             procedure.OnOK(dialog);
+        procedure.OnDestroy(dialog);
         return answered;
     }
 

@@ -70,6 +70,8 @@ public:
             return !dialog->m_hasFocus;
         }
         auto* const dialog = reinterpret_cast<Win32Dialog*>(GetWindowLongPtrW(window, DWLP_USER));
+        if (dialog && message == WM_DESTROY)
+            dialog->m_procedure.OnDestroy(*dialog);
         if (!dialog || message != WM_COMMAND || LOWORD(first) != IDOK)
             return FALSE;
         dialog->m_procedure.OnOK(*dialog);

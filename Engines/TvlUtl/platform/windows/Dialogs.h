@@ -74,6 +74,8 @@ public:
     virtual void OnInitDialog(DialogWindow& window) = 0;
     /// The button IDOK was pressed. The dialog ends with this.
     virtual void OnOK(DialogWindow& window) = 0;
+    /// The dialog ends, however that came; its window is good for this call still. Follows every OnInitDialog.
+    virtual void OnDestroy(DialogWindow& window) = 0;
 
 protected:
     ~DialogProcedure() = default;
