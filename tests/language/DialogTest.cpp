@@ -24,6 +24,7 @@ unsigned Word(const std::vector<BYTE>& bytes, std::size_t at) { return bytes[at]
 TEST_F(Dialog, TemplateIsOneOfWindows)
 {
     const std::vector<BYTE> bytes = MakeLanguageDialogTemplate({L"T", L"P", L"&C", L"OK"});
+    EXPECT_EQ(Word(bytes, 0) & 0x40, 0u) << "the system's font";
     EXPECT_EQ(Word(bytes, 8), 4u) << "controls";
     EXPECT_EQ(Word(bytes, 18), 0u) << "no menu";
     EXPECT_EQ(Word(bytes, 20), 0u) << "the class of dialogs";

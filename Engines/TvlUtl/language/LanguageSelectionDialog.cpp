@@ -14,7 +14,7 @@ using Ports::DialogParameter;
 using Ports::DialogRect;
 using Ports::DialogWindow;
 
-constexpr DWORD kDialogStyle = 0x80C808C0;     // WS_POPUP | WS_CAPTION | WS_SYSMENU, DS_MODALFRAME | DS_CENTER
+constexpr DWORD kDialogStyle = 0x80C80880;     // WS_POPUP | WS_CAPTION | WS_SYSMENU, DS_MODALFRAME | DS_CENTER
 constexpr DWORD kIconStyle = 0x50000003;       // WS_CHILD | WS_VISIBLE, SS_ICON
 constexpr DWORD kTextStyle = 0x50000000;       // WS_CHILD | WS_VISIBLE, SS_LEFT
 constexpr DWORD kCheckBoxStyle = 0x50010003;   // WS_CHILD | WS_VISIBLE | WS_TABSTOP, BS_AUTOCHECKBOX
