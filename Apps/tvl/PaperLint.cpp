@@ -86,7 +86,9 @@ std::vector<std::string> LintPapers(const std::string& path)
         return {"the file can't be read as XML"};
     const WXmlNodeList sizes = document.GetNodes(WXPath(L"/PageSizes/sizes/*"));
     const WXmlNodeList customSizes = document.GetNodes(WXPath(L"/PageSizes/CustomPageSizes/*"));
-    Lint lint{.sizes = sizes.Count(), .papers = sizes.Count() + customSizes.Count()};
+    Lint lint;
+    lint.sizes = sizes.Count();
+    lint.papers = sizes.Count() + customSizes.Count();
     for (std::size_t i = 0; i < sizes.Count(); ++i) {
         const std::string where = "size " + std::to_string(i + 1) + " (" + Text(sizes.Node(i), L"name") + ")";
         lint.CheckId(where, sizes.Node(i));
