@@ -6,6 +6,21 @@
 
 namespace TvlComponent {
 
+/// The application's main frame window.
+class IMainFrame {
+public:
+    virtual ~IMainFrame() = default;
+    virtual HWND GetHandle() const = 0;
+};
+
+/// What an application with frame windows is beside an IApplication: the same object implements both.
+class IFrameApplication {
+public:
+    virtual ~IFrameApplication() = default;
+    /// After a change of the workspace: lays the frame out anew.
+    virtual void UpdateFrame(int what) = 0;
+};
+
 /// The application's interface, as it gives it at its start.
 class IApplication {
 public:
@@ -14,6 +29,13 @@ public:
     virtual void ShowMessage(const wchar_t* text) = 0;
     /// Window that others belong to; null when there is none.
     virtual HWND GetMainWindow() const { return nullptr; }
+    /// The main frame, which other work goes on in; null when there is none.
+    virtual IMainFrame* GetMainFrame() const { return nullptr; }
+    /// Tells a text that names the current workspace, for reports of crashes.
+    virtual void SetWorkspaceText(const wchar_t* /*text*/) { }
+    /// Around changes of the workspace: commands and messages of the framework wait between the two.
+    virtual void BeginWorkspaceNotification() { }
+    virtual void EndWorkspaceNotification() { }
 };
 
 /// The application, or null before it gave its interface.
