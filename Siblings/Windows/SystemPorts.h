@@ -8,6 +8,7 @@
 #include "windows/Locale.h"
 #include "windows/ManagedRuntimes.h"
 #include "windows/Modules.h"
+#include "windows/NamedObjects.h"
 #include "windows/Processor.h"
 #include "windows/ProfileFiles.h"
 #include "windows/Shell.h"
@@ -36,6 +37,8 @@ template <>
 ManagedRuntimes& SystemPort<ManagedRuntimes>();
 template <>
 Modules& SystemPort<Modules>();
+template <>
+NamedObjects& SystemPort<NamedObjects>();
 template <>
 Processor& SystemPort<Processor>();
 template <>
