@@ -18,3 +18,8 @@ TvlString GetSuiteDir()
 }   // namespace TvlConfig
 
 TvlString INIGetConfigDir() { return TvlUtils::SystemIO::Path::Combine(TvlConfig::GetSuiteDir(), L"Config"); }
+
+TvlString INIGetBootDefaultWorkspaceDir()
+{
+    return TvlUtils::SystemIO::Path::Combine(TvlConfig::GetSuiteDir(), L"Workspaces");
+}

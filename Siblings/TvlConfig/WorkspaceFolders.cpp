@@ -1,22 +1,19 @@
 #include "siblings/TvlConfig/WorkspaceFolders.h"
 
-#include "siblings/TvlConfig/SuiteFolders.h"
 #include "siblings/TvlConfig/UserFolder.h"
 #include "siblings/TvlUtils/SystemIO.h"
 
 namespace {
 namespace SystemIO = TvlUtils::SystemIO;
-
-constexpr const wchar_t* kWorkspaces = L"Workspaces";
 }   // namespace
 
 TvlString GetUserProfileWorkspaceDir()
 {
-    const TvlString folder = SystemIO::Path::Combine(TvlConfig::GetUserDir(), kWorkspaces);
+    const TvlString folder = SystemIO::Path::Combine(TvlConfig::GetUserDir(), L"Workspaces");
     static_cast<void>(SystemIO::Folder::EnsureExists(folder));   // who makes files there learns that it failed
     return folder;
 }
 
-TvlString INIGetBootDefaultWorkspaceDir() { return SystemIO::Path::Combine(TvlConfig::GetSuiteDir(), kWorkspaces); }
+TvlString INIGetBootDefaultWorkspaceDir() { return SystemIO::Path::Combine(TvlConfig::GetSuiteDir(), L"Workspaces"); }
 
 TvlString GetWebBrowserUserDataDir() { return SystemIO::Path::Combine(TvlConfig::GetUserDir(), L"WebBrowser"); }

@@ -184,6 +184,8 @@ bool Exists(const TvlString& path)
     return static_cast<bool>(Reported([&] { return FileLayer::Get().Stat(PathOf(path), status); }));
 }
 
+bool IsFile(const TvlString& path) { return HasKind(path, FileKind::File); }
+
 }   // namespace Path
 
 namespace Folder {

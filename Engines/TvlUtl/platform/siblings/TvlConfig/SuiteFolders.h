@@ -13,3 +13,6 @@ TVLSIBLINGS_API TvlString GetSuiteDir();
 
 /// "Config" in the suite's folder: master files that users' own files start as.
 TVLSIBLINGS_API TvlString INIGetConfigDir();
+
+/// "Workspaces" in the suite's folder: the workspaces that it comes with, and thumbnails for new ones.
+TVLSIBLINGS_API TvlString INIGetBootDefaultWorkspaceDir();

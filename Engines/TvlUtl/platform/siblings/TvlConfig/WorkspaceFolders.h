@@ -1,4 +1,4 @@
-// Where workspaces lie. No path has a separator at its end.
+// Where the user's workspaces lie, and what else starts anew with them. No path has a separator at its end.
 #pragma once
 
 #include "siblings/SiblingsApi.h"
@@ -6,7 +6,5 @@
 
 /// "Workspaces" in the folder of the user's files, made when it is missing: the user's workspaces and their settings.
 TVLSIBLINGS_API TvlString GetUserProfileWorkspaceDir();
-/// "Workspaces" in the suite's folder, read-only: the stock workspaces and the pictures of new ones.
-TVLSIBLINGS_API TvlString INIGetBootDefaultWorkspaceDir();
 /// "WebBrowser" in the folder of the user's files: what the built-in browser remembers. The folder need not exist.
 TVLSIBLINGS_API TvlString GetWebBrowserUserDataDir();

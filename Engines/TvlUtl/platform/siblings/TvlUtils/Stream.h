@@ -8,6 +8,9 @@
 #include <limits>
 #include <memory>
 
+/// The operating system's interface of a stream (objidl.h), by pointer alone: sibling libraries hand it to each other.
+struct IStream;
+
 namespace TvlUtils {
 
 /// Where Seek counts from.
@@ -30,6 +33,8 @@ public:
     virtual bool Seek(long long offset, SeekOrigin origin) = 0;
     /// Bytes from the start.
     virtual long long GetPosition() const = 0;
+    /// Reads up to `size` bytes, fewer at the end alone, and moves the position behind them. Returns how many.
+    virtual std::size_t ReadSome(void* bytes, std::size_t size);
 };
 
 /// Which operations a stream over a file is for.
@@ -57,6 +62,15 @@ public:
         long long size = std::numeric_limits<long long>::max());
 
     explicit operator bool() const { return m_source != nullptr; }
+    /// The same stream by the system's interface, for reading on from the position, and writing. It lives as long as a copy
+    /// of this stream that was asked for it, or longer for who adds a reference. Null without a source.
+    TVLSIBLINGS_API operator IStream*() const;
+    /// Lets go of the source.
+    void Release()
+    {
+        m_interface.reset();
+        m_source.reset();
+    }
     /// As StreamSource::Read.
     bool Read(void* bytes, std::size_t size) { return m_source && m_source->Read(bytes, size); }
     /// As StreamSource::Write.
@@ -68,6 +82,7 @@ public:
 
 private:
     std::shared_ptr<StreamSource> m_source;
+    mutable std::shared_ptr<IStream> m_interface;   // made on first use
 };
 
 }   // namespace TvlUtils

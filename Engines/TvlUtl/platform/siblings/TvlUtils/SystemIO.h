@@ -73,6 +73,8 @@ TVLSIBLINGS_API TvlString GetTempFolder();
 TVLSIBLINGS_API bool IsFullyQualified(const TvlString& path);
 /// Whether there is anything of this name.
 TVLSIBLINGS_API bool Exists(const TvlString& path);
+/// Whether there is a file, and no folder, of this name.
+TVLSIBLINGS_API bool IsFile(const TvlString& path);
 
 // Parts of a path. No file is touched. Separators are "\\" and "/" on windows, "/" on linux.
 

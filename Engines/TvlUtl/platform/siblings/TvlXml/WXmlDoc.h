@@ -8,7 +8,11 @@
 #include <cstddef>
 #include <memory>
 #include <stdexcept>
+#include <string>
+#include <string_view>
 #include <vector>
+
+struct IStream;
 
 /// An XPath expression. One that can't be read selects nothing.
 class WXPath {
@@ -117,6 +121,18 @@ public:
     bool Load(const TvlString& path);
     /// Replaces a file in one step; false, with a line in the log, when that fails: the old file is whole then.
     bool Save(const TvlString& path) const;
+    /// Reads a stream from its position to its end.
+    bool Load(IStream* stream);
+    /// Writes to a stream at its position; false when that fails, or when there is no tree.
+    bool Save(IStream* stream) const;
+    /// Reads a text. False, with a line in the log, when it is no XML document: the tree is empty then.
+    bool CreateFromString(const TvlString& text);
+    /// As Load of a stream.
+    bool CreateFromStream(IStream* stream) { return Load(stream); }
+    /// Reads UTF-8 bytes, or those of another encoding that the document names.
+    bool LoadBytes(std::string_view bytes);
+    /// The document in UTF-8.
+    std::string SaveBytes() const;
     /// Whether there is a tree.
     bool IsLoaded() const;
     /// Drops the tree.
@@ -127,6 +143,8 @@ public:
 
 private:
     struct Tree;
+    bool Parse(std::string_view bytes, const TvlString& origin);
+
     std::unique_ptr<Tree> m_tree;
     bool m_keepBlanks;
 };
