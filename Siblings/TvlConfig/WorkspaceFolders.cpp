@@ -14,6 +14,4 @@ TvlString GetUserProfileWorkspaceDir()
     return folder;
 }
 
-TvlString INIGetBootDefaultWorkspaceDir() { return SystemIO::Path::Combine(TvlConfig::GetSuiteDir(), L"Workspaces"); }
-
 TvlString GetWebBrowserUserDataDir() { return SystemIO::Path::Combine(TvlConfig::GetUserDir(), L"WebBrowser"); }

@@ -30,6 +30,8 @@ TVLSIBLINGS_API FileResult ReadAll(const TvlString& path, std::string& bytes, st
 /// writers the last one wins. A file that is marked read-only is refused.
 TVLSIBLINGS_API FileResult WriteAside(const TvlString& path, std::string_view bytes);
 
+/// Makes an empty file where there is nothing of this name; a success when there is a file. It need not outlast a power cut.
+TVLSIBLINGS_API FileResult EnsureExists(const TvlString& path);
 /// Full paths of what a folder holds, in ordinal order without regard to case. `mask` compares names without regard to
 /// case: "*" is any text, "?" one character, and "*.*" takes names without a point as well. `recursive` looks into the
 /// folders below too; `withFolders` gives folders as well as files. Links to folders are left out, since they might lead

@@ -31,6 +31,7 @@ struct ContainerLimits {
     long long totalBytes = 512LL << 20;   // unpacked, of all entries together
     std::size_t entries = 4096;
     std::size_t nameBytes = 1024;   // UTF-8
+    std::size_t icons = 1000;       // that are extracted from a workspace at a time
 };
 
 /// An open container. Nothing reaches the file before Close, which writes a new file aside and puts it in place in one
