@@ -72,11 +72,13 @@ struct Mode {
     DWORD disposition;
 };
 
-// In the order of OpenMode. What is being made must not be taken away before it is done.
+// In the order of OpenMode. What is being made must not be taken away before it is done. Without the right to write at
+// all places the system writes at the end.
 constexpr Mode kModes[] = {
     {GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING},
     {GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING},
     {GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, CREATE_NEW},
+    {GENERIC_READ | FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_ALWAYS},
 };
 
 bool IsFolder(const std::filesystem::path& path)

@@ -4,44 +4,42 @@
 #include "siblings/SiblingsApi.h"
 #include "siblings/TvlPlatform/TvlString.h"
 
-namespace TvlComponent {
+class ITovelCmn_Doc;
 
-/// The application's main frame window.
-class IMainFrame {
-public:
-    virtual ~IMainFrame() = default;
-    virtual HWND GetHandle() const = 0;
-};
-
-/// What an application with frame windows is beside an IApplication: the same object implements both.
+/// What an application with frame windows is beside an ITovelCmn_App: the same object implements both.
 class IFrameApplication {
 public:
     virtual ~IFrameApplication() = default;
-    /// After a change of the workspace: lays the frame out anew.
+    /// After a change of the workspace, with 0: lays the frame out anew.
     virtual void UpdateFrame(int what) = 0;
 };
 
-/// The application's interface, as it gives it at its start.
-class IApplication {
+/// The application's interface, as it gives it at its start. An operation that an application leaves out does nothing.
+class ITovelCmn_App {
 public:
-    virtual ~IApplication() = default;
+    virtual ~ITovelCmn_App() = default;
     /// Shows a message to the user and waits until it is read.
     virtual void ShowMessage(const wchar_t* text) = 0;
-    /// Window that others belong to; null when there is none.
+    /// The main frame window, which others belong to; null when there is none.
     virtual HWND GetMainWindow() const { return nullptr; }
-    /// The main frame, which other work goes on in; null when there is none.
-    virtual IMainFrame* GetMainFrame() const { return nullptr; }
-    /// Tells a text that names the current workspace, for reports of crashes.
-    virtual void SetWorkspaceText(const wchar_t* /*text*/) { }
-    /// Around changes of the workspace: commands and messages of the framework wait between the two.
-    virtual void BeginWorkspaceNotification() { }
-    virtual void EndWorkspaceNotification() { }
+    /// Takes the label of a feature that was used, which may be any text; the result is the application's. Any thread may
+    /// call, also while files are let go of.
+    virtual int TrackFeature([[maybe_unused]] const wchar_t* label) { return 0; }
+    /// The document that the user works on; null when none is open. The application keeps ownership.
+    virtual ITovelCmn_Doc* GetActiveDocument() { return nullptr; }
+    /// Learns the workspace that is about to be the current one: "Workspace_" and its name.
+    virtual void NameWorkspace([[maybe_unused]] const wchar_t* label) { }
+    /// Around what the application is told of a change of its workspace: commands of the framework wait in between.
+    virtual void BeginWorkspaceChange() { }
+    virtual void EndWorkspaceChange() { }
 };
 
+namespace TvlComponent {
+
 /// The application, or null before it gave its interface.
-TVLSIBLINGS_API IApplication* GetAppInterface();
+TVLSIBLINGS_API ITovelCmn_App* GetAppInterface();
 /// Gives the application's interface; null takes it back. The application keeps ownership.
-TVLSIBLINGS_API void SetAppInterface(IApplication* application);
+TVLSIBLINGS_API void SetAppInterface(ITovelCmn_App* application);
 
 namespace MessageMgr {
 
