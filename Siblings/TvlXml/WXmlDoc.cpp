@@ -1,6 +1,7 @@
 // Documents over pugixml.
 #include "siblings/TvlXml/WXmlDoc.h"
 
+#include "Windows/StreamInterface.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "siblings/TvlUtils/LogMessage.h"
 #include "siblings/TvlUtils/SystemIO.h"
@@ -53,6 +54,22 @@ bool WXmlDoc::Load(const TvlString& path)
         LogMessage(LogLevel::Warning, TvlString().Format(L"\"%s\" can't be read: %s", path.Std(), read.Reason().Std()));
         return false;
     }
+    return Parse(bytes, L"\"" + path + L"\"");
+}
+
+bool WXmlDoc::Load(IStream* stream)
+{
+    ReleaseDocument();
+    std::string bytes;
+    return stream && ReadStreamToEnd(*stream, bytes, TvlUtils::SystemIO::File::kReadAllLimit) && LoadBytes(bytes);
+}
+
+bool WXmlDoc::CreateFromString(const TvlString& text) { return LoadBytes(TvlPlatform::ToUtf8(text)); }
+bool WXmlDoc::LoadBytes(std::string_view bytes) { return Parse(bytes, L"a text"); }
+
+bool WXmlDoc::Parse(std::string_view bytes, const TvlString& origin)
+{
+    ReleaseDocument();
     const unsigned options = pugi::parse_default | (m_keepBlanks ? pugi::parse_ws_pcdata : 0);
     const auto parsed = m_tree->document.load_buffer(bytes.data(), bytes.size(), options);
     const bool isShallow = parsed && IsShallow(m_tree->document);
@@ -60,17 +77,24 @@ bool WXmlDoc::Load(const TvlString& path)
         return true;
     ReleaseDocument();
     LogMessage(LogLevel::Warning,
-        TvlString().Format(L"\"%s\" is no XML document: %S at byte %I64d", path.Std(),
+        TvlString().Format(L"%s is no XML document: %S at byte %I64d", origin.Std(),
             parsed ? "too many elements within each other" : parsed.description(),
             static_cast<long long>(parsed.offset)));
     return false;
 }
 
-bool WXmlDoc::Save(const TvlString& path) const
+std::string WXmlDoc::SaveBytes() const
 {
     ByteWriter writer;
     m_tree->document.save(writer, "\t", pugi::format_default, pugi::encoding_utf8);
-    const auto saved = TvlUtils::SystemIO::File::WriteAside(path, writer.bytes);
+    return std::move(writer.bytes);
+}
+
+bool WXmlDoc::Save(IStream* stream) const { return stream && IsLoaded() && WriteStream(*stream, SaveBytes()); }
+
+bool WXmlDoc::Save(const TvlString& path) const
+{
+    const auto saved = TvlUtils::SystemIO::File::WriteAside(path, SaveBytes());
     if (!saved)
         LogMessage(
             LogLevel::Error, TvlString().Format(L"\"%s\" can't be written: %s", path.Std(), saved.Reason().Std()));

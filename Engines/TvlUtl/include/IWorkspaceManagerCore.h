@@ -57,7 +57,7 @@ public:
     virtual bool IsDefaultWorkspace(const TvlString& name) const = 0;
     virtual UserInteractionMode_t GetUserInteractionMode() const = 0;
     /// Extracts the icons of the current workspace to a temporary folder that goes with AppShuttingDown; at most
-    /// ContainerLimits::icons of them.
+    /// as many as the preference "Workspaces/MaxIcons" says, 1000 by default.
     virtual std::vector<WorkspaceManagerTypes::IconResourcePair> ExtractIconResources() = 0;
     /// Saves the settings to the current workspace and notes in the registry which one that is.
     virtual void AppShuttingDown() = 0;

@@ -1,8 +1,8 @@
 // Icons in the current workspace.
+#include "WorkspaceAccess.h"
 #include "WorkspaceManager.h"
 #include "WorkspaceNames.h"
 #include "siblings/TvlUtils/SystemIO.h"
-#include "siblings/TvrContainer/WorkspaceContainer.h"
 
 namespace {
 namespace File = TvlUtils::SystemIO::File;
@@ -38,8 +38,8 @@ bool WorkspaceManager::CopyIconsFromWorkspace(const WorkspaceFile& source)
     if (source.GetFilename().IsEmpty() || !current)
         return false;
     const std::vector<TvlString> entries = source.GetFilesInDirectory(IconsFolder() + L".*");
-    const WorkspaceContainer from = WorkspaceContainer::Open(source.GetFilename(), ZipFile::OpenMode::Read);
-    WorkspaceContainer to = WorkspaceContainer::Open(current->GetFilename(), ZipFile::OpenMode::ReadWrite);
+    const WorkspaceContainer from = OpenWorkspaceForReading(source.GetFilename());
+    WorkspaceContainer to = OpenWorkspaceForWriting(current->GetFilename());
     if (!from || !to)
         return false;
     bool added = true;

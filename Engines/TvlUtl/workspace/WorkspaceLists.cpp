@@ -1,9 +1,10 @@
 // What a manager tells of its workspaces.
+#include "WorkspaceLimits.h"
 #include "WorkspaceManagerCore.h"
 #include "WorkspaceNames.h"
 #include "siblings/TvlUtils/LogMessage.h"
 #include "siblings/TvlUtils/SystemIO.h"
-#include "siblings/TvrContainer/DocContainer.h"
+#include "siblings/TvrContainer/Schemas.h"
 
 #include <algorithm>
 #include <tuple>
@@ -92,7 +93,7 @@ std::vector<WorkspaceManagerTypes::IconResourcePair> WorkspaceManagerCore::Extra
     if (!GetCurrentWorkspace())
         return icons;
     WorkspaceFile file = *GetCurrentWorkspace();
-    const std::size_t limit = DocContainer::GetLimits().icons;
+    const std::size_t limit = MaxWorkspaceIcons();
     for (const TvlString& entry : file.GetFilesInDirectory(IconPattern())) {
         if (!Path::HasExtension(entry, WorkspaceNames::kIconExtension))
             continue;

@@ -73,6 +73,8 @@ public:
     }
     /// As StreamSource::Read.
     bool Read(void* bytes, std::size_t size) { return m_source && m_source->Read(bytes, size); }
+    /// As StreamSource::ReadSome.
+    std::size_t ReadSome(void* bytes, std::size_t size) { return m_source ? m_source->ReadSome(bytes, size) : 0; }
     /// As StreamSource::Write.
     bool Write(const void* bytes, std::size_t size) { return m_source && m_source->Write(bytes, size); }
     /// As StreamSource::Seek.

@@ -25,23 +25,17 @@ public:
 /// Attributes of a document's first file. Workspaces have none: callers pass null.
 struct RootFileInfo;
 
-/// What an entry may have, and an archive.
-struct ContainerLimits {
-    long long entryBytes = 64LL << 20;    // unpacked, of one entry
-    long long totalBytes = 512LL << 20;   // unpacked, of all entries together
-    std::size_t entries = 4096;
-    std::size_t nameBytes = 1024;   // UTF-8
-    std::size_t icons = 1000;       // that are extracted from a workspace at a time
-};
-
 /// An open container. Nothing reaches the file before Close, which writes a new file aside and puts it in place in one
 /// step; without a change it writes nothing. Destruction closes as well, and nobody learns how. One thread at a time.
 /// Containers of one file do not exclude each other: the one that closes last wins.
 class TVLSIBLINGS_API DocContainer {
 public:
-    /// Holds of every container that is opened from now on; for a process's start, and tests.
-    static void SetLimits(const ContainerLimits& limits);
-    static ContainerLimits GetLimits();
+    /// An archive with more entries is refused.
+    static constexpr std::size_t kMaxEntries = 4096;
+    /// An archive with a longer name is refused. UTF-8.
+    static constexpr std::size_t kMaxNameBytes = 1024;
+    /// Entries that unpack to more are listed, but neither read nor extracted, unless SetMaxEntryBytes says otherwise.
+    static constexpr long long kMaxEntryBytes = 64LL << 20;
 
     /// No container: false, and every operation fails.
     DocContainer();
@@ -55,6 +49,8 @@ public:
     /// Commits what was written and lets the file go. True when all of it is in the file now, also when there was nothing
     /// to write; on failure the file is as it was before. Closing again is a success without effect.
     bool Close();
+    /// The most that an entry may unpack to, and a file may have that is added.
+    void SetMaxEntryBytes(long long bytes);
 
     /// For changing properties.
     Metadata::Container& GetMetadata();
@@ -97,8 +93,9 @@ public:
     static std::vector<TvlUtils::Guid> AddToDerivedFromList(
         std::vector<TvlUtils::Guid> list, const TvlUtils::Guid& guid);
 
+    struct State;   // behind the interface
+
 protected:
-    struct State;
     explicit DocContainer(std::unique_ptr<State> state);
     /// Opens an existing file; a container that is false, with the reason in the log, when that fails.
     static std::unique_ptr<State> OpenState(const TvlString& path, ZipFile::OpenMode mode);

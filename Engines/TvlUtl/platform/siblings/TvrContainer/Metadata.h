@@ -6,6 +6,7 @@
 #include "siblings/TvlUtils/Any.h"
 
 #include <memory>
+#include <string>
 
 namespace Metadata {
 

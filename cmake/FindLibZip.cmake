@@ -1,0 +1,15 @@
+# LibZip::LibZip. Debian's own package file asks for libzip's programs as well, which nothing here needs.
+find_package(ZLIB QUIET)
+find_path(LibZip_INCLUDE_DIR zip.h)
+find_library(LibZip_LIBRARY zip)
+include(FindPackageHandleStandardArgs)
+find_package_handle_standard_args(LibZip REQUIRED_VARS LibZip_LIBRARY LibZip_INCLUDE_DIR ZLIB_FOUND)
+if(LibZip_FOUND AND NOT TARGET LibZip::LibZip)
+    add_library(LibZip::LibZip UNKNOWN IMPORTED)
+    set_target_properties(LibZip::LibZip PROPERTIES IMPORTED_LOCATION "${LibZip_LIBRARY}"
+        INTERFACE_INCLUDE_DIRECTORIES "${LibZip_INCLUDE_DIR}" INTERFACE_LINK_LIBRARIES ZLIB::ZLIB)
+    if(WIN32)
+        # Built as a static library there.
+        set_property(TARGET LibZip::LibZip PROPERTY INTERFACE_COMPILE_DEFINITIONS ZIP_STATIC)
+    endif()
+endif()
