@@ -30,3 +30,4 @@ void AddSliderCommand(CLI::App& app);
 void AddSmartCommand(CLI::App& app);
 void AddStepCommand(CLI::App& app);
 void AddUnitsCommand(CLI::App& app);
+void AddWorkspaceCommand(CLI::App& app);
