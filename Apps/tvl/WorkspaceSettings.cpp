@@ -68,8 +68,9 @@ void AddProblem(std::string& report, const PreferenceTree::Place& place, const c
 
 std::string Quoted(const TvlString& text)
 {
+    const TvlString part = text.Left(kLongest);
     std::wstring shown;
-    for (const wchar_t c : text.Left(kLongest).Std()) {
+    for (const wchar_t c : part.Std()) {
         const bool isControl = c < L' ' || (c >= 0x7F && c < 0xA0) || (c >= 0x200E && c <= 0x202E)
             || (c >= 0x2066 && c <= 0x2069);   // the latter turn the direction of what is shown
         if (isControl)
