@@ -114,19 +114,33 @@ std::vector<std::string> DocContainer::State::Names()
     return names;
 }
 
+std::string DocContainer::State::Obstacle(const std::string& name) const
+{
+    if (!isWritable)
+        return "it was opened for reading";
+    return name.ends_with('/') ? "its name is that of a folder" : TvrContainers::RefusedName(name);
+}
+
 bool DocContainer::State::Put(const TvlString& name, Bytes bytes)
 {
     TakeStreams();
     const std::string key = TvlPlatform::ToUtf8(name);
-    const std::string reason = key.ends_with('/') ? "its name is that of a folder" : TvrContainers::RefusedName(key);
-    if (!reason.empty() || !isWritable)
-        return Refuse(key + " can't be added: ", isWritable ? reason : "it was opened for reading");
-    const auto count = static_cast<std::size_t>(std::count_if(
+    if (const std::string obstacle = Obstacle(key); !obstacle.empty())
+        return Refuse(key + " can't be added: ", obstacle);
+    const auto added = static_cast<std::size_t>(std::count_if(
         m_changes.begin(), m_changes.end(), [&](const auto& change) { return archive.Find(change.first) < 0; }));
-    if (!Exists(name) && archive.Entries().size() + count >= kMaxEntries)
+    if (!Exists(name) && archive.Entries().size() + added >= kMaxEntries)
         return Refuse(key + " can't be added: ", "there are too many entries");
     m_changes[key] = std::move(bytes);
     return true;
+}
+
+bool DocContainer::State::PutOrKeep(const TvlString& name, std::string bytes)
+{
+    const bool isPut = Put(name, std::make_shared<const std::string>(std::move(bytes)));
+    if (!isPut)
+        Keep(name);
+    return isPut;
 }
 
 bool DocContainer::State::Delete(const TvlString& name)
@@ -152,9 +166,8 @@ std::shared_ptr<EntryWriter> DocContainer::State::Begin(const TvlString& name)
 {
     TakeStreams();
     const std::string key = TvlPlatform::ToUtf8(name);
-    const std::string reason = key.ends_with('/') ? "its name is that of a folder" : TvrContainers::RefusedName(key);
-    if (!reason.empty() || !isWritable) {
-        Refuse(key + " can't be made: ", isWritable ? reason : "it was opened for reading");
+    if (const std::string obstacle = Obstacle(key); !obstacle.empty()) {
+        Refuse(key + " can't be made: ", obstacle);
         return nullptr;
     }
     return m_streams.emplace_back(key, std::make_shared<EntryWriter>(maxEntryBytes)).second;
@@ -189,6 +202,8 @@ bool DocContainer::State::Commit()
 {
     if (!isWritable)
         return true;
+    if (isBroken)
+        return Refuse("it can't be written: ", "memory has run out");
     TakeStreams();
     if (m_changes.empty() && !isNew && !(m_properties && m_properties->IsChanged()))
         return true;

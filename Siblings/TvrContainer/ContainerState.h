@@ -5,6 +5,7 @@
 #include "TvrContainer/ZipArchive.h"
 #include "siblings/TvrContainer/DocContainer.h"
 
+#include <exception>
 #include <optional>
 
 /// Operations throw std::bad_alloc, and what a test's file layer throws.
@@ -14,6 +15,8 @@ struct DocContainer::State {
     TvlString path;
     bool isWritable = false;
     bool isNew = false;
+    bool isBroken = false;                         // memory ran out in the middle of an operation
+    int exceptions = std::uncaught_exceptions();   // on their way when the container was opened
     long long maxEntryBytes = kMaxEntryBytes;
     TvrContainers::ZipArchive archive;
 
@@ -26,7 +29,8 @@ struct DocContainer::State {
     bool Exists(const TvlString& name);
     std::vector<std::string> Names();
 
-    bool Put(const TvlString& name, Bytes bytes);
+    /// Puts bytes in an entry's place; an entry that was to be deleted stays when that fails.
+    bool PutOrKeep(const TvlString& name, std::string bytes);
     bool Delete(const TvlString& name);
     /// Lets an entry stay that was to be deleted.
     void Keep(const TvlString& name);
@@ -37,6 +41,9 @@ struct DocContainer::State {
     bool Commit();
 
 private:
+    bool Put(const TvlString& name, Bytes bytes);
+    /// Why a name can't be written to; empty when it can.
+    std::string Obstacle(const std::string& name) const;
     /// Takes over what streams have written.
     void TakeStreams();
     bool TakeProperties();

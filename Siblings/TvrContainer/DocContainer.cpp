@@ -8,17 +8,29 @@
 #include "siblings/TvlUtils/SystemIO.h"
 
 #include <algorithm>
+#include <exception>
 
 using namespace TvlUtils;
 
 namespace {
-/// What `call` gives, or nothing when memory runs out.
-template <class Result, class Call>
-Result Guarded(Call call)
+void LogFailure(const std::exception& failure) noexcept
+{
+    try {
+        LogMessage(LogLevel::Error, TvlString().Format(L"a container can't be used: %S", failure.what()));
+    } catch (const std::bad_alloc&) {
+        // The caller learns of it all the same.
+    }
+}
+
+/// What `call` gives, or nothing when memory runs out: what was half done then is never written.
+template <class Result, class State, class Call>
+Result Guarded(const std::unique_ptr<State>& state, Call call)
 try {
     return call();
 } catch (const std::exception& failure) {
-    LogMessage(LogLevel::Error, TvlString().Format(L"a container can't be used: %S", failure.what()));
+    if (state)
+        state->isBroken = true;
+    LogFailure(failure);
     return Result();
 }
 }   // namespace
@@ -36,6 +48,9 @@ DocContainer& DocContainer::operator=(DocContainer&& other) noexcept
 
 DocContainer::~DocContainer()
 {
+    // Who leaves by an exception has not come to the end of what is to be written.
+    if (!m_state || std::uncaught_exceptions() > m_state->exceptions)
+        return;
     try {
         Close();
     } catch (...) {
@@ -47,7 +62,7 @@ DocContainer::operator bool() const { return m_state != nullptr; }
 
 std::unique_ptr<DocContainer::State> DocContainer::OpenState(const TvlString& path, ZipFile::OpenMode mode)
 {
-    return Guarded<std::unique_ptr<State>>([&]() -> std::unique_ptr<State> {
+    return Guarded<std::unique_ptr<State>>(std::unique_ptr<State>(), [&]() -> std::unique_ptr<State> {
         auto state = std::make_unique<State>();
         state->path = path;
         state->isWritable = mode == ZipFile::OpenMode::ReadWrite;
@@ -65,7 +80,7 @@ std::unique_ptr<DocContainer::State> DocContainer::OpenState(const TvlString& pa
 
 std::unique_ptr<DocContainer::State> DocContainer::CreateState(const TvlString& path)
 {
-    return Guarded<std::unique_ptr<State>>([&]() -> std::unique_ptr<State> {
+    return Guarded<std::unique_ptr<State>>(std::unique_ptr<State>(), [&]() -> std::unique_ptr<State> {
         auto state = std::make_unique<State>();
         state->path = path;
         state->isWritable = state->isNew = true;
@@ -82,7 +97,7 @@ bool DocContainer::Close()
 {
     // The state goes whatever happens: nothing is written twice.
     const std::unique_ptr<State> state = std::move(m_state);
-    return !state || Guarded<bool>([&] { return state->Commit(); });
+    return !state || Guarded<bool>(state, [&] { return state->Commit(); });
 }
 
 void DocContainer::SetMaxEntryBytes(long long bytes)
@@ -103,19 +118,19 @@ Metadata::Container& DocContainer::GetMetadata()
 
 Any DocContainer::GetMetadata(const Metadata::Definition& property) const
 {
-    return Guarded<Any>([&] { return m_state ? m_state->Properties().GetMetadata(property) : Any(); });
+    return Guarded<Any>(m_state, [&] { return m_state ? m_state->Properties().GetMetadata(property) : Any(); });
 }
 
 bool DocContainer::SetMetadata(const Metadata::Definition& property, const Any& value)
 {
     return Guarded<bool>(
-        [&] { return m_state && m_state->isWritable && m_state->Properties().SetMetadata(property, value); });
+        m_state, [&] { return m_state && m_state->isWritable && m_state->Properties().SetMetadata(property, value); });
 }
 
 bool DocContainer::SetStringMetadata(
     const Metadata::Definition& property, const TvlString& language, const TvlString& text)
 {
-    return Guarded<bool>([&] {
+    return Guarded<bool>(m_state, [&] {
         return m_state && m_state->isWritable && m_state->Properties().SetStringMetadata(property, language, text);
     });
 }
@@ -164,7 +179,7 @@ private:
 
 Stream DocContainer::OpenFile(const TvlString& name, bool) const
 {
-    return Guarded<Stream>([&] {
+    return Guarded<Stream>(m_state, [&] {
         auto bytes = m_state ? m_state->Read(name) : nullptr;
         return bytes ? Stream(std::make_shared<SharedBytes>(std::move(bytes))) : Stream();
     });
@@ -172,28 +187,28 @@ Stream DocContainer::OpenFile(const TvlString& name, bool) const
 
 Stream DocContainer::CreateFileW(const TvlString& name, bool, bool, RootFileInfo*)
 {
-    return Guarded<Stream>([&] { return m_state ? Stream(m_state->Begin(name)) : Stream(); });
+    return Guarded<Stream>(m_state, [&] { return m_state ? Stream(m_state->Begin(name)) : Stream(); });
 }
 
 bool DocContainer::AddFile(const TvlString& name, const TvlString& source, bool, RootFileInfo*)
 {
-    return Guarded<bool>([&] {
+    return Guarded<bool>(m_state, [&] {
         if (!m_state)
             return false;
         std::string bytes;
         const auto limit = static_cast<std::size_t>(m_state->maxEntryBytes);
-        const auto read = SystemIO::File::ReadAll(source, bytes, limit);
-        if (read && m_state->Put(name, std::make_shared<const std::string>(std::move(bytes))))
-            return true;
-        m_state->Keep(name);
-        return read
-            || m_state->Refuse(TvlPlatform::ToUtf8(source) + " can't be added: ", TvlPlatform::ToUtf8(read.Reason()));
+        if (const auto read = SystemIO::File::ReadAll(source, bytes, limit); !read) {
+            m_state->Refuse(TvlPlatform::ToUtf8(source) + " can't be added: ", TvlPlatform::ToUtf8(read.Reason()));
+            m_state->Keep(name);
+            return false;
+        }
+        return m_state->PutOrKeep(name, std::move(bytes));
     });
 }
 
 bool DocContainer::AddFile(const TvlString& name, Stream source, bool, RootFileInfo*)
 {
-    return Guarded<bool>([&] {
+    return Guarded<bool>(m_state, [&] {
         if (!m_state || !source)
             return false;
         constexpr std::size_t kPiece = 64 * 1024;
@@ -204,8 +219,8 @@ bool DocContainer::AddFile(const TvlString& name, Stream source, bool, RootFileI
             done = source.ReadSome(piece.data(), kPiece);
             isTaken = entry.Write(piece.data(), done);
         }
-        if (isTaken && m_state->Put(name, std::make_shared<const std::string>(entry.Bytes())))
-            return true;
+        if (isTaken)
+            return m_state->PutOrKeep(name, entry.Bytes());
         m_state->Keep(name);
         return false;
     });
@@ -213,22 +228,22 @@ bool DocContainer::AddFile(const TvlString& name, Stream source, bool, RootFileI
 
 bool DocContainer::ExtractFile(const TvlString& name, const TvlString& target) const
 {
-    return Guarded<bool>([&] { return m_state && m_state->Extract(name, target); });
+    return Guarded<bool>(m_state, [&] { return m_state && m_state->Extract(name, target); });
 }
 
 bool DocContainer::DeleteFileW(const TvlString& name)
 {
-    return Guarded<bool>([&] { return m_state && m_state->Delete(name); });
+    return Guarded<bool>(m_state, [&] { return m_state && m_state->Delete(name); });
 }
 
 bool DocContainer::DoesFileExist(const TvlString& name) const
 {
-    return Guarded<bool>([&] { return m_state && m_state->Exists(name); });
+    return Guarded<bool>(m_state, [&] { return m_state && m_state->Exists(name); });
 }
 
 std::vector<TvlString> DocContainer::GetFileNames(const TvlString& pattern, bool isExpression) const
 {
-    return Guarded<std::vector<TvlString>>([&] {
+    return Guarded<std::vector<TvlString>>(m_state, [&] {
         std::vector<TvlString> names;
         if (!m_state)
             return names;
@@ -248,7 +263,7 @@ std::pair<TvlString, long long> DocContainer::GetThumbnailInfo() const
     const auto names = GetFileNames(ZipContainerSchema::thumbnailDir + TvlString(L".*"), true);
     if (names.empty())
         return {};
-    return Guarded<Info>([&] {
+    return Guarded<Info>(m_state, [&] {
         const int entry = m_state->archive.Find(TvlPlatform::ToUtf8(names.front()));
         const auto size = entry < 0 ? 0 : m_state->archive.Entries()[static_cast<std::size_t>(entry)].unpacked;
         return Info(names.front(), size);

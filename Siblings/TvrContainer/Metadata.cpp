@@ -192,6 +192,8 @@ bool Container::SetMetadata(const Definition& property, const Any& value)
 
 bool Container::SetStringMetadata(const Definition& property, const TvlString& language, const TvlString& text)
 {
+    if (property.type == Type::Text)
+        return SetMetadata(property, text);
     auto texts = GetMetadata(property).GetOr(MultiLanguageString());
     texts.SetLangString(language, text);
     return SetMetadata(property, texts);

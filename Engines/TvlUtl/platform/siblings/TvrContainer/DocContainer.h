@@ -26,7 +26,7 @@ public:
 struct RootFileInfo;
 
 /// An open container. Nothing reaches the file before Close, which writes a new file aside and puts it in place in one
-/// step; without a change it writes nothing. Destruction closes as well, and nobody learns how. One thread at a time.
+/// step; without a change it writes nothing. Destruction closes as well, and nobody learns how, save on the way of an exception. One thread at a time.
 /// Containers of one file do not exclude each other: the one that closes last wins.
 class TVLSIBLINGS_API DocContainer {
 public:

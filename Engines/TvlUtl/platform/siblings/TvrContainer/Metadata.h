@@ -37,7 +37,7 @@ public:
 
     /// Stores a value; an Any without a value removes the property. False for a type that can't be stored.
     bool SetMetadata(const Definition& property, const TvlUtils::Any& value);
-    /// Stores a text in one language, beside those of other languages.
+    /// Stores a text in one language, beside those of other languages; a property of type Text has one for all.
     bool SetStringMetadata(const Definition& property, const TvlString& language, const TvlString& text);
     /// The value in the type that it is stored with; without a value when there is none or it can't be read as that type.
     TvlUtils::Any GetMetadata(const Definition& property) const;
