@@ -110,6 +110,14 @@ void Print(const nlohmann::ordered_json& value)
     std::cout << value.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
 }
 
+/// How many preferences differ from those in a workspace.
+std::size_t CountChanges(const PreferenceTree& preferences, const WorkspaceFile& file)
+{
+    const TemporaryFile settings;
+    WorkspaceFile(file).LoadSettings(settings.path, {});
+    return CompareTrees(PreferenceTree::FromSettings(settings.path), preferences).size();
+}
+
 void List(const Arguments& arguments)
 {
     WorkspaceHost host = arguments.Host();
@@ -122,6 +130,8 @@ void List(const Arguments& arguments)
             if (arguments.json) {
                 nlohmann::ordered_json description = Describe(file);
                 description["current"] = isCurrent;
+                if (isCurrent)
+                    description["changed preferences"] = CountChanges(host.Preferences(), file);
                 Print(description);
             } else {
                 std::cout << (isCurrent ? "* " : "  ") << ToUtf8(file.GetName()) << "  "

@@ -44,7 +44,10 @@ std::optional<Note> Read(const TvlString& settings)
     return Note{TvlPlatform::FromUtf8(bytes.substr(0, end)), TvlPlatform::FromUtf8(bytes.substr(end + 1))};
 }
 
-bool IsAlive(const TvlString& session) { return InterProcessEvent::openEvent(session) != nullptr; }
+bool IsAlive(const TvlString& session)
+{
+    return session == OwnSession().name || InterProcessEvent::openEvent(session) != nullptr;
+}
 }   // namespace
 
 void SettingsOrigin::Record(const TvlString& settings, const TvlString& workspace)
