@@ -67,7 +67,7 @@ void WriteSection(const IniParser::Section& section)
 }
 }   // namespace
 
-extern "C" void IniUpdateRegistry(const wchar_t* path) noexcept
+extern "C" void IniUpdateRegistry(const wchar_t* path)
 try {
     if (!path)
         return;

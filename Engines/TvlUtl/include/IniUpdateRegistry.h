@@ -13,4 +13,4 @@
 /// the names of all values are written to it.
 ///
 /// The caller sees to it that no other process does the same at that time. Null does nothing.
-extern "C" TVLUTL_API void IniUpdateRegistry(const wchar_t* path) noexcept;
+extern "C" TVLUTL_API void IniUpdateRegistry(const wchar_t* path);

@@ -30,7 +30,7 @@ void NameWorkspace(const TvlString& name)
         application->NameWorkspace((L"Workspace_" + name).c_str());
 }
 
-bool IsAsciiNoBlank(wchar_t c) { return c >= 0 && c < 0x80 && c != L' ' && (c < L'\t' || c > L'\r'); }
+bool IsAsciiNoBlank(wchar_t c) { return static_cast<unsigned>(c) < 0x80 && c != L' ' && (c < L'\t' || c > L'\r'); }
 }   // namespace
 
 Result WorkspaceManager::SetCurrentWorkspace(TvlString name, bool notify, bool flag)
