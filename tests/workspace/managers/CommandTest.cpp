@@ -21,7 +21,9 @@ protected:
     ChildResult Run(std::vector<std::string> arguments) const
     {
         arguments.insert(arguments.begin(), {"workspace", "--mode", "desktop"});
-        return RunProgram({"tvl", arguments, {}, m_environment, {}});
+        ChildResult result = RunProgram({"tvl", arguments, {}, m_environment, {}});
+        std::erase(result.output, '\r');   // before line ends on windows
+        return result;
     }
     std::string Native(const std::string& name) const { return TvlPlatform::ToUtf8(world.Path(name)); }
 
