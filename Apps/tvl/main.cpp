@@ -34,6 +34,7 @@ int main()   // NOLINT(bugprone-exception-escape)
     AddGuidMapCommand(app);
     AddDownloadCommand(app);
     AddSizeCommand(app);
+    AddLanguageCommand(app);
     AddLanguageFolderCommands(app);
     AddTrackCommand(app);
 

@@ -27,6 +27,15 @@ void ShowError(const wchar_t* text)
         application->ShowError(text);
 }
 
+void ShowWarning(const wchar_t* text)
+{
+    constexpr UINT kWarningSign = 0x30;   // MB_ICONWARNING
+    if (ITovelCmn_App* const application = GetAppInterface())
+        application->ShowWarning(text);
+    else
+        Ports::Windowing::Get().ShowBox(nullptr, text, GetAppSkinSettingData().GetAppUIName().Std(), kWarningSign);
+}
+
 int ShowConfirmation(unsigned flags, const wchar_t* text)
 {
     return Ports::Windowing::Get().ShowBox(nullptr, text, GetAppSkinSettingData().GetAppUIName().Std(), flags);

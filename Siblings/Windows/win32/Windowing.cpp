@@ -45,6 +45,8 @@ public:
         }
     }
 
+    int SystemMetric(int index) const override { return GetSystemMetrics(index); }
+
     void Destroy(HWND window) override
     {
         CloseWindow(window);

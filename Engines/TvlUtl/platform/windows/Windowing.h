@@ -41,6 +41,8 @@ public:
     virtual void BringToForeground(HWND window) = 0;
     /// Handles every message that waits for a window, without waiting for more.
     virtual void PumpMessages(HWND window) = 0;
+    /// GetSystemMetrics; 0 on linux.
+    virtual int SystemMetric(int) const { return 0; }
     /// CloseWindow and DestroyWindow.
     virtual void Destroy(HWND window) = 0;
 };

@@ -14,6 +14,8 @@ public:
     virtual void ShowMessage(const wchar_t* text) = 0;
     /// Shows an error to the user and waits until it is read.
     virtual void ShowError(const wchar_t* text) { ShowMessage(text); }
+    /// Shows a warning, as ShowMessage does unless the application tells them apart.
+    virtual void ShowWarning(const wchar_t* text) { ShowMessage(text); }
     /// The main frame window, which others belong to; null when there is none.
     virtual HWND GetMainWindow() const { return nullptr; }
     /// Takes the label of a feature that was used, which may be any text; the result is the application's. Any thread may
@@ -38,6 +40,8 @@ namespace MessageMgr {
 TVLSIBLINGS_API void ShowMessage(const wchar_t* text);
 /// Shows an error through the application; without one nobody is told.
 TVLSIBLINGS_API void ShowError(const wchar_t* text);
+/// Warns through the application, or in a message box of its own while there is none.
+TVLSIBLINGS_API void ShowWarning(const wchar_t* text);
 /// Asks in a message box with the application's name above it, and waits for the answer. `flags` are those of MessageBoxW.
 /// Returns the button that was pressed: 1 for OK, 2 for Cancel.
 TVLSIBLINGS_API int ShowConfirmation(unsigned flags, const wchar_t* text);

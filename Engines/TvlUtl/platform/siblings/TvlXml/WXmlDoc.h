@@ -71,7 +71,7 @@ class WXmlNode;
 
 /// The attributes of an element, read in one pass: for elements of many values, where WXmlNode::Attribute would search
 /// the same list for each. Belongs to a document that lives and is not changed. Values read as WXmlValueAccessor reads
-/// them; asking in the order of the file finds each at once.
+/// them; asking in the order of the file finds each at once. Of attributes of one name, which XML forbids, any may be found.
 class TVLSIBLINGS_API WXmlAttributes {
 public:
     explicit WXmlAttributes(const WXmlNode& node);
@@ -91,7 +91,7 @@ private:
         const char* value;
     };
 
-    /// The value of the first attribute of a name; null data when there is none.
+    /// The value of an attribute of a name; null data when there is none.
     std::string_view Find(std::string_view name) const;
 
     std::string_view FindBeyond(std::string_view name) const;
