@@ -149,8 +149,8 @@ void LanguageSelectionDialog::OnInitDialog(DialogWindow& window)
 void LanguageSelectionDialog::ShowIcon(DialogWindow& window)
 {
     constexpr int kWarning = 78;      // SIID_WARNING
-    constexpr int kIconWidth = 11;     // SM_CXICON
-    constexpr int kIconHeight = 12;    // SM_CYICON
+    constexpr int kIconWidth = 11;    // SM_CXICON
+    constexpr int kIconHeight = 12;   // SM_CYICON
     if (!window.HasControl(m_iconControl))
         return;
     const Ports::Windowing& system = Ports::Windowing::Get();
