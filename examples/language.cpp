@@ -25,5 +25,6 @@ int main()
     ui.GetLanguagePath(folder);
     std::cout << "chosen: " << TvlPlatform::ToUtf8(chosen.GetIO_StrFmt()) << ", Windows id " << chosen.GetWinLangID()
               << ", folder " << TvlUtils::SystemIO::ToFilePath(folder).filename().string() << '\n';
-    std::cout << TvlUtl::GetUILanguageSteps().size() << " steps were looked at" << '\n';
+    const std::vector<TvlUtl::UILanguageStep> steps = TvlUtl::GetUILanguageSteps();
+    std::cout << "looked at first: " << TvlPlatform::ToUtf8(steps.front().step) << '\n';
 }

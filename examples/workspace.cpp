@@ -10,7 +10,8 @@ int main()
 {
     namespace SystemIO = TvlUtils::SystemIO;
     const TvlString folder = SystemIO::Path::Combine(TvlConfig::GetUserDir(), L"Workspaces");
-    SystemIO::Folder::EnsureExists(folder);
+    if (!SystemIO::Folder::EnsureExists(folder))
+        return 1;
     const WorkspaceFile standard = WorkspaceFile::CreateDefault(SystemIO::Path::Combine(folder, L"Standard.tvws"));
     if (!standard)
         return 1;   // the log tells why
