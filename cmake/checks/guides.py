@@ -35,9 +35,12 @@ def output_of(program, runner):
     program = program if program.exists() else program.with_suffix(".exe")
     with tempfile.TemporaryDirectory() as folder:
         environment = {**os.environ, "TVL_USER_DIR": folder, "TVL_REGISTRY": str(Path(folder) / "registry.db")}
-        run = subprocess.run([*runner, str(program)], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                             stderr=subprocess.DEVNULL if runner else subprocess.STDOUT, env=environment, check=False)
-    text = run.stdout.decode("utf-8").replace("\r\n", "\n")
+        # A file, because a pipe stays open as long as services live that a runner has started along the way.
+        with open(Path(folder) / "output", "w+b") as output:
+            run = subprocess.run([*runner, str(program)], stdin=subprocess.DEVNULL, stdout=output,
+                                 stderr=subprocess.DEVNULL if runner else subprocess.STDOUT, env=environment, check=False)
+            output.seek(0)
+            text = output.read().decode("utf-8").replace("\r\n", "\n")
     return text if run.returncode == 0 else f"{text}ends with {run.returncode}\n"
 
 
