@@ -192,10 +192,15 @@ TEST_F(WorkspaceFiles, AreEqualByNameAndTexts)
     world.MakeFolder("other");
     EXPECT_TRUE(WorkspaceFile(path) == WorkspaceFile(Make("other/A.tvws", {{kSettings, "2"}})));
     EXPECT_FALSE(WorkspaceFile(path) == WorkspaceFile(Make("b.tvws", {{kSettings, "1"}})));
-    auto container = WorkspaceContainer::Open(path, ZipFile::OpenMode::ReadWrite);
-    container.SetStringMetadata(Properties::Description, L"en", L"other");
-    container.Close();
+    const auto describe = [&](const TvlString& file, const wchar_t* text) {
+        auto container = WorkspaceContainer::Open(file, ZipFile::OpenMode::ReadWrite);
+        container.SetStringMetadata(Properties::Description, L"en", text);
+        EXPECT_TRUE(container.Close());
+    };
+    describe(path, L"other");
     EXPECT_FALSE(WorkspaceFile(path) == WorkspaceFile(world.Path("other/A.tvws")));
+    describe(world.Path("other/A.tvws"), L"OTHER");
+    EXPECT_TRUE(WorkspaceFile(path) == WorkspaceFile(world.Path("other/A.tvws")));
 }
 
 TEST_F(WorkspaceFiles, HaveALockOfTheirOwnInEveryCopy)

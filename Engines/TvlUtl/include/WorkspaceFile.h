@@ -66,8 +66,8 @@ public:
 
     /// Whether the object names a file, be it there or not.
     explicit operator bool() const { return !Name.IsEmpty(); }
-    /// Names without regard to case, and title, category and description in the default language. Loads the metadata of
-    /// both.
+    /// Names, and title, category and description in the default language, all without regard to case. Loads the metadata
+    /// of both.
     bool operator==(const WorkspaceFile& other) const;
 
     // Reading nothing.
