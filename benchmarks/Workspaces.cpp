@@ -1,12 +1,15 @@
 // Workspace files beside libzip alone, which does the same reads and writes: the cost of looking an archive through before
 // it is used, and of replacing it in one step.
 #include "WorkspaceFile.h"
+#include "WorkspaceManager.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "siblings/TvlPref/PrefManager.h"
+#include "siblings/TvlPref/StoredRegistry.h"
 #include "siblings/TvlUtils/FilePath.h"
 #include "siblings/TvrContainer/WorkspaceContainer.h"
 
 #include <benchmark/benchmark.h>
+#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
@@ -173,11 +176,94 @@ void WorkspaceSwitch_Libzip(benchmark::State& state)
     }
 }
 
+/// Two workspaces of 1 MB in a user's folder, a manager that changes between them, and a registry in memory.
+class TwoWorkspaces {
+public:
+    TwoWorkspaces()
+    {
+        setenv("TVL_USER_DIR", m_folder.c_str(), 1);
+        setenv("TVL_SUITE_DIR", (m_folder / "suite").c_str(), 1);
+        PREFUTILS::IRegistry::SetForTests(&m_registry);
+        std::filesystem::create_directories(m_folder / "Workspaces");
+        std::string settings;
+        for (int section = 0; section < 20; ++section) {
+            settings += "[Section" + std::to_string(section) + "]\r\n";
+            for (int i = 0; i < 20; ++i)
+                settings += "Name" + std::to_string(i) + "=" + Content(40, static_cast<unsigned>(i)) + "\r\n";
+        }
+        std::ofstream(m_folder / "Workspaces/settings.ini", std::ios::binary) << settings;
+        for (const char* const name : {"a.tvws", "b.tvws"}) {
+            std::filesystem::copy_file(
+                TheWorkspace().File(), File(name), std::filesystem::copy_options::overwrite_existing);
+            WorkspaceFile(TvlUtils::SystemIO::FromFilePath(File(name))).SaveSettings(Settings(), {});
+        }
+        WSM_INIT init;
+        init.Product = L"Suite";
+        init.Application = L"Bench";
+        manager.Initialize(init, nullptr);
+        manager.SetCurrentWorkspace(L"a", false, false);
+    }
+
+    std::string File(const char* name) const { return (m_folder / "Workspaces" / name).string(); }
+    TvlString Settings() const { return TvlUtils::SystemIO::FromFilePath(File("settings.ini")); }
+
+    WorkspaceManager manager;
+
+private:
+    std::filesystem::path m_folder = std::filesystem::temp_directory_path() / "bench-managers";
+    PREFUTILS::StoredRegistry m_registry{PREFUTILS::MakeMemoryStore()};
+};
+
+TwoWorkspaces& TheManager()
+{
+    static TwoWorkspaces workspaces;
+    return workspaces;
+}
+
+/// From one workspace to the other, with all that the application's preferences need.
+void WorkspaceManagerSwitch_Own(benchmark::State& state)
+{
+    WorkspaceManager& manager = TheManager().manager;
+    bool toB = true;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(manager.SetCurrentWorkspace(toB ? L"b" : L"a", false, false));
+        toB = !toB;
+    }
+}
+
+/// The same reads and writes of files; nothing becomes of the settings.
+void WorkspaceManagerSwitch_Libzip(benchmark::State& state)
+{
+    const std::string files[] = {TheManager().File("a.tvws"), TheManager().File("b.tvws")};
+    const std::string target = TheManager().File("settings.ini.peer");
+    std::string settings(20'000, '1');
+    std::size_t current = 0;
+    for (auto _ : state) {
+        zip_t* archive = zip_open(files[current].c_str(), ZIP_CHECKCONS, nullptr);
+        zip_source_t* const source = zip_source_buffer(archive, settings.data(), settings.size(), 0);
+        zip_file_add(archive, "content/settings.ini", source, ZIP_FL_OVERWRITE);
+        zip_close(archive);
+        const int descriptor = open(files[current].c_str(), O_RDONLY);
+        fsync(descriptor);
+        close(descriptor);
+
+        current = 1 - current;
+        archive = zip_open(files[current].c_str(), ZIP_RDONLY | ZIP_CHECKCONS, nullptr);
+        const auto index = zip_name_locate(archive, "content/settings.ini", 0);
+        const std::string extracted = ReadEntry(archive, static_cast<zip_uint64_t>(index));
+        zip_discard(archive);
+        std::ofstream(target + ".aside", std::ios::binary) << extracted;
+        Replace(target + ".aside", target);
+    }
+}
+
 BENCHMARK(WorkspaceMetadata_Own);
 BENCHMARK(WorkspaceMetadata_Libzip);
 BENCHMARK(WorkspaceRead_Own);
 BENCHMARK(WorkspaceRead_Libzip);
 BENCHMARK(WorkspaceSwitch_Own);
 BENCHMARK(WorkspaceSwitch_Libzip);
+BENCHMARK(WorkspaceManagerSwitch_Own);
+BENCHMARK(WorkspaceManagerSwitch_Libzip);
 
 }   // namespace

@@ -36,3 +36,4 @@ void AddSmartCommand(CLI::App& app);
 void AddStepCommand(CLI::App& app);
 void AddTrackCommand(CLI::App& app);
 void AddUnitsCommand(CLI::App& app);
+void AddWorkspaceCommand(CLI::App& app);

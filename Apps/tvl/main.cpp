@@ -37,6 +37,7 @@ int main()   // NOLINT(bugprone-exception-escape)
     AddLanguageCommand(app);
     AddLanguageFolderCommands(app);
     AddTrackCommand(app);
+    AddWorkspaceCommand(app);
 
     std::vector<std::string> arguments;
     for (const std::wstring& argument : Ports::Modules::Get().Arguments())

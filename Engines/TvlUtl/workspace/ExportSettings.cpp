@@ -83,7 +83,10 @@ bool WorkspaceFile::ReadExportSettings(const TvlString& path, WorkspaceFileExpor
     WorkspaceContainer container = OpenWorkspaceForReading(path);
     if (!container)
         return false;
-    TvlUtils::Stream stream = container.OpenFile(ContentPath(WorkspaceContainerSchema::exportSettingsFile), false);
+    const TvlString entry = ContentPath(WorkspaceContainerSchema::exportSettingsFile);
+    TvlUtils::Stream stream;
+    if (container.DoesFileExist(entry))   // most workspaces have none: nothing to be said of in the log
+        stream = container.OpenFile(entry, false);
     if (!stream) {
         container.Close();
         return false;

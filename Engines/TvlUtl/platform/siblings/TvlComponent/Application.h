@@ -6,6 +6,14 @@
 
 class ITovelCmn_Doc;
 
+/// What an application with frame windows is beside an ITovelCmn_App: the same object implements both.
+class IFrameApplication {
+public:
+    virtual ~IFrameApplication() = default;
+    /// After a change of the workspace, with 0: lays the frame out anew.
+    virtual void UpdateFrame(int what) = 0;
+};
+
 /// The application's interface, as it gives it at its start. An operation that an application leaves out does nothing.
 class ITovelCmn_App {
 public:
@@ -25,6 +33,9 @@ public:
     virtual ITovelCmn_Doc* GetActiveDocument() { return nullptr; }
     /// Learns the workspace that is about to be the current one: "Workspace_" and its name.
     virtual void NameWorkspace([[maybe_unused]] const wchar_t* label) { }
+    /// Around what the application is told of a change of its workspace: commands of the framework wait in between.
+    virtual void BeginWorkspaceChange() { }
+    virtual void EndWorkspaceChange() { }
 };
 
 namespace TvlComponent {
