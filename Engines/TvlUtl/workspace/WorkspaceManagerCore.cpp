@@ -268,8 +268,9 @@ void WorkspaceManagerCore::ExtractSettingsFromWorkspace(WorkspaceFile& file)
     const auto mutex = AcquireWSMutex();
     const TvlString settings = GetProfileSettingsFile();
     const InterruptionMark mark(settings, InterruptionMark::kExtracting);
-    file.LoadSettings(settings, m_additionalFiles);
-    ProcessLegacySettings(file);
+    WorkspaceFileExportSettings exported;
+    file.LoadSettings(settings, m_additionalFiles, exported);
+    ProcessLegacySettings(exported);
     SettingsOrigin::Record(settings, file.GetFilename());
     IniUpdateRegistry(settings.c_str());
     mark.Done();
@@ -285,6 +286,11 @@ void WorkspaceManagerCore::ProcessLegacySettings(const WorkspaceFile& file)
 {
     WorkspaceFileExportSettings exported;
     WorkspaceFile::ReadExportSettings(file.GetFilename(), exported);
+    ProcessLegacySettings(exported);
+}
+
+void WorkspaceManagerCore::ProcessLegacySettings(const WorkspaceFileExportSettings& exported)
+{
     if (exported.Version != kLegacyVersion)
         return;
     const TvlPref::IniIoPolicy settings(GetProfileSettingsFile(), L"");
