@@ -35,6 +35,8 @@ public:
     MOCK_METHOD(LONG, RegSetValueExW, (HKEY, const wchar_t*, DWORD, DWORD, const BYTE*, DWORD), (override));
     MOCK_METHOD(LONG, RegQueryValueExW, (HKEY, const wchar_t*, DWORD*, DWORD*, BYTE*, DWORD*), (override));
     MOCK_METHOD(LONG, RegDeleteValueW, (HKEY, const wchar_t*), (override));
+    MOCK_METHOD(LONG, BeginBatch, (), (override));
+    MOCK_METHOD(LONG, EndBatch, (bool), (override));
 };
 
 TEST(RegistryRoots, AreRefusedForDeletionWithoutACall)

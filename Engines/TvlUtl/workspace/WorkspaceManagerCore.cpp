@@ -9,6 +9,7 @@
 #include "siblings/TvlComponent/Application.h"
 #include "siblings/TvlConfig/SuiteFolders.h"
 #include "siblings/TvlConfig/WorkspaceFolders.h"
+#include "siblings/TvlPref/IRegistry.h"
 #include "siblings/TvlPref/IniIoPolicy.h"
 #include "siblings/TvlResources/Resources.h"
 #include "siblings/TvlUtils/LogMessage.h"
@@ -345,8 +346,10 @@ void WorkspaceManagerCore::WriteLastUsedWorkspace() const
     const WorkspaceFile* const current = GetCurrentWorkspace();
     if (!current)
         return;
+    PREFUTILS::RegistryBatch batch;
     WriteKey(kLastUsed, current->GetFilename());
     WriteKey(kDesktopModeDefault, m_defaultDesktop);
     WriteKey(kTabletModeDefault, m_defaultTablet);
     WriteKey(kTabletModeToggling, m_tabletToggling ? kOn : kOff);
+    batch.Commit();   // what can't be written is missing the next time
 }

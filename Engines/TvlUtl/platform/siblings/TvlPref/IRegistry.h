@@ -72,6 +72,30 @@ public:
     virtual LONG RegQueryValueExW(
         HKEY key, const wchar_t* name, DWORD* reserved, DWORD* type, BYTE* data, DWORD* size) = 0;
     virtual LONG RegDeleteValueW(HKEY key, const wchar_t* name) = 0;
+
+    /// Begins a batch of this thread: a registry that can makes all its changes in one step when it ends, so that neither
+    /// a process that ends in the middle nor another one that looks finds a part of them; others wait meanwhile. The
+    /// system's registry of windows, and one in memory, make each change at once. Batches nest. On failure there is no
+    /// batch to end, and changes are made each at once. Callers have RegistryBatch.
+    virtual LONG BeginBatch() = 0;
+    /// Ends this thread's last batch: keeps its changes or, where that is possible, takes them back. On failure they are
+    /// taken back as well. Keys that were opened in a batch that is not kept are of no use but to be closed.
+    virtual LONG EndBatch(bool keep) = 0;
+};
+
+/// A batch for as long as it lives; one that is not committed is taken back where that is possible.
+class TVLSIBLINGS_API RegistryBatch {
+public:
+    explicit RegistryBatch(IRegistry& registry = IRegistry::GetInstance());
+    ~RegistryBatch();
+    RegistryBatch(const RegistryBatch&) = delete;
+    RegistryBatch& operator=(const RegistryBatch&) = delete;
+    /// Keeps the changes; to be called once. A success when there could be no batch, since each change was made at once.
+    LONG Commit();
+
+private:
+    IRegistry& m_registry;
+    bool m_isOpen;
 };
 
 }   // namespace PREFUTILS

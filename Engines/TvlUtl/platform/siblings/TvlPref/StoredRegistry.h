@@ -44,6 +44,10 @@ public:
     virtual bool SetValue(KeyId key, std::wstring_view name, const RegistryValue& value) = 0;
     /// False when there is no such value.
     virtual bool DeleteValue(KeyId key, std::wstring_view name) = 0;
+    /// Begins a batch, which may stand within another, and ends the last one: keeps its changes or takes them back, as a
+    /// failure to keep them does. A store without batches makes each change at once.
+    virtual void BeginBatch() { }
+    virtual void EndBatch([[maybe_unused]] bool keep) { }
 };
 
 /// A store that lives as long as its object.
@@ -71,6 +75,8 @@ public:
     LONG RegQueryValueExW(
         HKEY key, const wchar_t* name, DWORD* reserved, DWORD* type, BYTE* data, DWORD* size) override;
     LONG RegDeleteValueW(HKEY key, const wchar_t* name) override;
+    LONG BeginBatch() override;
+    LONG EndBatch(bool keep) override;
 
     /// Keys that are open, for tests that look for leaks.
     std::size_t OpenKeys() const;
@@ -83,14 +89,15 @@ private:
     };
 
     LONG FullPath(HKEY key, const wchar_t* path, std::wstring& full) const;
-    LONG Find(HKEY key, DWORD access, OpenKey& found);
-    LONG Missing(const OpenKey& key, LONG status);
+    LONG Find(HKEY key, DWORD access, RegistryStore::KeyId& found);
+    LONG Missing(RegistryStore::KeyId key, LONG status);
     HKEY Add(OpenKey key);
 
-    mutable std::mutex m_lock;
+    mutable std::recursive_mutex m_lock;   // held once more for each batch that is open
     std::unique_ptr<RegistryStore> m_store;
     std::unordered_map<HKEY, OpenKey> m_open;
-    std::uintptr_t m_lastHandle = 0;   // handles are numbers, multiples of 4 as Windows' are
+    std::uintptr_t m_lastHandle = 0;         // handles are numbers, multiples of 4 as Windows' are
+    std::vector<std::uintptr_t> m_batches;   // the last handle at the beginning of each that is open
 };
 
 }   // namespace PREFUTILS
