@@ -11,7 +11,8 @@ namespace TvlUtils {
 FileStream FileStream::OpenForRead(const TvlString& path)
 try {
     SystemIO::FileStatus status;
-    if (!SystemIO::FileLayer::Get().Stat(SystemIO::ToFilePath(path), status))
+    // A pipe would be waited for.
+    if (!SystemIO::FileLayer::Get().Stat(SystemIO::ToFilePath(path), status) || status.kind != SystemIO::FileKind::File)
         return {};
     // The range keeps to the length that is told, should the file grow meanwhile.
     Stream stream = OpenFile(path, StreamAccess::Read, 0, status.size);
