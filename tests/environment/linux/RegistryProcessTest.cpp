@@ -32,6 +32,13 @@ protected:
         ULONG value = 0;
         return WUTLRegistry(kBase).GetValue(name.c_str(), value) == 0 && value == wanted;
     }
+    /// How long a process takes that writes one value: a busy machine must not end those that are killed too early.
+    static std::chrono::microseconds StartingTime()
+    {
+        const auto started = std::chrono::steady_clock::now();
+        RunProgram({"registry_writer", {kBaseArgument, "starting", "1"}, {}, {}, {}});
+        return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - started);
+    }
     static void Set(const wchar_t* name, ULONG value) { WUTLRegistry(kBase).SetValue(name, value); }
 };
 
@@ -63,13 +70,13 @@ TEST_F(RegistryProcesses, TwoAtOnceLoseNothing)
 TEST_F(RegistryProcesses, WhatWasWrittenOutlastsAProcessThatIsKilled)
 {
     constexpr int kKills = 200;
-    constexpr unsigned kLongest = 60'000;   // microseconds
+    const auto longest = static_cast<unsigned>(2 * StartingTime().count() + 50'000);   // microseconds
     std::mt19937 random(11);
     std::size_t written = 0;
     for (int kill = 0; kill < kKills; ++kill) {
         const std::string name = "run" + std::to_string(kill) + "_";
         ChildProcess child{"registry_writer", {kBaseArgument, name, "100000"}, {}, {}, {}};
-        child.killAfter = std::chrono::microseconds(random() % kLongest);
+        child.killAfter = std::chrono::microseconds(random() % longest);
         std::istringstream lines(RunProgram(child).output);
         ULONG last = 0;
         std::size_t count = 0;
@@ -112,7 +119,7 @@ TEST_F(RegistryProcesses, SeeNothingOfABatchThatWasNotCommittedWhenItsProcessDie
 {
     Set(L"old", 1);
     ChildProcess child{"registry_writer", {kBaseArgument, "batch", "1000000", "--batch"}, {}, {}, {}};
-    child.killAfter = std::chrono::milliseconds(300);
+    child.killAfter = 4 * StartingTime() + std::chrono::milliseconds(200);
     const std::string output = RunProgram(child).output;
     EXPECT_GT(output.size(), 0u) << "the process ended before it did anything";
     EXPECT_FALSE(Holds(L"batch0", 0));
