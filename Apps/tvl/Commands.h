@@ -20,6 +20,7 @@ void AddDownloadCommand(CLI::App& app);
 void AddEvalCommand(CLI::App& app);
 void AddExifCommand(CLI::App& app);
 void AddGuidMapCommand(CLI::App& app);
+void AddLanguageCommand(CLI::App& app);
 /// Its subcommands join those of "language", where that is there already.
 void AddLanguageFolderCommands(CLI::App& app);
 void AddLocationsCommand(CLI::App& app);
@@ -33,4 +34,6 @@ void AddSizeCommand(CLI::App& app);
 void AddSliderCommand(CLI::App& app);
 void AddSmartCommand(CLI::App& app);
 void AddStepCommand(CLI::App& app);
+void AddTrackCommand(CLI::App& app);
 void AddUnitsCommand(CLI::App& app);
+void AddWorkspaceCommand(CLI::App& app);

@@ -170,7 +170,7 @@ TEST(Manager, RaisesItsEventsByType)
 
 TEST(Manager, ShowsErrorsOfMainTasksAlone)
 {
-    struct Application : TvlComponent::IApplication {
+    struct Application : ITovelCmn_App {
         void ShowMessage(const wchar_t*) override { }
         void ShowError(const wchar_t* text) override { shown.push_back(text); }
         std::vector<std::wstring> shown;

@@ -3,6 +3,7 @@
 
 #include "windows/Windowing.h"
 
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -26,6 +27,13 @@ public:
         boxes.push_back({owner, text, caption, style});
         return answer;
     }
+    bool IsWindow(HWND window) const override { return window && !gone.contains(window); }
+    bool LockUpdate(HWND window) override
+    {
+        calls.push_back(window ? L"lock" : L"unlock");
+        return canLock;
+    }
+    void Redraw(HWND, UINT flags) override { calls.push_back(L"redraw " + std::to_wstring(flags)); }
     bool IsVisible(HWND window) const override { return window && window == visible; }
     Ports::WindowRect ForegroundRect() const override { return foreground; }
     HWND CreateStatic(DWORD, const std::wstring&, DWORD, int x, int y) override
@@ -46,6 +54,8 @@ public:
     std::vector<Box> boxes;
     std::vector<UINT> beeps;
     std::vector<std::wstring> calls;
+    std::set<HWND> gone;   // handles of windows that were destroyed
+    bool canLock = true;
     int answer = 1;
     HWND visible = nullptr;
     HWND created = nullptr;

@@ -27,6 +27,11 @@ public:
         return LoadFrom(program.substr(0, program.rfind(L'\\') + 1), name);
     }
 
+    HMODULE LoadAsData(const std::wstring& path) override
+    {
+        return LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    }
+
     void Unload(HMODULE module) override { FreeLibrary(module); }
 
     void* Address(HMODULE module, const std::string& name) const override
@@ -44,6 +49,8 @@ public:
             path.resize(path.size() * 2);
         }
     }
+
+    DWORD ProcessId() const override { return GetCurrentProcessId(); }
 
     std::vector<std::wstring> Arguments() const override
     {
