@@ -7,6 +7,7 @@
 #include "ScalesPage.h"
 #include "SlidersPage.h"
 #include "TasksPage.h"
+#include "WorkspacesPage.h"
 
 #include <commctrl.h>
 
@@ -35,6 +36,7 @@ constexpr Tab kTabPages[] = {
     {L"Scales", &Make<ScalesPage>},
     {L"Tasks", &Make<TasksPage>},
     {L"Locations", &Make<LocationsPage>},
+    {L"Workspaces", &Make<WorkspacesPage>},
 };
 constexpr int kPages = static_cast<int>(std::size(kTabPages));
 
@@ -146,6 +148,16 @@ void MainWindow::MovePage(int by)
     SetFocus(GetNextDlgTabItem(m_page->Window(), nullptr, FALSE));
 }
 
+void MainWindow::TakeEnter()
+{
+    const HWND control = GetFocus();
+    const auto kind = SendMessageW(control, WM_GETDLGCODE, 0, 0);
+    if (kind & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON))
+        PostMessageW(control, BM_CLICK, 0, 0);
+    else
+        m_page->TakeEnter();
+}
+
 bool MainWindow::TakeKey(const MSG& message)
 {
     if (message.message != WM_KEYDOWN || GetKeyState(VK_CONTROL) >= 0)
@@ -178,9 +190,13 @@ LRESULT CALLBACK MainWindow::Procedure(HWND window, UINT message, WPARAM first, 
     return self && self->Handle(message, first, second) ? 0 : DefWindowProcW(window, message, first, second);
 }
 
-bool MainWindow::Handle(UINT message, WPARAM, LPARAM second)
+bool MainWindow::Handle(UINT message, WPARAM first, LPARAM second)
 {
     switch (message) {
+    case WM_COMMAND:
+        if (LOWORD(first) == IDOK)   // how IsDialogMessage tells of Enter
+            TakeEnter();
+        return true;
     case WM_NOTIFY:
         if (reinterpret_cast<const NMHDR*>(second)->code == TCN_SELCHANGE)
             ShowPage(static_cast<int>(SendMessageW(m_tabs, TCM_GETCURSEL, 0, 0)));

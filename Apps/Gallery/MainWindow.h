@@ -31,6 +31,7 @@ private:
     void AddTabs();
     void ShowPage(int number);
     void MovePage(int by);
+    void TakeEnter();
     /// Lays everything out for a resolution, in dots per inch.
     void Scale(UINT dpi);
     void ScalePage(Page& page);

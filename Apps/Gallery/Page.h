@@ -28,6 +28,8 @@ public:
     void Scale(UINT dpi, HFONT font);
     /// The page comes to the front.
     virtual void Show() { }
+    /// Enter was pressed in a control that has no use for it.
+    virtual void TakeEnter() { }
 
     HWND Add(const wchar_t* windowClass, const wchar_t* text, DWORD style, int id, const Box& box);
     /// A text of its own, or the name of the control that follows: "&" marks the key that leads there.

@@ -9,6 +9,7 @@
 class ScalesPage : public Page {
 public:
     explicit ScalesPage(HWND parent);
+    void TakeEnter() override { TakeText(); }
 
 private:
     void OnCommand(int id, int code) override;
