@@ -4,6 +4,7 @@
 #include "WorldScale.h"
 
 #include <algorithm>
+#include <commctrl.h>
 #include <stdexcept>
 #include <utility>
 

@@ -72,7 +72,7 @@ ScalesPage::ScalesPage(HWND parent) : Page(parent), m_presets(TvlUtl::WorldScale
     AddLabel(L"w&orld", {416, 118, 90, 18});
     AddLengths(AddCombo(kScaleWorldUnit, {416, 138, 160, 260}), kMillimetre);
     AddLabel(L"", {240, 174, 400, 20}, kScaleLabel);
-    AddLabel(L"A A distance in the &world:distance in the world:", {240, 216, 200, 18});
+    AddLabel(L"A distance in the &world:", {240, 216, 200, 18});
     m_world = std::make_unique<MeasureField>(*this, kScaleWorld, Box{240, 236, 200, 24}, kMetre, 5.0);
     AddLabel(L"is o&n the page:", {240, 290, 200, 18});
     m_page = std::make_unique<MeasureField>(*this, kScalePage, Box{240, 310, 200, 24}, kMillimetre, 5000.0);
