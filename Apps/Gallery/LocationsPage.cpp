@@ -48,7 +48,7 @@ constexpr int kThereWidth = 60;
 
 LocationsPage::LocationsPage(HWND parent) : Page(parent)
 {
-    AddLabel(L"CFileLocations::GetFileLocations&...Dir", {16, 12, 400, 18});
+    AddLabel(L"&Locations, by the functions CFileLocations::GetFileLocations...Dir:", {16, 12, 600, 18});
     const HWND list = Add(WC_LISTVIEWW, L"", WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS, kLocationList,
         {16, 32, 640, 320});
     ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT);

@@ -11,9 +11,9 @@ constexpr const wchar_t* kResults[] = {L"done", L"it can't be read", L"there are
     L"its file can't be written", L"the change was given up"};
 
 constexpr int kMarkWidth = 24;
-constexpr int kTitleWidth = 180;
-constexpr int kCategoryWidth = 120;
-constexpr int kDescriptionWidth = 290;
+constexpr int kTitleWidth = 130;
+constexpr int kCategoryWidth = 110;
+constexpr int kDescriptionWidth = 360;
 }   // namespace
 
 WorkspacesPage::WorkspacesPage(HWND parent) : Page(parent), m_session(GetAncestor(parent, GA_ROOT))

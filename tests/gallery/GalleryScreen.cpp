@@ -6,9 +6,9 @@
 #include <future>
 
 namespace {
-constexpr auto kPatience = std::chrono::seconds(10);
+constexpr auto kPatience = std::chrono::seconds(60);
 constexpr auto kPause = std::chrono::milliseconds(10);
-constexpr UINT kAnswerTime = 10000;   // milliseconds
+constexpr UINT kAnswerTime = 60000;   // milliseconds
 
 INPUT KeyInput(WORD key, WORD scan, DWORD flags)
 {

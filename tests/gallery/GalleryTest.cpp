@@ -35,7 +35,7 @@ TEST_F(Gallery, ShowsAnExpressionInAnyUnitInTheFieldsOwn)
         {L"5in + 3mm", L"130 mm"},
         {L"2*(1/2 ft)", L"304,8 mm"},
         {L"1234,5", L"1.234,5 mm"},
-        {L"sin(30) m", L"500 mm"},
+        {L"1m * sin(30)", L"500 mm"},
     };
     ASSERT_TRUE(Screen().GoTo(L"Measures"));
     for (const auto& [text, shown] : kTyped) {
@@ -103,7 +103,6 @@ TEST_F(Gallery, StepsWithKeysAndArrows)
     Screen().Send(kFirstMeasure + kFieldSpin, WM_LBUTTONUP, 0, MAKELPARAM(4, 4));
     EXPECT_EQ(Screen().Await(kFirstMeasure, L"10,6 mm"), L"10,6 mm");
 }
-
 
 TEST_F(Gallery, SlidesEachMappingInItsOwnWay)
 {
