@@ -140,12 +140,20 @@ void MainWindow::ShowPage(int number)
     ShowWindow(m_page->Window(), SW_SHOW);
 }
 
+void MainWindow::FocusPage()
+{
+    const HWND first = GetNextDlgTabItem(m_page->Window(), nullptr, FALSE);
+    SetFocus(first);
+    if (SendMessageW(first, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL)
+        SendMessageW(first, EM_SETSEL, 0, -1);   // to be typed over, as when Tab leads there
+}
+
 void MainWindow::MovePage(int by)
 {
     const auto number = static_cast<int>(SendMessageW(m_tabs, TCM_GETCURSEL, 0, 0));
     SetFocus(m_tabs);   // what was typed on the page that goes is taken
     ShowPage((number + by + kPages) % kPages);
-    SetFocus(GetNextDlgTabItem(m_page->Window(), nullptr, FALSE));
+    FocusPage();
 }
 
 void MainWindow::TakeEnter()
@@ -174,7 +182,7 @@ bool MainWindow::TakeKey(const MSG& message)
 void MainWindow::Run()
 {
     ShowWindow(m_window, SW_SHOW);
-    SetFocus(GetNextDlgTabItem(m_page->Window(), nullptr, FALSE));
+    FocusPage();
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         if (TakeKey(message) || IsDialogMessageW(m_window, &message))

@@ -30,6 +30,8 @@ private:
     bool TakeKey(const MSG& message);
     void AddTabs();
     void ShowPage(int number);
+    /// Gives the keyboard to the page's first control.
+    void FocusPage();
     void MovePage(int by);
     void TakeEnter();
     /// Lays everything out for a resolution, in dots per inch.

@@ -39,8 +39,8 @@ MeasureField::MeasureField(Page& page, int id, const Box& box, int unit, double 
     : m_page(page), m_id(id), m_unit(unit), m_value(value)
 {
     const HWND edit = page.AddEdit(L"", id, {box.x, box.y, box.width - box.height, box.height});
-    const HWND spin =
-        page.Add(UPDOWN_CLASSW, L"", 0, id + kFieldSpin, {box.x + box.width - box.height, box.y, box.height, box.height});
+    const HWND spin = page.Add(
+        UPDOWN_CLASSW, L"", 0, id + kFieldSpin, {box.x + box.width - box.height, box.y, box.height, box.height});
     // It stays in the middle, as its presses are answered with no change; its own range would have its ends the wrong way.
     SendMessageW(spin, UDM_SETRANGE32, static_cast<WPARAM>(-1), 1);
     page.AddLabel(L"", {box.x, box.y + box.height + 2, box.width + 150, kProblemHeight}, id + kFieldProblem);

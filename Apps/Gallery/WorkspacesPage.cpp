@@ -69,8 +69,8 @@ void WorkspacesPage::Tell(const wchar_t* operation, const TvlString& name, Works
     FillList();
     const auto number = static_cast<std::size_t>(result);
     TvlString told;
-    told.Format(L"%s %s: %s. %s", operation, name.c_str(),
-        number < std::size(kResults) ? kResults[number] : L"unknown", Text(kWorkspaceTold).c_str());
+    told.Format(L"%s %s: %s. %s", operation, name.c_str(), number < std::size(kResults) ? kResults[number] : L"unknown",
+        Text(kWorkspaceTold).c_str());
     SetText(kWorkspaceTold, told.c_str());
 }
 

@@ -6,7 +6,6 @@
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
 {
-    SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
     const auto arguments = Ports::Modules::Get().Arguments();
     const int page = arguments.empty() ? 0 : PageNumber(arguments.front());
     if (page < 0) {

@@ -89,8 +89,8 @@ std::wstring GalleryScreen::TextOf(HWND control)
 {
     std::wstring text(1024, L'\0');
     DWORD_PTR length = 0;
-    SendMessageTimeoutW(control, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()), SMTO_NORMAL,
-        kAnswerTime, &length);
+    SendMessageTimeoutW(
+        control, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()), SMTO_NORMAL, kAnswerTime, &length);
     text.resize(length);
     return text;
 }

@@ -52,8 +52,10 @@ TEST_F(Gallery, TabTakesTheTextAndGoesOn)
     GalleryScreen::Press(VK_TAB);
     EXPECT_EQ(Screen().Await(kFirstMeasure, L"25,4 mm"), L"25,4 mm");
     EXPECT_TRUE(Waits([] { return Screen().Focus() == kFirstMeasure + kMeasureUnit; }));
-    GalleryScreen::Press(VK_DOWN);   // the list's next unit
-    EXPECT_EQ(Screen().Await(kFirstMeasure, L"6 pc 0 pt"), L"6 pc 0 pt");
+    GalleryScreen::Press(VK_DOWN);   // picas
+    GalleryScreen::Press(VK_DOWN);
+    EXPECT_EQ(Screen().Await(kFirstMeasure, L"72 pt"), L"72 pt");
+    GalleryScreen::Press(VK_UP);
     GalleryScreen::Press(VK_UP);
     EXPECT_EQ(Screen().Await(kFirstMeasure, L"25,4 mm"), L"25,4 mm");
     GalleryScreen::Press(VK_TAB, VK_SHIFT);
