@@ -205,6 +205,9 @@ bool MainWindow::Handle(UINT message, WPARAM first, LPARAM second)
         if (LOWORD(first) == IDOK)   // how IsDialogMessage tells of Enter
             TakeEnter();
         return true;
+    case WM_NEXTDLGCTL:   // how Wine goes to a label by its underlined letter, and from there to the control behind it
+        SetFocus(LOWORD(second) ? reinterpret_cast<HWND>(first) : GetNextDlgTabItem(m_window, GetFocus(), first != 0));
+        return true;
     case WM_NOTIFY:
         if (reinterpret_cast<const NMHDR*>(second)->code == TCN_SELCHANGE)
             ShowPage(static_cast<int>(SendMessageW(m_tabs, TCM_GETCURSEL, 0, 0)));

@@ -169,9 +169,13 @@ TEST_F(Gallery, ShowsAPaperWithItsSizeAndTurnsIt)
     EXPECT_TRUE(Waits([] { return std::abs(SheetShape(Screen().Control(kPaperView)) - 297.0 / 210.0) < 0.02; }));
     EXPECT_EQ(Screen().Text(kPaperScale), L"Drawn 1:5");
     GalleryScreen::Press('T', VK_MENU);
+    EXPECT_EQ(Screen().Await(kPaperSize, L"210 \u00D7 297 millimeters"), L"210 \u00D7 297 millimeters");
     GalleryScreen::Press('P', VK_MENU);   // the picker
+    EXPECT_TRUE(Waits([] { return Screen().Focus() == kPaperList; }));
     for (const WORD key : {VK_HOME, VK_END}) {
         GalleryScreen::Press(key);
+        const LRESULT place = key == VK_HOME ? 0 : Screen().Send(kPaperList, CB_GETCOUNT) - 1;
+        EXPECT_TRUE(Waits([place] { return Screen().Send(kPaperList, CB_GETCURSEL) == place; }));
         EXPECT_TRUE(Waits([] { return Screen().Text(kPaperList).ends_with(L" \u2013 " + Screen().Text(kPaperSize)); }));
     }
 }
