@@ -88,6 +88,16 @@ public:
         return arguments;
     }
 
+    std::wstring PathOf(const void* address) const override
+    {
+        Dl_info module{};
+        std::error_code failed;
+        if (!dladdr(address, &module) || !module.dli_fname)
+            return {};
+        const auto path = std::filesystem::absolute(module.dli_fname, failed);
+        return failed ? std::wstring() : TvlPlatform::FromUtf8(path.string());
+    }
+
 private:
     HMODULE LoadFrom(const std::wstring& folder, const std::wstring& name)
     {

@@ -1,0 +1,26 @@
+# Installs a build, moves the installation, and builds and runs the consumer against it.
+include("${CMAKE_CURRENT_LIST_DIR}/Scratch.cmake")
+
+file(REMOVE_RECURSE "${scratch}")
+run(${CMAKE_COMMAND} --install "${BUILD}" --prefix "${scratch}/installed")
+file(RENAME "${scratch}/installed" "${prefix}")
+
+set(options "-DCMAKE_PREFIX_PATH=${prefix}" "-DCMAKE_BUILD_TYPE=${CONFIGURATION}" "-DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER}")
+if(TOOLCHAIN)
+    list(APPEND options "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}" "-DCMAKE_FIND_ROOT_PATH_MODE_PACKAGE=BOTH")
+else()
+    list(APPEND options "-DCMAKE_CXX_COMPILER=${COMPILER}")
+endif()
+if(SANITIZERS)
+    list(APPEND options "-DCMAKE_CXX_FLAGS=-fsanitize=${SANITIZERS}")
+endif()
+run(${CMAKE_COMMAND} -S "${CONSUMER}" -B "${scratch}/build" -G Ninja --log-level=WARNING ${options})
+run(${CMAKE_COMMAND} --build "${scratch}/build")
+
+set(suffix "")
+if(TOOLCHAIN)
+    set(suffix .exe)
+endif()
+run_consumer("${scratch}/build/families${suffix}")
+run_consumer("${scratch}/build/kit${suffix}")
+run_consumer("${prefix}/bin/tvl${suffix}" measure "5in + 3mm")

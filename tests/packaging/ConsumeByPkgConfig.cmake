@@ -1,0 +1,12 @@
+# The compiler alone, told by pkg-config where the installation lies.
+include("${CMAKE_CURRENT_LIST_DIR}/Scratch.cmake")
+
+set(ENV{PKG_CONFIG_PATH} "${prefix}/${LIBDIR}/pkgconfig")
+execute_process(COMMAND pkg-config --cflags --libs tvlutl OUTPUT_VARIABLE flags OUTPUT_STRIP_TRAILING_WHITESPACE
+    COMMAND_ERROR_IS_FATAL ANY)
+separate_arguments(flags UNIX_COMMAND "${flags}")
+if(SANITIZERS)
+    list(APPEND flags "-fsanitize=${SANITIZERS}")
+endif()
+run(${LAUNCHER} "${COMPILER}" "${CONSUMER}/families.cpp" -o "${scratch}/families" ${flags} "-Wl,-rpath,${prefix}/${LIBDIR}")
+run_consumer("${scratch}/families")
