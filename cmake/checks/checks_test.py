@@ -7,6 +7,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
+import abi
 import documents
 import exports
 import headers
@@ -155,6 +156,46 @@ class Documents(unittest.TestCase):
             wrong, shown = documents.offences(folder, Path(planted(folder, {"page.md": text})) / "page.md")
         self.assertEqual((len(wrong), shown), (1, 2))
         self.assertIn("page.md:7: $ echo wrong", wrong[0])
+
+
+class Abi(unittest.TestCase):
+    HEADER = """
+        #include <string>
+        namespace Space { struct Pair { int first; const char* names[2]; }; enum Kind { kOne = 1, kTwo }; }
+        class Base { public: virtual ~Base() = default; virtual int Call(int) = 0; virtual void Other() = 0; Space::Pair pair; };
+    """
+    CHANGES = [
+        ("int first;", "long long first;", "class Space::Pair: now field 0 first long long int"),
+        ("int first; ", "", "class Space::Pair: no longer field 0 first int"),
+        ("virtual int Call(int) = 0; virtual void Other() = 0;", "virtual void Other() = 0; virtual int Call(int) = 0;",
+         "class Base: no longer slot 2 Base::Call(int)"),
+        ("kTwo", "kTwo = 3", "enum Space::Kind: no longer constant kTwo 2"),
+        ("class Base", "class Bass", "class Base is gone"),
+    ]
+    COMPILERS = ["g++", "x86_64-w64-mingw32-g++-posix"]
+
+    def test_tells_each_change(self):
+        for compiler in self.COMPILERS:
+            recorded = abi.read(abi.written("0.1.0", self.layouts_of(compiler, self.HEADER)))[1]
+            self.assertEqual(len(recorded), 3, recorded)
+            for before, after, told in self.CHANGES:
+                with self.subTest(compiler=compiler, after=after):
+                    text = self.HEADER.replace(before, after).replace("~Base", "~" + ("Bass" if "Bass" in after else "Base"))
+                    self.assertIn(told, list(abi.changes(recorded, self.layouts_of(compiler, text))))
+
+    def layouts_of(self, compiler, text):
+        with tempfile.TemporaryDirectory() as folder:
+            return abi.layouts(compiler, [planted(folder, {"Planted.h": "#pragma once\n" + text})])
+
+    def test_allows_what_is_added(self):
+        recorded = self.layouts_of("g++", self.HEADER)
+        found = self.layouts_of("g++", self.HEADER.replace("kTwo", "kTwo, kThree") + "struct More { int it; };")
+        self.assertEqual(list(abi.changes(recorded, found)), [])
+
+    def test_versions_promise_interfaces(self):
+        for older, newer, same in [("0.1.0", "0.1.7", True), ("0.1.0", "0.2.0", False), ("1.2.0", "1.9.0", True),
+                                   ("1.2.0", "2.0.0", False)]:
+            self.assertEqual(abi.interfaces(older) == abi.interfaces(newer), same, (older, newer))
 
 
 class Tally(unittest.TestCase):
