@@ -29,6 +29,10 @@ cross_build() {
 }
 
 mkdir -p "$work"
-"$here/debian-sources.sh" "$work/sources" pugixml
+"$here/debian-sources.sh" "$work/sources" pugixml libzip
 cross_build pugixml "$work"/sources/pugixml/pugixml-* -DBUILD_SHARED_LIBS=OFF
+# Deflate alone, and no encryption: containers need nothing else. zlib is Debian's own for mingw.
+cross_build libzip "$work"/sources/libzip/libzip-* -DBUILD_SHARED_LIBS=OFF -DBUILD_TOOLS=OFF -DBUILD_REGRESS=OFF \
+    -DBUILD_EXAMPLES=OFF -DBUILD_DOC=OFF -DENABLE_OPENSSL=OFF -DENABLE_MBEDTLS=OFF -DENABLE_GNUTLS=OFF \
+    -DENABLE_WINDOWS_CRYPTO=OFF -DENABLE_COMMONCRYPTO=OFF -DENABLE_BZIP2=OFF -DENABLE_LZMA=OFF
 cross_build googletest /usr/src/googletest -DBUILD_SHARED_LIBS=OFF

@@ -9,7 +9,9 @@ class App;
 
 /// Exit code for input that could not be used.
 constexpr int kBadInput = 2;
-/// Ends the command with that exit code, and says why.
+/// Exit code of a command that the user interrupted, as shells have it.
+constexpr int kInterrupted = 130;
+/// Ends the command with the exit code for bad input, and says why.
 [[noreturn]] void EndWithBadInput(const std::string& problem);
 
 void AddCloudCommand(CLI::App& app);
@@ -18,6 +20,9 @@ void AddDownloadCommand(CLI::App& app);
 void AddEvalCommand(CLI::App& app);
 void AddExifCommand(CLI::App& app);
 void AddGuidMapCommand(CLI::App& app);
+void AddLanguageCommand(CLI::App& app);
+/// Its subcommands join those of "language", where that is there already.
+void AddLanguageFolderCommands(CLI::App& app);
 void AddLocationsCommand(CLI::App& app);
 void AddMeasureCommand(CLI::App& app);
 void AddPaperCommand(CLI::App& app);
@@ -29,4 +34,6 @@ void AddSizeCommand(CLI::App& app);
 void AddSliderCommand(CLI::App& app);
 void AddSmartCommand(CLI::App& app);
 void AddStepCommand(CLI::App& app);
+void AddTrackCommand(CLI::App& app);
 void AddUnitsCommand(CLI::App& app);
+void AddWorkspaceCommand(CLI::App& app);

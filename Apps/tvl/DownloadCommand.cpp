@@ -1,9 +1,13 @@
 // tvl download: what an address answers, in a file.
+#include "CancellableInternet.h"
+#include "CommandTask.h"
 #include "Commands.h"
 #include "Download.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdlib>
+#include <iostream>
 #include <memory>
 
 namespace {
@@ -11,10 +15,22 @@ struct Request {
     std::string url;
     std::string file;
 
-    void Run() const
+    bool Download() const
     {
-        if (!TvlUtl::WinInetGzipDownload(TvlPlatform::FromUtf8(url), TvlPlatform::FromUtf8(file)))
+        CommandTask running(L"Downloading");
+        CancellableInternet internet(running.Task());
+        return TvlUtl::WinInetGzipDownload(TvlPlatform::FromUtf8(url), TvlPlatform::FromUtf8(file));
+    }
+
+    void Run() const
+    try {
+        if (!Download())
             EndWithBadInput("nothing of \"" + url + "\" could be stored in \"" + file + "\"");
+    } catch (const DownloadCancelled&) {
+        // The thread that fetches may still wait for its server: nothing may be taken down under it.
+        std::cout.flush();
+        std::cerr.flush();
+        std::_Exit(kInterrupted);
     }
 };
 }   // namespace

@@ -1,10 +1,9 @@
 #include "ExifCommand.h"
 
+#include "CommandTask.h"
 #include "Commands.h"
 #include "ExifFile.h"
 #include "OrderedWork.h"
-#include "ProgressBar.h"
-#include "windows/Terminal.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -91,7 +90,8 @@ try {
 }
 }   // namespace
 
-int RunExif(const ExifRequest& request, std::ostream& out, std::ostream& errors, ProgressBar& bar)
+int RunExif(
+    const ExifRequest& request, std::ostream& out, std::ostream& errors, TvlUtl::ITaskProgress& task, TaskView& view)
 {
     const std::vector<Candidate> candidates = Candidates(request);
     const unsigned wanted = request.threads ? request.threads : std::max(1u, std::thread::hardware_concurrency());
@@ -100,26 +100,33 @@ int RunExif(const ExifRequest& request, std::ostream& out, std::ostream& errors,
     const char* separator = "\n";
     if (isArray)
         out << '[';
-    const auto work = [&](std::size_t i) { return ProcessSafely(candidates[i], request); };
+    constexpr unsigned long long kWhole = 100;
+    task.BeginSubTask(kWhole, candidates.size());
+    const auto work = [&](std::size_t i) {
+        return task.IsCancelled() ? Outcome() : ProcessSafely(candidates[i], request);
+    };
     const auto take = [&](std::size_t i, const Outcome& outcome) {
-        if (!outcome.shown.empty() || !outcome.error.empty())
-            bar.Clear();
         if (!outcome.shown.empty()) {
+            const TaskView::Pause pause(view);
             out << (isArray ? separator : "") << outcome.shown;
             separator = ",\n";
+            if (view.IsOnScreen())
+                out.flush();
         }
         if (!outcome.error.empty()) {
+            const TaskView::Pause pause(view);
             out.flush();
             errors << outcome.error << std::endl;
             exitCode = kBadFile;
         }
-        bar.Show(i + 1, candidates.size(), out);
+        const std::string step = std::to_string(i + 1) + " of " + std::to_string(candidates.size());
+        task.SetProgress(i + 1, std::wstring(step.begin(), step.end()).c_str());
     };
     DoInOrder(candidates.size(), std::min(wanted, kMostThreads), work, take);
-    bar.Clear();
+    task.EndSubTask();
     if (isArray)
         out << "\n]\n";
-    return exitCode;
+    return task.IsCancelled() ? kInterrupted : exitCode;
 }
 
 void AddExifCommand(CLI::App& program)
@@ -140,8 +147,11 @@ void AddExifCommand(CLI::App& program)
     command.callback([request, names] {
         for (const std::string& name : *names)
             request->paths.push_back(fs::path(std::u8string(name.begin(), name.end())));
-        ProgressBar bar(std::cerr, request->recursive ? Ports::Terminal::Get().ErrorColumns() : std::nullopt);
-        const int result = RunExif(*request, std::cout, std::cerr, bar);
+        int result = 0;
+        {
+            CommandTask running(request->orientation ? L"Setting orientations" : L"Reading Exif data");
+            result = RunExif(*request, std::cout, std::cerr, running.Task(), running.View());
+        }
         std::cout.flush();
         if (result != 0)
             throw CLI::RuntimeError(result);

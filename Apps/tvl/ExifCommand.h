@@ -5,7 +5,10 @@
 #include <iosfwd>
 #include <vector>
 
-class ProgressBar;
+class TaskView;
+namespace TvlUtl {
+class ITaskProgress;
+}
 
 struct ExifRequest {
     std::vector<std::filesystem::path> paths;   // files, and with `recursive` folders
@@ -18,6 +21,8 @@ struct ExifRequest {
 /// Does what is asked for, file by file in order.
 /// @param out      receives the tags, or one JSON array of all files; nothing when an orientation is set
 /// @param errors   receives one line for each bad file
-/// @param bar      shows how many files are done
-/// @return 0, or 2 when there was a bad file
-int RunExif(const ExifRequest& request, std::ostream& out, std::ostream& errors, ProgressBar& bar);
+/// @param task     told of each file; when it is cancelled, the files that have not been begun are left alone
+/// @param view     pauses while something is written
+/// @return 0, 2 when there was a bad file, 130 when the task was cancelled
+int RunExif(
+    const ExifRequest& request, std::ostream& out, std::ostream& errors, TvlUtl::ITaskProgress& task, TaskView& view);

@@ -1,11 +1,10 @@
 // tvl locations: where the user's content lies, and how it moves.
 #include "CFileLocations.h"
+#include "CommandTask.h"
 #include "Commands.h"
-#include "ProgressBar.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "siblings/TvlUtils/FilePath.h"
 #include "siblings/TvlUtils/SystemIO.h"
-#include "windows/Terminal.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -130,16 +129,22 @@ struct Migration {
         const TvlString target = folder.Folder();
         std::size_t copied = 0;
         nlohmann::ordered_json failed = nlohmann::ordered_json::array();
-        ProgressBar bar(std::cerr, Ports::Terminal::Get().ErrorColumns());
         CFileLocations::Moves moves{{location.name, {target, location.Folder()}}};
-        CFileLocations::MigrateContent(moves, [&](const MigrationStep& step) {
-            if (step.problem.IsEmpty())
-                ++copied;
-            else
-                failed.push_back({{"file", ToUtf8(step.source)}, {"problem", ToUtf8(step.problem)}});
-            bar.Show(step.done, step.count, std::cout);
-        });
-        bar.Clear();
+        {
+            CommandTask running(L"Copying files");
+            CFileLocations::MigrateContent(moves, [&](const MigrationStep& step) {
+                if (step.problem.IsEmpty())
+                    ++copied;
+                else
+                    failed.push_back({{"file", ToUtf8(step.source)}, {"problem", ToUtf8(step.problem)}});
+                if (step.done == 1)
+                    running.Begin(step.count);
+                running.Task().SetProgress(step.done, SystemIO::Path::GetFileName(step.source).c_str());
+                // Between two files: the copies are whole, and the location is where it was.
+                if (step.done < step.count)
+                    running.EndIfCancelled();
+            });
+        }
         if (failed.empty())
             CFileLocations::SetFileLocation({target, location.name});
         Show(location, target, copied, failed);

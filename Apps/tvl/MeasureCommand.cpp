@@ -46,8 +46,9 @@ void Measure::Show(const std::string& bytes, int id)
     double value = 0.0;
     if (!WUnit::GetDefaultWUnit().StringToValue(id, text, value, kFlags, numbers.AngleMode()))
         return ShowProblem(bytes, text, id);
-    const std::string shown =
-        std::isnan(value) ? "not a number" : TvlPlatform::ToUtf8(RegionalText(id, value, form, decimals));
+    const std::string shown = std::isnan(value)
+        ? "not a number"
+        : TvlPlatform::ToUtf8(RegionalText(WUnit::GetDefaultWUnit(), id, value, form, decimals));
     if (!numbers.json) {
         std::cout << shown << '\n';
         return;

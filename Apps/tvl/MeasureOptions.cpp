@@ -120,9 +120,8 @@ void PrintProblem(const TvlString& text, std::size_t position, const TvlString& 
               << TvlPlatform::ToUtf8(problem) << "\n";
 }
 
-TvlString RegionalText(int id, double value, unsigned form, int decimals)
+TvlString RegionalText(WUnit& units, int id, double value, unsigned form, int decimals)
 {
-    WUnit& units = WUnit::GetDefaultWUnit();
     units.GetUnitString(id, form);   // loads every part of a chain
     TvlString text = units.DisplayUnitValueAsString(id, value, form, decimals);
     if (!std::isfinite(value) || ShowsFractions(id) || units.GetNumberOfUnitInCollection(id) != 1)

@@ -11,6 +11,7 @@
 namespace CLI {
 class App;
 }
+class WUnit;
 
 /// A unit as it was written on the command line.
 struct UnitName {
@@ -43,4 +44,4 @@ struct NumberOptions {
 void PrintProblem(const TvlString& text, std::size_t position, const TvlString& problem);
 
 /// A value as text in the user's region: on displays of one part grouped and with the user's separators.
-TvlString RegionalText(int id, double value, unsigned form, int decimals);
+TvlString RegionalText(WUnit& units, int id, double value, unsigned form, int decimals);

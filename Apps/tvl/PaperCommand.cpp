@@ -8,20 +8,25 @@
 #include "siblings/TvlPlatform/TextEncoding.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iomanip>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
+#include <vector>
 
 namespace {
 constexpr int kInch = 1;
 constexpr int kMillimetre = 2;
 
-/// The store; a file with papers that can't be placed ends the command.
+/// The store; a file that can't be read, or has papers that can't be placed, ends the command.
 CPaperTypeMgr& Papers()
 try {
-    return CPaperTypeMgr::GetInstance();
+    CPaperTypeMgr& papers = CPaperTypeMgr::GetInstance();
+    if (papers.GetCount() == 0)
+        EndWithBadInput("there are no papers: neither the user's file nor the suite's gives any");
+    return papers;
 } catch (const std::out_of_range&) {
     EndWithBadInput("the file of papers has an id beyond its number of papers; `tvl paper lint` tells which");
 }
@@ -56,6 +61,37 @@ void Print(std::int64_t index, const PaperTypeInformation& paper, bool json)
     }
     std::cout << std::setw(4) << index << "  " << Name(paper) << "  " << size << (paper.Hidden ? "  (hidden)" : "")
               << '\n';
+}
+
+std::vector<PaperTypeInformation> AllPapers()
+{
+    std::vector<PaperTypeInformation> papers;
+    for (PaperTypeInformation paper; Papers().GetPaperInfoAt(static_cast<int>(papers.size()), paper);)
+        papers.push_back(paper);
+    return papers;
+}
+
+/// Writes the user's file. Reads it again, since the store does not tell whether it could be written.
+void Save()
+{
+    const auto written = AllPapers();
+    CPaperTypeMgr::Shutdown();
+    CPaperTypeMgr::ReleaseInstance(false);
+    const auto read = AllPapers();
+    const auto isSame = [](const PaperTypeInformation& a, const PaperTypeInformation& b) {
+        return a.DisplayName == b.DisplayName && a.Width == b.Width && a.Height == b.Height && a.Hidden == b.Hidden;
+    };
+    if (!std::equal(written.begin(), written.end(), read.begin(), read.end(), isSame))
+        EndWithBadInput("the user's file of papers could not be written");
+}
+
+/// The name that a paper of the user's own is to have.
+TvlString NewName(const std::string& bytes)
+{
+    const bool isBroken = std::any_of(bytes.begin(), bytes.end(), [](unsigned char c) { return c < ' ' || c == 127; });
+    if (bytes.empty() || isBroken)
+        EndWithBadInput("a paper needs a name without line breaks and other control characters");
+    return TvlPlatform::FromUtf8(bytes);
 }
 
 void List(const PaperRequest& request)
@@ -99,12 +135,11 @@ void Find(const PaperRequest& request)
 void Add(const PaperRequest& request)
 {
     PaperTypeInformation paper = Size(request);
-    paper.DisplayName = TvlPlatform::FromUtf8(request.name);
+    paper.DisplayName = NewName(request.name);
     paper.Rotatable = true;
     Papers().AddCustomPaper(paper, true);
-    const std::int64_t index = Papers().FindCustomPaperIndex(paper.DisplayName);
-    Print(index, paper, request.json);
-    CPaperTypeMgr::Shutdown();
+    Save();
+    Print(Papers().FindCustomPaperIndex(paper.DisplayName), paper, request.json);
 }
 
 void Delete(const PaperRequest& request)
@@ -113,7 +148,7 @@ void Delete(const PaperRequest& request)
     if (index == -1)
         EndWithBadInput("no paper of the user's own has the name \"" + request.name + "\"");
     Papers().DeletePaper(index, true);
-    CPaperTypeMgr::Shutdown();
+    Save();
 }
 
 void Hide(const PaperRequest& request)
@@ -123,8 +158,7 @@ void Hide(const PaperRequest& request)
     for (int index = kPaperNone + 1; index < Papers().GetPredefinedCount(); ++index)
         if (Papers().GetPaperInfoAt(index, paper) && paper.DisplayName.CompareNoCase(wanted) == 0) {
             Papers().DeletePaper(index, false);
-            CPaperTypeMgr::Shutdown();
-            return;
+            return Save();
         }
     EndWithBadInput("no predefined paper has the name \"" + request.name + "\"");
 }
@@ -135,7 +169,7 @@ void Default(const PaperRequest& request)
     OSUtils::LocaleEnvironment::GetPaperType(type);
     PaperTypeInformation paper;
     if (!Papers().GetPaperInfo(type, paper))
-        EndWithBadInput("the store has no papers");
+        EndWithBadInput("the store lacks paper " + std::to_string(type));
     Print(type, paper, request.json);
 }
 
@@ -152,6 +186,7 @@ void Range(const PaperRequest& request)
     std::cout << '\n';
 }
 
+// Nothing is stored before the last line: who interrupts it finds the papers as they were.
 void Import(const PaperRequest& request)
 {
     int added = 0;
@@ -162,25 +197,37 @@ void Import(const PaperRequest& request)
         PaperTypeInformation paper = CPaperTypeMgr::SetCustomPaper(found->width, found->height, found->unit);
         paper.DisplayName = TvlPlatform::FromUtf8(found->name);
         paper.Rotatable = true;
+        if (paper.Width <= 0 || paper.Height <= 0)
+            return;   // too small or too large to be kept
         if (Papers().IsPredefinedPaper(paper, true) || Papers().IsCustomPaper(paper, true))
             return;   // there is one of this size
         Papers().AddCustomPaper(paper, true);
         ++added;
     });
-    CPaperTypeMgr::Shutdown();
-    std::cout << added << " papers added\n";
+    Save();
+    if (request.json)
+        std::cout << nlohmann::json{{"added", added}} << '\n';
+    else
+        std::cout << added << " papers added\n";
 }
 
 void RunLint(const PaperRequest& request)
 {
     const auto faults = LintPapers(request.file);
+    if (request.json)
+        std::cout << nlohmann::json(faults).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
     for (const std::string& fault : faults)
-        std::cout << fault << '\n';
+        if (!request.json)
+            std::cout << fault << '\n';
     if (!faults.empty())
         EndWithBadInput(std::to_string(faults.size()) + " faults in \"" + request.file + "\"");
 }
 
+constexpr unsigned kMostPages = 10'000'000;   // far above any document; open ranges list them all
+
 using Request = std::shared_ptr<PaperRequest>;
+
+void AddJson(CLI::App& command, const Request& request) { command.add_flag("--json", request->json, "print JSON"); }
 
 void AddSize(CLI::App& command, const Request& request)
 {
@@ -195,9 +242,24 @@ CLI::App& Sub(
     CLI::App& parent, const Request& request, const char* name, const char* what, void (*run)(const PaperRequest&))
 {
     CLI::App& command = *parent.add_subcommand(name, what);
-    command.add_flag("--json", request->json, "print JSON");
     command.callback([request, run] { run(*request); });
     return command;
+}
+void AddEdits(CLI::App& paper, const Request& request)
+{
+    CLI::App& add = Sub(paper, request, "add", "adds a paper of the user's own, or changes it", Add);
+    add.add_option("name", request->name, "its name")->required();
+    AddSize(add, request);
+    AddJson(add, request);
+    Sub(paper, request, "delete", "deletes a paper of the user's own", Delete)
+        .add_option("name", request->name, "its name")
+        ->required();
+    Sub(paper, request, "hide", "hides a predefined paper", Hide)
+        .add_option("name", request->name, "its name")
+        ->required();
+    CLI::App& import = Sub(paper, request, "import", "adds the papers of a table of libpaper or CUPS", Import);
+    request->input.AddOptions(import, "lines of such a table");
+    AddJson(import, request);
 }
 }   // namespace
 
@@ -206,26 +268,20 @@ void AddPaperCommand(CLI::App& app)
     CLI::App& paper = *app.add_subcommand("paper", "lists paper sizes and looks after the user's own");
     paper.require_subcommand(1);
     const auto request = std::make_shared<PaperRequest>();
-    Sub(paper, request, "list", "lists papers in the order of the user's country", List)
-        .add_flag("--all", request->all, "hidden ones too, in the order of the store");
-    AddSize(Sub(paper, request, "find", "tells which paper has a size, either way round", Find), request);
-    CLI::App& add = Sub(paper, request, "add", "adds a paper of the user's own, or changes it", Add);
-    add.add_option("name", request->name, "its name")->required();
-    AddSize(add, request);
-    Sub(paper, request, "delete", "deletes a paper of the user's own", Delete)
-        .add_option("name", request->name, "its name")
-        ->required();
-    Sub(paper, request, "hide", "hides a predefined paper", Hide)
-        .add_option("name", request->name, "its name")
-        ->required();
-    Sub(paper, request, "default", "tells the usual paper of the user's region", Default);
+    CLI::App& list = Sub(paper, request, "list", "lists papers in the order of the user's country", List);
+    list.add_flag("--all", request->all, "hidden ones too, in the order of the store");
+    AddJson(list, request);
+    CLI::App& find = Sub(paper, request, "find", "tells which paper has a size, either way round", Find);
+    AddSize(find, request);
+    AddJson(find, request);
+    AddEdits(paper, request);
+    AddJson(Sub(paper, request, "default", "tells the usual paper of the user's region", Default), request);
     CLI::App& range = Sub(paper, request, "range", "tells the pages that a text such as \"1-3,5~\" names", Range);
     range.add_option("text", request->text, "numbers and ranges; \"~\" takes every second page")->required();
     range.add_option("--first", request->first, "first page")->capture_default_str();
-    range.add_option("--pages", request->pages, "number of pages")->required();
-    Sub(paper, request, "lint", "looks for faults in a file of papers", RunLint)
-        .add_option("file", request->file, "a master or a user's file")
-        ->required();
-    request->input.AddOptions(Sub(paper, request, "import", "adds the papers of a table of libpaper or CUPS", Import),
-        "lines of such a table");
+    range.add_option("--pages", request->pages, "number of pages")->required()->check(CLI::Range(0u, kMostPages));
+    AddJson(range, request);
+    CLI::App& lint = Sub(paper, request, "lint", "looks for faults in a file of papers", RunLint);
+    lint.add_option("file", request->file, "a master or a user's file")->required();
+    AddJson(lint, request);
 }

@@ -7,9 +7,14 @@
 #include <cmath>
 
 namespace {
-constexpr double kLargestInches = 8454.0;   // what 32 bits hold in tenths of a micron
+// What 32 bits hold: inches in tenths of a micron, pixels times that when they are written, and a resolution by kilometres.
+constexpr double kLargestInches = 8454.0;
+constexpr double kMostPixels = 8454.0;
+constexpr int kLargestDpi = 21474;
 
 struct Lint {
+    std::size_t sizes = 0;    // number of predefined papers
+    std::size_t papers = 0;   // of all
     std::vector<std::string> faults;
     std::vector<int> counts = std::vector<int>(kPaperTypeCount);   // of each id
 
@@ -31,6 +36,8 @@ void Lint::CheckId(const std::string& where, const WXmlNode& size)
         return Fault(where, "the id \"" + Text(size, L"id") + "\" is none of 0 to 148");
     if (++counts[static_cast<std::size_t>(id)] == 2)
         Fault(where, "the id " + std::to_string(id) + " stands there twice");
+    if (static_cast<std::size_t>(id) >= sizes)
+        Fault(where, "the id " + std::to_string(id) + " is beyond the number of papers, " + std::to_string(sizes));
 }
 
 void Lint::CheckSize(const std::string& where, const WXmlNode& size)
@@ -43,12 +50,14 @@ void Lint::CheckSize(const std::string& where, const WXmlNode& size)
     const int dpi = size.Attribute(L"dpi").GetInt(96);
     if (dpi <= 0)
         Fault(where, "the resolution " + std::to_string(dpi) + " is not above 0");
+    if (dpi > kLargestDpi)
+        Fault(where, "the resolution " + std::to_string(dpi) + " is out of range");
     const double perInch = isInch ? 1.0 : isPixel ? std::max(dpi, 1) : 25.4;
     for (const wchar_t* side : {L"width", L"height"}) {
         const double length = size.Attribute(side).GetDouble(std::nan(""));
         if (std::isnan(length))
             Fault(where, "the " + TvlPlatform::ToUtf8(side) + " \"" + Text(size, side) + "\" is no number");
-        else if (length < 0.0 || length / perInch > kLargestInches)
+        else if (length < 0.0 || length / perInch > kLargestInches || (isPixel && length > kMostPixels))
             Fault(where, "the " + TvlPlatform::ToUtf8(side) + " " + Text(size, side) + " is out of range");
     }
 }
@@ -60,7 +69,7 @@ void Lint::CheckLists(const WXmlDoc& document)
             WXmlNodeList pages;
             set.GetNodes(WXPath(list), pages);
             for (const WXmlNode& page : pages)
-                if (page.Value().GetInt(-1) < 0)
+                if (const int place = page.Value().GetInt(-1); place < 0 || static_cast<std::size_t>(place) >= papers)
                     Fault("pageset " + Text(set, L"system"),
                         "\"" + TvlPlatform::ToUtf8(page.Value().GetString(L"")) + "\" is no place of a paper");
         }
@@ -75,8 +84,11 @@ std::vector<std::string> LintPapers(const std::string& path)
     WXmlDoc document(false);
     if (!document.Load(TvlPlatform::FromUtf8(path)))
         return {"the file can't be read as XML"};
-    Lint lint;
     const WXmlNodeList sizes = document.GetNodes(WXPath(L"/PageSizes/sizes/*"));
+    const WXmlNodeList customSizes = document.GetNodes(WXPath(L"/PageSizes/CustomPageSizes/*"));
+    Lint lint;
+    lint.sizes = sizes.Count();
+    lint.papers = sizes.Count() + customSizes.Count();
     for (std::size_t i = 0; i < sizes.Count(); ++i) {
         const std::string where = "size " + std::to_string(i + 1) + " (" + Text(sizes.Node(i), L"name") + ")";
         lint.CheckId(where, sizes.Node(i));
@@ -85,7 +97,7 @@ std::vector<std::string> LintPapers(const std::string& path)
     for (int id = 0; id < kPaperTypeCount; ++id)
         if (lint.counts[static_cast<std::size_t>(id)] == 0)
             lint.Fault("sizes", "the id " + std::to_string(id) + " is missing");
-    for (const WXmlNode& size : document.GetNodes(WXPath(L"/PageSizes/CustomPageSizes/*")))
+    for (const WXmlNode& size : customSizes)
         lint.CheckSize("custom size (" + Text(size, L"name") + ")", size);
     lint.CheckLists(document);
     return lint.faults;

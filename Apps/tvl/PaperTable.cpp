@@ -4,23 +4,37 @@
 
 #include <algorithm>
 #include <sstream>
+#include <string_view>
 #include <vector>
 
 namespace {
 constexpr int kInch = 1;
 constexpr int kMillimetre = 2;
 constexpr double kPointsPerInch = 72.0;
+constexpr const char* kBlanks = " \t\r";
 
 std::vector<std::string> Words(std::string line, const char* separators)
 {
     for (char& c : line)
-        if (std::string(separators).find(c) != std::string::npos)
+        if (std::string_view(separators).find(c) != std::string_view::npos)
             c = ' ';
     std::istringstream stream(line);
     std::vector<std::string> words;
     for (std::string word; stream >> word;)
         words.push_back(word);
     return words;
+}
+
+/// The parts between commas, which may have blanks in them.
+std::vector<std::string> CommaParts(const std::string& line)
+{
+    std::istringstream stream(line);
+    std::vector<std::string> parts;
+    for (std::string part; std::getline(stream, part, ',');) {
+        const std::size_t first = std::min(part.find_first_not_of(kBlanks), part.size());
+        parts.push_back(part.substr(first, part.find_last_not_of(kBlanks) + 1 - first));
+    }
+    return parts;
 }
 
 std::optional<TablePaper> Paper(
@@ -48,8 +62,8 @@ std::optional<TablePaper> ReadPaperLine(const std::string& line)
         return words.size() < 3 ? std::nullopt : Paper(words[0], words[words.size() - 2], words.back(), "pt");
     }
     if (line.find(',') != std::string::npos) {
-        const auto words = Words(line, ",\t\r");
-        return words.size() != 4 ? std::nullopt : Paper(words[0], words[1], words[2], words[3]);
+        const auto parts = CommaParts(line);
+        return parts.size() != 4 ? std::nullopt : Paper(parts[0], parts[1], parts[2], parts[3]);
     }
     const auto words = Words(line, "\t\r");
     if (words.size() != 3 && words.size() != 4)

@@ -1,5 +1,6 @@
 #include "TextInput.h"
 
+#include "CommandTask.h"
 #include "Commands.h"
 
 #include <CLI/CLI.hpp>
@@ -32,10 +33,27 @@ void TextInput::ForEach(const std::function<void(const std::string& text)>& take
         return ForEachLine(std::cin, take);
     if (file.empty())
         return;
-    std::ifstream lines(std::filesystem::path(std::u8string(file.begin(), file.end())));
+    const std::filesystem::path path(std::u8string(file.begin(), file.end()));
+    std::ifstream lines(path);
     if (!lines) {
         std::cerr << "tvl: the file \"" << file << "\" can't be read\n";
         throw CLI::RuntimeError(kBadInput);
     }
-    ForEachLine(lines, take);
+    // What is no file of a known size, such as a pipe, may wait for ever: Ctrl-C ends the program there.
+    std::error_code unknown;
+    const auto size = std::filesystem::file_size(path, unknown);
+    if (unknown)
+        return ForEachLine(lines, take);
+    CommandTask running(L"Reading texts");
+    running.Begin(size);
+    ForEachLine(lines, [&](const std::string& line) {
+        running.EndIfCancelled();
+        {
+            const TaskView::Pause pause(running.View());
+            take(line);
+            if (running.View().IsOnScreen())
+                std::cout.flush();
+        }
+        running.Task().AddProgress(line.size() + 1);
+    });
 }

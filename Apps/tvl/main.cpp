@@ -34,6 +34,10 @@ int main()   // NOLINT(bugprone-exception-escape)
     AddGuidMapCommand(app);
     AddDownloadCommand(app);
     AddSizeCommand(app);
+    AddLanguageCommand(app);
+    AddLanguageFolderCommands(app);
+    AddTrackCommand(app);
+    AddWorkspaceCommand(app);
 
     std::vector<std::string> arguments;
     for (const std::wstring& argument : Ports::Modules::Get().Arguments())

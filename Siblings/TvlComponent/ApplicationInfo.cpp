@@ -9,4 +9,10 @@ IAppStartupInit& Settings()
     return settings;
 }
 
+IAppStartup& AppStartup()
+{
+    static IAppStartup startup;
+    return startup;
+}
+
 }   // namespace ApplicationInfo

@@ -1,11 +1,14 @@
 #include "siblings/TvlConfig/SuiteFolders.h"
 
+#include "siblings/TvlConfig/DataFolders.h"
+#include "siblings/TvlConfig/Dependencies.h"
 #include "siblings/TvlUtils/FilePath.h"
 #include "siblings/TvlUtils/SystemIO.h"
 #include "windows/Environment.h"
 #include "windows/Modules.h"
 
 #include <filesystem>
+#include <mutex>
 
 namespace TvlConfig {
 
@@ -31,3 +34,35 @@ TvlString GetSuiteDir()
 }   // namespace TvlConfig
 
 TvlString INIGetConfigDir() { return TvlUtils::SystemIO::Path::Combine(TvlConfig::GetSuiteDir(), L"Config"); }
+
+TvlString INIGetBootDefaultWorkspaceDir()
+{
+    return TvlUtils::SystemIO::Path::Combine(TvlConfig::GetSuiteDir(), L"Workspaces");
+}
+
+TvlString INIGetLanguageDir()
+{
+    const TvlString folder = TvlUtils::SystemIO::Path::Combine(TvlConfig::GetSuiteDir(), L"Languages");
+    return TvlUtils::SystemIO::Folder::Exists(folder) ? folder : TvlString();
+}
+
+namespace {
+std::mutex programFolderLock;
+TvlString programFolder;   // of the chosen language; empty when it is not known
+}   // namespace
+
+TvlString INIGetLangRelProgDir()
+{
+    using TvlUtils::SystemIO::Path::Combine;
+    const std::lock_guard hold(programFolderLock);
+    TvlString name;
+    if (programFolder.IsEmpty() && TvlConfig::GetDependencies().GetLanguageDirName(name) && !name.IsEmpty())
+        programFolder = Combine(Combine(INIGetAppDir(), L"Languages"), name);
+    return programFolder;
+}
+
+void INIClearLangRelProgDirCache()
+{
+    const std::lock_guard hold(programFolderLock);
+    programFolder.Empty();
+}

@@ -10,6 +10,12 @@ const Feature& PixelEnableDecimalPrecision_func()
     return feature;
 }
 
+const Feature& OptionsTabletMode_func()
+{
+    static constexpr Feature feature{L"OptionsTabletMode", true};
+    return feature;
+}
+
 }   // namespace Features
 
 bool FeatureFlags::IsEnabled(const Feature& feature) const

@@ -31,6 +31,18 @@ std::shared_ptr<const Texts> currentTexts;
 std::wstring currentFolder = kFallbackFolder;
 std::atomic<unsigned> generation = 1;
 
+/// Under what a library's number is kept among the texts: no key has a blank.
+TvlString LegacyName(const TvlString& library, ULONG id) { return TvlString().Format(L"%s %u", library, id); }
+
+/// Adds the numbers of libraries: {"library": {"101": key}}.
+void ReadLegacy(const nlohmann::json& legacy, Texts& texts)
+{
+    for (const auto& [library, keys] : legacy.items())
+        for (const auto& [id, key] : keys.items())
+            texts.emplace(LegacyName(TvlPlatform::FromUtf8(library), static_cast<ULONG>(std::stoul(id))),
+                TvlPlatform::FromUtf8(key.get<std::string>()));
+}
+
 /// Adds the texts of one file; those that are there already stay.
 void ReadFile(const fs::path& path, Texts& texts)
 {
@@ -40,6 +52,8 @@ void ReadFile(const fs::path& path, Texts& texts)
             throw std::runtime_error("unknown version");
         for (const auto& [key, text] : file.at("texts").items())
             texts.emplace(TvlPlatform::FromUtf8(key), TvlPlatform::FromUtf8(text.get<std::string>()));
+        if (const auto legacy = file.find("legacy"); legacy != file.end())
+            ReadLegacy(*legacy, texts);
     } catch (const std::exception& failure) {
         TvlUtils::LogMessage(TvlUtils::LogLevel::Error,
             TvlString().Format(L"texts of \"%s\" can't be read: %S", FromFilePath(path), failure.what()));
@@ -77,6 +91,9 @@ TvlString GetString(const TvlString& key)
     const auto found = texts->find(key);
     return found == texts->end() ? TvlString() : found->second;
 }
+
+TvlString GetLegacyGuid(const TvlString& library, ULONG id) { return GetString(LegacyName(library, id)); }
+TvlString GetLegacyString(const TvlString& key) { return GetString(key); }
 
 TvlString GetCaption(const TvlString& key) { return GetString(key + L".caption"); }
 

@@ -1,7 +1,11 @@
 #include "siblings/TvlUtils/Guid.h"
 
+#include <algorithm>
+#include <array>
 #include <cstring>
+#include <optional>
 #include <random>
+#include <string_view>
 
 namespace TvlUtils {
 
@@ -23,7 +27,51 @@ wchar_t* WriteHex(wchar_t* place, unsigned long long value, int digits)
         *place++ = L"0123456789abcdef"[value >> (4 * i) & 15];
     return place;
 }
+
+std::optional<unsigned> HexDigit(wchar_t c)
+{
+    if (c >= L'0' && c <= L'9')
+        return c - L'0';
+    const wchar_t small = c | 0x20;
+    return small >= L'a' && small <= L'f' ? std::optional<unsigned>(small - L'a' + 10) : std::nullopt;
+}
+
+/// The 16 bytes of a GUID's text in the order of its digits.
+std::optional<std::array<unsigned char, 16>> ReadBytes(std::wstring_view text)
+{
+    if (text.size() == 38 && text.front() == L'{' && text.back() == L'}')
+        text = text.substr(1, 36);
+    if (text.size() != 36)
+        return std::nullopt;
+    std::array<unsigned char, 16> bytes{};
+    std::size_t digits = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isHyphen = i == 8 || i == 13 || i == 18 || i == 23;
+        const auto digit = HexDigit(text[i]);
+        if (isHyphen ? text[i] != L'-' : !digit)
+            return std::nullopt;
+        if (!isHyphen) {
+            bytes[digits / 2] = static_cast<unsigned char>(bytes[digits / 2] * 16 + *digit);
+            ++digits;
+        }
+    }
+    return bytes;
+}
 }   // namespace
+
+Guid::Guid(const TvlString& text)
+{
+    const auto bytes = ReadBytes(text);
+    if (!bytes)
+        return;
+    const auto& b = *bytes;
+    m_value.Data1 = unsigned{b[0]} << 24 | unsigned{b[1]} << 16 | unsigned{b[2]} << 8 | b[3];
+    m_value.Data2 = static_cast<unsigned short>(b[4] << 8 | b[5]);
+    m_value.Data3 = static_cast<unsigned short>(b[6] << 8 | b[7]);
+    std::copy(b.begin() + 8, b.end(), m_value.Data4);
+}
+
+bool Guid::operator==(const Guid& other) const { return std::memcmp(&m_value, &other.m_value, sizeof m_value) == 0; }
 
 Guid Guid::Generate()
 {

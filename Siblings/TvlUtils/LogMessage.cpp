@@ -3,6 +3,7 @@
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "windows/Debug.h"
 
+#include <atomic>
 #include <cstdio>
 #include <mutex>
 
@@ -10,6 +11,8 @@ namespace TvlUtils {
 
 namespace {
 std::mutex logLock;
+std::atomic<int> vlogLevel = 0;
+std::atomic<LogLevel> lowestLevel = LogLevel::Info;
 
 std::function<void(LogLevel, const TvlString&)>& Receiver()
 {
@@ -18,8 +21,16 @@ std::function<void(LogLevel, const TvlString&)>& Receiver()
 }
 }   // namespace
 
+int GetVlogLevel() noexcept { return vlogLevel.load(std::memory_order_relaxed); }
+void SetVlogLevel(int level) noexcept { vlogLevel.store(level, std::memory_order_relaxed); }
+
+bool ShouldCreateLogMessage(LogLevel level) noexcept { return level >= lowestLevel.load(std::memory_order_relaxed); }
+void SetLowestLogLevel(LogLevel level) noexcept { lowestLevel.store(level, std::memory_order_relaxed); }
+
 void LogMessage(LogLevel level, const TvlString& text) noexcept
 try {
+    if (!ShouldCreateLogMessage(level))
+        return;
     static constexpr const char* kNames[] = {"info", "warning", "error"};
     const std::lock_guard hold(logLock);
     if (Receiver())

@@ -4,6 +4,7 @@
 #include "siblings/TvlPlatform/TvlString.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace TvlUtils {
 
@@ -70,6 +71,12 @@ std::wstring_view WithoutBlanks(std::wstring_view text)
 bool HasOneOf(std::wstring_view text, std::wstring_view refused)
 {
     return text.find_first_of(refused) != std::wstring_view::npos;
+}
+
+std::wstring Folded(std::wstring text)
+{
+    std::transform(text.begin(), text.end(), text.begin(), TvlFoldCase);
+    return text;
 }
 
 bool IsBlank(const std::string& line) { return Trimmed(line).empty(); }
@@ -159,6 +166,27 @@ std::vector<std::wstring> ProfileText::Keys(std::wstring_view section) const
         if (const auto entry = EntryOf(m_lines[line]))
             keys.push_back(TvlPlatform::FromUtf8(entry->key));
     return keys;
+}
+
+std::vector<ProfileText::SectionData> ProfileText::AllData() const
+{
+    std::vector<SectionData> sections;
+    std::unordered_set<std::wstring> names, keys;   // that were seen: of the file, and of the section
+    bool taken = false;
+    for (const std::string& line : m_lines) {
+        if (const auto name = SectionName(line)) {
+            SectionData section{TvlPlatform::FromUtf8(*name), {}};
+            keys.clear();
+            taken = names.insert(Folded(section.name)).second;
+            if (taken)
+                sections.push_back(std::move(section));
+        } else if (const auto entry = taken ? EntryOf(line) : std::nullopt) {
+            std::wstring key = TvlPlatform::FromUtf8(entry->key);
+            if (keys.insert(Folded(key)).second)
+                sections.back().entries.push_back({std::move(key), TvlPlatform::FromUtf8(Unquoted(entry->value))});
+        }
+    }
+    return sections;
 }
 
 bool ProfileText::SetValue(std::wstring_view section, std::wstring_view key, std::wstring_view value)

@@ -1,6 +1,7 @@
 // Streams over memory and over files.
 #include "siblings/TvlUtils/Stream.h"
 
+#include "Windows/StreamInterface.h"
 #include "siblings/TvlUtils/FileLayer.h"
 #include "siblings/TvlUtils/FilePath.h"
 
@@ -140,6 +141,27 @@ private:
     long long m_keptAt = 0;
 };
 }   // namespace
+
+std::size_t StreamSource::ReadSome(void* bytes, std::size_t size)
+{
+    // The longest run that can be read, bit by bit: sources know of exact reads alone.
+    std::size_t done = 0;
+    for (std::size_t step = size; step > 0 && done < size;) {
+        const std::size_t piece = std::min(step, size - done);
+        if (Read(static_cast<char*>(bytes) + done, piece))
+            done += piece;
+        else
+            step = piece / 2;
+    }
+    return done;
+}
+
+Stream::operator IStream*() const
+{
+    if (!m_interface)
+        m_interface = MakeStreamInterface(m_source);
+    return m_interface.get();
+}
 
 Stream Stream::OverMemory(void* bytes, std::size_t size)
 {

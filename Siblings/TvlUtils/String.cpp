@@ -1,6 +1,8 @@
 #include "siblings/TvlUtils/String.h"
 
+#include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <limits>
 #include <string>
 
@@ -28,6 +30,17 @@ bool IsLarge(std::string_view number)
 }
 }   // namespace
 
+TvlString ToStringW(bool value) { return value ? L"true" : L"false"; }
+
+TvlString ToStringW(int value) { return std::to_wstring(value); }
+
+TvlString ToStringW(double value)
+{
+    char text[32];   // the longest has 24 characters
+    const auto [end, error] = std::to_chars(std::begin(text), std::end(text), value);
+    return error == std::errc() ? std::wstring(text, end) : std::wstring();
+}
+
 double DblFromString(const TvlString& text)
 {
     std::wstring_view rest = text;
@@ -46,6 +59,26 @@ double DblFromString(const TvlString& text)
     if (!IsLarge(number))
         return 0.0;
     return number.starts_with('-') ? -std::numeric_limits<double>::infinity() : std::numeric_limits<double>::infinity();
+}
+
+bool ConsistsOnlyOf(const TvlString& text, CharacterSet set, const TvlString& extra)
+{
+    struct Range {
+        CharacterSet set;
+        wchar_t first, last;
+    };
+    static constexpr Range kRanges[] = {
+        {CharacterSet::CapitalLetters, L'A', L'Z'},
+        {CharacterSet::SmallLetters, L'a', L'z'},
+        {CharacterSet::Digits, L'0', L'9'},
+    };
+    const auto allowed = [&](wchar_t c) {
+        return extra.Find(c) >= 0 || std::any_of(std::begin(kRanges), std::end(kRanges), [&](const Range& range) {
+            const bool chosen = (static_cast<unsigned>(set) & static_cast<unsigned>(range.set)) != 0;
+            return chosen && c >= range.first && c <= range.last;
+        });
+    };
+    return std::all_of(text.Std().begin(), text.Std().end(), allowed);
 }
 
 }   // namespace TvlUtils::String

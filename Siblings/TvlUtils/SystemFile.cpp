@@ -156,6 +156,17 @@ bool Delete(const TvlString& path)
 
 bool Exists(const TvlString& path) { return HasKind(path, FileKind::File); }
 
+FileResult EnsureExists(const TvlString& path)
+{
+    return Reported([&] {
+        std::unique_ptr<FileHandle> file;
+        const FileResult made = FileLayer::Get().Open(PathOf(path), OpenMode::CreateNew, file);
+        if (made)
+            return file->Close();
+        return made.Is(std::errc::file_exists) && Exists(path) ? FileResult() : made;
+    });
+}
+
 FileResult ReadAll(const TvlString& path, std::string& bytes, std::size_t limit)
 {
     const FileResult result = Reported([&] {
@@ -183,6 +194,8 @@ bool Exists(const TvlString& path)
     FileStatus status;
     return static_cast<bool>(Reported([&] { return FileLayer::Get().Stat(PathOf(path), status); }));
 }
+
+bool IsFile(const TvlString& path) { return HasKind(path, FileKind::File); }
 
 }   // namespace Path
 

@@ -107,6 +107,11 @@ TvlString GetExtension(const TvlString& path)
     return name.Mid(ExtensionStart(name));
 }
 
+bool HasExtension(const TvlString& path, const TvlString& extension)
+{
+    return GetExtension(path).CompareNoCase(extension) == 0;
+}
+
 std::vector<TvlString> Split(const TvlString& path)
 {
     std::vector<TvlString> elements;

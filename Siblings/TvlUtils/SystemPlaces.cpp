@@ -1,6 +1,7 @@
 // Places that the system knows.
 #include "siblings/TvlUtils/SystemIO.h"
 
+#include "siblings/TvlUtils/FilePath.h"
 #include "windows/Environment.h"
 #include "windows/Modules.h"
 #include "windows/UserFolders.h"
@@ -12,6 +13,24 @@ TvlString GetDocumentsFolder()
     if (const auto folder = Ports::Environment::Get().Variable(L"TVL_USER_DIR"); folder && !folder->empty())
         return Combine(*folder, L"Documents");
     return Ports::UserFolders::Get().Documents();
+}
+
+TvlString GetTempFolder()
+{
+    const auto user = Ports::Environment::Get().Variable(L"TVL_USER_DIR");
+    if (!user || user->empty()) {
+        std::error_code unknown;
+        return FromFilePath(std::filesystem::temp_directory_path(unknown));
+    }
+    const TvlString folder = Combine(*user, L"Temp");
+    static_cast<void>(Folder::EnsureExists(folder));   // who makes files there learns that it failed
+    return folder;
+}
+
+TvlString CreateNewTempFolder()
+{
+    const TvlString folder = GetTempFileNameW(GetTempFolder(), L"tvl", L"");
+    return Folder::EnsureExists(folder) ? folder : TvlString();
 }
 
 TvlString GetProcessFileName(void* process)

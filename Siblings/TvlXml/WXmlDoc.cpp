@@ -1,6 +1,7 @@
 // Documents over pugixml.
 #include "siblings/TvlXml/WXmlDoc.h"
 
+#include "Windows/StreamInterface.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "siblings/TvlUtils/LogMessage.h"
 #include "siblings/TvlUtils/SystemIO.h"
@@ -49,29 +50,54 @@ WXmlDoc::~WXmlDoc() = default;
 bool WXmlDoc::Load(const TvlString& path)
 {
     ReleaseDocument();
-    std::string& bytes = m_tree->bytes;
+    std::string bytes;
     if (const auto read = TvlUtils::SystemIO::File::ReadAll(path, bytes); !read) {
         LogMessage(LogLevel::Warning, TvlString().Format(L"\"%s\" can't be read: %s", path.Std(), read.Reason().Std()));
         return false;
     }
+    return Parse(std::move(bytes), path);
+}
+
+bool WXmlDoc::Load(IStream* stream)
+{
+    ReleaseDocument();
+    std::string bytes;
+    return stream && ReadStreamToEnd(*stream, bytes, TvlUtils::SystemIO::File::kReadAllLimit)
+        && Parse(std::move(bytes), L"a stream");
+}
+
+bool WXmlDoc::CreateFromString(const TvlString& text) { return LoadBytes(TvlPlatform::ToUtf8(text)); }
+bool WXmlDoc::LoadBytes(std::string_view bytes) { return Parse(std::string(bytes), L"a text"); }
+
+bool WXmlDoc::Parse(std::string bytes, const TvlString& origin)
+{
+    ReleaseDocument();
+    m_tree->bytes = std::move(bytes);
     const unsigned options = pugi::parse_default | (m_keepBlanks ? pugi::parse_ws_pcdata : 0);
-    const auto parsed = m_tree->document.load_buffer_inplace(bytes.data(), bytes.size(), options);
+    const auto parsed = m_tree->document.load_buffer_inplace(m_tree->bytes.data(), m_tree->bytes.size(), options);
     const bool isShallow = parsed && IsShallow(m_tree->document);
     if (parsed && isShallow)
         return true;
     ReleaseDocument();
     LogMessage(LogLevel::Warning,
-        TvlString().Format(L"\"%s\" is no XML document: %S at byte %I64d", path.Std(),
+        TvlString().Format(L"\"%s\" is no XML document: %S at byte %I64d", origin.Std(),
             parsed ? "too many elements within each other" : parsed.description(),
             static_cast<long long>(parsed.offset)));
     return false;
 }
 
-bool WXmlDoc::Save(const TvlString& path) const
+std::string WXmlDoc::SaveBytes() const
 {
     ByteWriter writer;
     m_tree->document.save(writer, "\t", pugi::format_default, pugi::encoding_utf8);
-    const auto saved = TvlUtils::SystemIO::File::WriteAside(path, writer.bytes);
+    return std::move(writer.bytes);
+}
+
+bool WXmlDoc::Save(IStream* stream) const { return stream && IsLoaded() && WriteStream(*stream, SaveBytes()); }
+
+bool WXmlDoc::Save(const TvlString& path) const
+{
+    const auto saved = TvlUtils::SystemIO::File::WriteAside(path, SaveBytes());
     if (!saved)
         LogMessage(
             LogLevel::Error, TvlString().Format(L"\"%s\" can't be written: %s", path.Std(), saved.Reason().Std()));

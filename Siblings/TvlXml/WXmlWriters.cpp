@@ -9,6 +9,7 @@
 WXmlAttributeWriter::WXmlAttributeWriter(const WXmlNode& node)
     : m_element(node.m_element), m_next(XmlElement(m_element).first_attribute().internal_object())
 {
+    node.m_lastFound = nullptr;   // it may go
 }
 
 WXmlAttributeWriter::~WXmlAttributeWriter()

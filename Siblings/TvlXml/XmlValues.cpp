@@ -1,5 +1,6 @@
 #include "TvlXml/XmlValues.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 
@@ -27,6 +28,19 @@ bool BeginsAsNumber(std::string_view text)
     text = text.substr(text.starts_with('-') ? 1 : 0);
     return !text.empty() && (text.front() == '.' || (text.front() >= '0' && text.front() <= '9'));
 }
+/// Whether a number, which has no sign, is below 1: decides between nothing and infinity where a number is out of range.
+bool IsBelowOne(std::string_view number)
+{
+    const std::size_t mantissaSize = std::min(number.find_first_of("eE"), number.size());
+    const std::string_view mantissa = number.substr(0, mantissaSize);
+    const auto point = static_cast<long long>(std::min(mantissa.find('.'), mantissa.size()));
+    const auto leading = static_cast<long long>(mantissa.find_first_of("123456789"));
+    const std::string_view text = WithoutPlus(number.substr(std::min(mantissaSize + 1, number.size())));
+    long long exponent = 0;
+    if (std::from_chars(text.data(), text.data() + text.size(), exponent).ec == std::errc::result_out_of_range)
+        return text.starts_with('-');
+    return exponent < leading - point + (leading < point ? 1 : 0);
+}
 }   // namespace
 
 std::optional<int> ToInt(std::string_view value)
@@ -49,9 +63,9 @@ std::optional<double> ToDouble(std::string_view value)
     if (stop != end || error == std::errc::invalid_argument)
         return std::nullopt;
     if (error == std::errc::result_out_of_range) {
-        const bool isTiny = text.find("e-") != text.npos || text.find("E-") != text.npos || text.find("0.0") < 2;
-        number = isTiny ? 0.0 : std::numeric_limits<double>::infinity();
-        number = text.starts_with('-') ? -number : number;
+        const bool isNegative = text.starts_with('-');
+        number = IsBelowOne(text.substr(isNegative ? 1 : 0)) ? 0.0 : std::numeric_limits<double>::infinity();
+        number = isNegative ? -number : number;
     }
     return number;
 }

@@ -2,12 +2,14 @@
 #pragma once
 
 #include "windows/Debug.h"
+#include "windows/Dialogs.h"
 #include "windows/Environment.h"
 #include "windows/Internet.h"
 #include "windows/Keyboard.h"
 #include "windows/Locale.h"
 #include "windows/ManagedRuntimes.h"
 #include "windows/Modules.h"
+#include "windows/NamedObjects.h"
 #include "windows/Processor.h"
 #include "windows/ProfileFiles.h"
 #include "windows/Shell.h"
@@ -25,6 +27,8 @@ Port& SystemPort();
 template <>
 Debug& SystemPort<Debug>();
 template <>
+Dialogs& SystemPort<Dialogs>();
+template <>
 Environment& SystemPort<Environment>();
 template <>
 Internet& SystemPort<Internet>();
@@ -36,6 +40,8 @@ template <>
 ManagedRuntimes& SystemPort<ManagedRuntimes>();
 template <>
 Modules& SystemPort<Modules>();
+template <>
+NamedObjects& SystemPort<NamedObjects>();
 template <>
 Processor& SystemPort<Processor>();
 template <>

@@ -132,7 +132,7 @@ struct FakeShell : Standing<Ports::Shell> {
     std::vector<std::wstring> requests;
 };
 
-struct FakeApplication : TvlComponent::IApplication {
+struct FakeApplication : ITovelCmn_App {
     void ShowMessage(const wchar_t*) override { }
     HWND GetMainWindow() const override { return window; }
 

@@ -2,7 +2,7 @@
 #include "ExifCommand.h"
 #include "ExifBlock.h"
 #include "ExifLocator.h"
-#include "ProgressBar.h"
+#include "TaskView.h"
 
 #include <filesystem>
 #include <fstream>
@@ -140,8 +140,8 @@ protected:
     {
         out.str("");
         errors.str("");
-        ProgressBar none(errors, {});
-        return RunExif(request, out, errors, none);
+        TaskView none(errors, {});
+        return RunExif(request, out, errors, *TvlUtl::ITaskProgressMgr::GetInst().GetDummyTask(), none);
     }
 
     fs::path folder = fs::temp_directory_path() / "exif-command-test";
@@ -229,23 +229,16 @@ TEST_F(ExifCommand, ReadsFoldersInOrderOnAnyNumberOfThreads)
     EXPECT_EQ(out.str(), alone);
 }
 
-TEST(ProgressBar, StaysOnOneLineAndGoesAway)
+TEST_F(ExifCommand, LeavesFilesAloneOnceItIsCancelled)
 {
-    for (const auto& [columns, line] : {std::pair(60, "[##########                              ] 250 of 1000"s),
-             std::pair(20, "[#    ] 250 of 1000"s), std::pair(12, "250 of 1000"s)}) {
-        std::ostringstream terminal, output;
-        {
-            ProgressBar bar(terminal, columns);
-            bar.Show(250, 1000, output);
-            EXPECT_EQ(terminal.str(), line);
-            bar.Show(251, 1000, output);
-            EXPECT_EQ(terminal.str(), line) << "too soon to be read";
-        }
-        EXPECT_EQ(terminal.str(), line + "\r" + std::string(line.size(), ' ') + "\r");
-    }
-    std::ostringstream file;
-    ProgressBar(file, {}).Show(1, 2, file);
-    EXPECT_EQ(file.str(), "");
+    const std::string bytes = JpegWith(Block(true));
+    TvlUtl::ITaskProgress* const task = TvlUtl::ITaskProgressMgr::GetInst().CreateDetachedTask(L"cancelled");
+    task->Cancel();
+    TaskView none(errors, {});
+    EXPECT_EQ(RunExif({.paths = {Put("a.jpg", bytes)}, .orientation = 3}, out, errors, *task, none), 130);
+    EXPECT_EQ(Get(folder / "a.jpg"), bytes);
+    EXPECT_EQ(out.str() + errors.str(), "");
+    task->Finish();
 }
 
 TEST_F(ExifCommand, SetsTheOrientationAndTouchesNoOtherByte)

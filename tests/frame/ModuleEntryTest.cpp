@@ -9,7 +9,7 @@
 
 namespace {
 
-struct Application : TvlComponent::IApplication {
+struct Application : ITovelCmn_App {
     Application() { TvlComponent::SetAppInterface(this); }
     ~Application() override { TvlComponent::SetAppInterface(nullptr); }
     void ShowMessage(const wchar_t* text) override { messages.push_back(text); }

@@ -2,6 +2,9 @@
 #include "PaperFolders.h"
 
 #include <gmock/gmock.h>
+#include <set>
+#include <span>
+#include <stdexcept>
 
 namespace {
 
@@ -138,6 +141,9 @@ TEST_F(PaperOperations, KeepTheListOfPapersUsedLast)
     EXPECT_EQ(Papers().GetMaxMRUSize(), 0);
     Papers().AddMRUItem(12);
     EXPECT_EQ(Papers().GetMRUList().size(), 10u);
+    Papers().SetMaxMRUSize(INT64_MAX);
+    EXPECT_THROW(Papers().SetMaxMRUSize(10), std::length_error) << "no list is so long";
+    EXPECT_EQ(Papers().GetMRUList().size(), 10u);
 }
 
 // DMPAPER_ constants of the platform's headers, in tenths of a millimetre.
@@ -147,31 +153,40 @@ struct CodeCase {
     int height;
 };
 constexpr int Tenths(double inches) { return static_cast<int>(inches * 254 + 0.5); }
-const CodeCase kCodes[] = {{1, Tenths(8.5), 2794}, {3, 2794, 4318}, {5, Tenths(8.5), Tenths(14)},
-    {6, Tenths(5.5), Tenths(8.5)}, {7, Tenths(7.25), Tenths(10.5)}, {8, 2970, 4200}, {9, 2100, 2970}, {11, 1480, 2100},
-    {19, Tenths(3.875), Tenths(8.875)}, {20, Tenths(4.125), Tenths(9.5)}, {21, Tenths(4.5), Tenths(10.375)},
-    {22, Tenths(4.75), 2794}, {23, Tenths(5), Tenths(11.5)}, {24, Tenths(17), Tenths(22)}, {25, Tenths(22), Tenths(34)},
+const CodeCase kCodes[] = {{1, Tenths(8.5), 2794}, {2, Tenths(8.5), 2794}, {3, 2794, 4318}, {4, 4318, 2794},
+    {5, Tenths(8.5), Tenths(14)}, {6, Tenths(5.5), Tenths(8.5)}, {7, Tenths(7.25), Tenths(10.5)}, {8, 2970, 4200},
+    {9, 2100, 2970}, {10, 2100, 2970}, {11, 1480, 2100}, {14, Tenths(8.5), Tenths(13)}, {15, 2150, 2750},
+    {16, Tenths(10), Tenths(14)}, {17, 2794, 4318}, {18, Tenths(8.5), 2794}, {19, Tenths(3.875), Tenths(8.875)},
+    {20, Tenths(4.125), Tenths(9.5)}, {21, Tenths(4.5), Tenths(10.375)}, {22, Tenths(4.75), 2794},
+    {23, Tenths(5), Tenths(11.5)}, {24, Tenths(17), Tenths(22)}, {25, Tenths(22), Tenths(34)},
     {26, Tenths(34), Tenths(44)}, {27, 1100, 2200}, {28, 1620, 2290}, {29, 3240, 4580}, {30, 2290, 3240},
     {31, 1140, 1620}, {32, 1140, 2290}, {33, 2500, 3530}, {34, 1760, 2500}, {35, 1760, 1250}, {36, 1100, 2300},
     {37, Tenths(3.875), Tenths(7.5)}, {38, Tenths(3.625), Tenths(6.5)}, {39, Tenths(14.875), 2794},
-    {40, Tenths(8.5), Tenths(12)}, {41, Tenths(8.5), Tenths(13)}, {42, 2500, 3530}, {47, 2200, 2200}, {57, 2270, 3560},
-    {58, 3050, 4870}, {61, 1480, 2100}, {62, 1820, 2570}, {63, 3220, 4450}, {64, 1740, 2350}, {66, 4200, 5940},
-    {69, 2000, 1480}, {70, 1050, 1480}, {79, 3640, 2570}, {80, 2570, 1820}, {81, 1480, 1000}};
+    {40, Tenths(8.5), Tenths(12)}, {41, Tenths(8.5), Tenths(13)}, {42, 2500, 3530}, {44, Tenths(9), 2794},
+    {45, Tenths(10), 2794}, {46, Tenths(15), 2794}, {47, 2200, 2200}, {52, Tenths(11.69), Tenths(18)},
+    {53, Tenths(9.27), Tenths(12.69)}, {55, 2100, 2970}, {57, 2270, 3560}, {58, 3050, 4870},
+    {59, Tenths(8.5), Tenths(12.69)}, {61, 1480, 2100}, {62, 1820, 2570}, {63, 3220, 4450}, {64, 1740, 2350},
+    {66, 4200, 5940}, {67, 2970, 4200}, {68, 3220, 4450}, {69, 2000, 1480}, {70, 1050, 1480}, {79, 3640, 2570},
+    {80, 2570, 1820}, {81, 1480, 1000}};
+// Deliberately other than the constants, as docs/papers.md lists them.
+const CodeCase kOtherCodes[] = {{12, 2500, 3530}, {13, 1760, 2500}, {50, Tenths(9), Tenths(12)},
+    {51, Tenths(9), Tenths(15)}, {54, Tenths(8.5), 2794}, {56, Tenths(9), Tenths(12)}, {60, 2100, 3000},
+    {65, 2100, 2760}, {75, Tenths(8.5), 2794}, {76, 2970, 4200}, {77, 2100, 2970}, {78, 1480, 2100}, {82, 2000, 1480},
+    {83, 1050, 1480}};
 
 TEST_F(PaperOperations, LeadPrinterCodesToTheSizesOfTheirConstants)
 {
-    for (const auto& [code, width, height] : kCodes) {
-        const PaperTypeInformation paper = CPaperTypeMgr::GetPaperFromDevMode(code);
-        EXPECT_NEAR(paper.Width, width * 1000, 500) << code;
-        EXPECT_NEAR(paper.Height, height * 1000, 500) << code;
-    }
-    for (const int code : {0, -1, 43, 48, 49, 71, 74, 84, 256, INT32_MAX, INT32_MIN})
+    std::set<int> codes = {43, 48, 49, 71, 72, 73, 74};   // without a paper
+    for (const auto& table : {std::span<const CodeCase>(kCodes), std::span<const CodeCase>(kOtherCodes)})
+        for (const auto& [code, width, height] : table) {
+            const PaperTypeInformation paper = CPaperTypeMgr::GetPaperFromDevMode(code);
+            EXPECT_NEAR(paper.Width, width * 1000, 500) << code;
+            EXPECT_NEAR(paper.Height, height * 1000, 500) << code;
+            EXPECT_TRUE(codes.insert(code).second) << code;
+        }
+    EXPECT_EQ(codes.size(), 83u) << "each code is in one of the tables";
+    for (const int code : {0, -1, 43, 48, 49, 71, 72, 73, 74, 84, 256, INT32_MAX, INT32_MIN})
         EXPECT_EQ(CPaperTypeMgr::GetPaperFromDevMode(code).Units, 0) << code;
-    // Deliberately other than the constants.
-    EXPECT_EQ(CPaperTypeMgr::GetPaperFromDevMode(12).Height, 3530000);
-    EXPECT_EQ(CPaperTypeMgr::GetPaperFromDevMode(13).Width, 1760000);
-    EXPECT_EQ(CPaperTypeMgr::GetPaperFromDevMode(60).Height, 3000000);
-    EXPECT_EQ(CPaperTypeMgr::GetPaperFromDevMode(50).Width, 9 * 254000);
 }
 
 TEST_F(PaperOperations, GiveCodesBackThatLeadToTheSamePaper)

@@ -66,7 +66,7 @@ TEST_F(PaperStore, KeepsWhatTheUserChanged)
         HasSubstr("<size id=\"0\" customid=\"150\" name=\"inches\" nameid=\"0\" width=\"1\" height=\"2\" "
                   "units=\"in\" fixedorientation=\"true\" />"));
     EXPECT_THAT(file,
-        HasSubstr("<size id=\"15\" name=\"A4\" nameid=\"15\" width=\"210\" height=\"297\" units=\"mm\" "
+        HasSubstr("<size id=\"15\" customid=\"0\" name=\"A4\" nameid=\"15\" width=\"210\" height=\"297\" units=\"mm\" "
                   "hidden=\"true\" />"));
 }
 
@@ -88,6 +88,10 @@ TEST_F(PaperStore, RefusesPapersThatCannotBe)
         {R"(<size name="a" width="96" height="1" units="px"/>)", true, 254000},
         {R"(<size name="a" width="1" height="1" units="px" dpi="-3"/>)", false, 0},
         {R"(<size name="a" width="1e300" height="1"/>)", true, INT32_MIN},
+        {R"(<size name="a" width="10.0e400" height="1"/>)", true, INT32_MIN},
+        {R"(<size name="a" width="0.001E+400" height="1"/>)", true, INT32_MIN},
+        {R"(<size name="a" width="1000e-99999999999999999999" height="1"/>)", true, 0},
+        {R"(<size name="a" width="0.1e-400" height="1"/>)", true, 0},
         {R"(<size name="a" width="nan" height="1"/>)", true, 0},
         {R"(<size name="a" width="8,5" height="1"/>)", true, 0},
         {R"(<size name="a" width="1" height="1" units="px" dpi="2147483647"/>)", true, 0},

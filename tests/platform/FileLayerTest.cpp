@@ -56,19 +56,32 @@ void ExpectOpenContract(const fs::path& folder)
     EXPECT_EQ(Read(*file, 0, 100), "01234567abcd");
     EXPECT_TRUE(file->Close());
 
+    ASSERT_TRUE(files.Open(path, OpenMode::Append, file));
+    std::unique_ptr<FileHandle> other;
+    ASSERT_TRUE(files.Open(path, OpenMode::Append, other));
+    EXPECT_TRUE(Write(*file, 0, "ef") && Write(*other, 0, "gh") && Write(*file, 2, "ij"));
+    EXPECT_EQ(Read(*file, 10, 100), "cdefghij");
+    other.reset();
+    EXPECT_TRUE(file->Close());
+
     ASSERT_TRUE(files.Open(path, OpenMode::Read, file));
     EXPECT_EQ(Read(*file, 10, 2), "cd");
     EXPECT_FALSE(Write(*file, 0, "x"));
     file.reset();
     FileStatus status;
     EXPECT_TRUE(files.Stat(path, status));
-    EXPECT_EQ(status.size, 12);
+    EXPECT_EQ(status.size, 18);
     EXPECT_TRUE(status.kind == FileKind::File && !status.isReadOnly);
 
     EXPECT_TRUE(files.SetReadOnly(path, true));
     EXPECT_TRUE(files.Stat(path, status) && status.isReadOnly);
     EXPECT_TRUE(files.SetReadOnly(path, false));
     EXPECT_TRUE(files.Stat(path, status) && !status.isReadOnly);
+    EXPECT_TRUE(files.Remove(path));
+    ASSERT_TRUE(files.Open(path, OpenMode::Append, file));
+    EXPECT_TRUE(Write(*file, 100, "new"));
+    EXPECT_EQ(Read(*file, 0, 100), "new");
+    EXPECT_TRUE(file->Close());
     EXPECT_TRUE(files.Remove(path));
 }
 

@@ -84,6 +84,19 @@ TEST(Stream, RefusesToWriteWhatIsOnlyRead)
     EXPECT_EQ(file.Bytes(), bytes);
 }
 
+TEST(Stream, ReadsWhatThereIs)
+{
+    const ScratchFile file("0123456789");
+    for (const std::size_t size : {0, 1, 3, 7, 9, 10, 11, 64}) {
+        Stream stream = Stream::OpenFile(file.path.wstring(), StreamAccess::Read);
+        std::string bytes(64, '\0');
+        bytes.resize(stream.ReadSome(bytes.data(), size));
+        EXPECT_EQ(bytes, std::string("0123456789").substr(0, size));
+        EXPECT_EQ(stream.GetPosition(), static_cast<long long>(bytes.size()));
+    }
+    EXPECT_EQ(Stream().ReadSome(nullptr, 1), 0u);
+}
+
 TEST(Stream, HasNoSourceWhenAFileCannotServe)
 {
     const ScratchFile file("0123");

@@ -8,8 +8,8 @@ using namespace TvlUtils::SystemIO;
 /// An open file. It keeps its node when the name goes elsewhere.
 class MemoryFile final : public FileHandle {
 public:
-    MemoryFile(MemoryFiles& files, std::shared_ptr<MemoryFiles::Node> node, bool writes)
-        : m_files(files), m_node(std::move(node)), m_writes(writes)
+    MemoryFile(MemoryFiles& files, std::shared_ptr<MemoryFiles::Node> node, OpenMode mode)
+        : m_files(files), m_node(std::move(node)), m_mode(mode)
     {
     }
 
@@ -27,9 +27,10 @@ public:
     FileResult WriteAt(long long offset, const void* bytes, std::size_t size, std::size_t& done) override
     {
         done = 0;
-        if (!m_writes)
+        if (m_mode == OpenMode::Read)
             return std::errc::permission_denied;
-        return m_files.Write(*m_node, static_cast<std::size_t>(offset), {static_cast<const char*>(bytes), size}, done);
+        const std::size_t at = m_mode == OpenMode::Append ? m_node->bytes.size() : static_cast<std::size_t>(offset);
+        return m_files.Write(*m_node, at, {static_cast<const char*>(bytes), size}, done);
     }
 
     FileResult Flush() override
@@ -45,7 +46,7 @@ public:
 private:
     MemoryFiles& m_files;
     std::shared_ptr<MemoryFiles::Node> m_node;
-    bool m_writes;
+    OpenMode m_mode;
 };
 
 namespace {
@@ -198,7 +199,7 @@ FileResult MemoryFiles::Open(const Path& path, OpenMode mode, std::unique_ptr<Fi
     if (const FileResult result = Begin(); !result)
         return result;
     auto node = Find(path);
-    const bool isNew = mode == OpenMode::CreateNew;
+    const bool isNew = mode == OpenMode::CreateNew || (mode == OpenMode::Append && !node);
     if (isNew && node)
         return std::errc::file_exists;
     if (isNew ? !HasFolderOf(path) : !node)
@@ -208,9 +209,9 @@ FileResult MemoryFiles::Open(const Path& path, OpenMode mode, std::unique_ptr<Fi
             std::make_shared<Node>(Node{FileKind::File, {}, {}, false, m_now += std::chrono::seconds(1)});
     if (node->kind == FileKind::Folder)
         return std::errc::is_a_directory;
-    if (mode == OpenMode::ReadWrite && node->isReadOnly)
+    if (mode != OpenMode::Read && node->isReadOnly)
         return std::errc::permission_denied;
-    handle = std::make_unique<MemoryFile>(*this, std::move(node), mode != OpenMode::Read);
+    handle = std::make_unique<MemoryFile>(*this, std::move(node), mode);
     return {};
 }
 

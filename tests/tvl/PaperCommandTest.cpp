@@ -1,6 +1,7 @@
 // tvl paper: the store from outside.
 #include "ChildProcess.h"
 
+#include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -41,17 +42,48 @@ TEST_F(PaperCommand, KeepsPapersOfTheUsersOwn)
     EXPECT_EQ(Paper({"range", "1-3,5~", "--pages", "10"}).output.substr(0, 11), "1 2 3 5 7 9");
 }
 
+TEST_F(PaperCommand, ImportsNamesWithBlanksAndNoSizeThatCannotBeKept)
+{
+    const std::string table = "Super X, 333 ,444,mm\nBig,1e300,5,mm\nTiny,0.00001,5,mm\nnan,nan,5,mm\n,7,8,mm\n";
+    EXPECT_EQ(Paper({"import", "--json"}, table).output.substr(0, 11), "{\"added\":1}");
+    EXPECT_THAT(Paper({"find", "444", "333"}).output, HasSubstr("Super X"));
+}
+
+TEST_F(PaperCommand, SaysWhenNothingIsKept)
+{
+    EXPECT_EQ(Paper({"add", "", "10", "20"}).exitCode, 2);
+    EXPECT_EQ(Paper({"add", "a\nb", "10", "20"}).exitCode, 2);
+    EXPECT_NE(Paper({"range", "1-", "--pages", "4000000000"}).exitCode, 0);
+    const auto file = m_folder.Path() / "Config" / "PaperTypes.xml";
+    std::filesystem::create_directories(file.parent_path());
+    std::ofstream(file) << "<PageSizes><sizes>";
+    for (const char* command : {"list", "default"})
+        EXPECT_EQ(Paper({command}).exitCode, 2) << command;
+    EXPECT_EQ(Paper({"add", "own", "10", "20"}).exitCode, 2);
+    // 2 million pixels are more than the file holds: they run over when they are written.
+    std::ofstream(file) << R"(<PageSizes><sizes/><CustomPageSizes><size name="wide" width="2000000" height="1" )"
+                           R"(units="px" dpi="1000"/></CustomPageSizes></PageSizes>)";
+    const ChildResult result = Paper({"add", "own", "10", "20"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_THAT(result.output, testing::Not(HasSubstr("own")));
+}
+
 TEST_F(PaperCommand, FindsFaultsInFiles)
 {
     const auto file = m_folder.Path() / "papers.xml";
     std::ofstream(file)
         << R"(<PageSizes><sizes><size id="3" width="1" height="x" dpi="0"/><size id="3" width="1" height="1"/>)"
-           R"(<size id="200" width="1" height="1" units="cm"/></sizes></PageSizes>)";
+           R"(<size id="200" width="1" height="1" units="cm"/></sizes><CustomPageSizes>)"
+           R"(<size width="9000" height="1" units="px" dpi="21475"/></CustomPageSizes>)"
+           R"(<pageset system="imperial"><order><page>3</page><page>4</page></order></pageset></PageSizes>)";
     const ChildResult result = Paper({"lint", file.string()});
     EXPECT_EQ(result.exitCode, 2);
     for (const char* fault : {"\"x\" is no number", "resolution 0", "3 stands there twice",
-             "\"200\" is none of 0 to 148", "\"cm\" is none of", "the id 0 is missing", "\"metric\" is missing"})
+             "\"200\" is none of 0 to 148", "\"cm\" is none of", "the id 0 is missing", "\"metric\" is missing",
+             "the id 3 is beyond the number of papers, 3", "the width 9000 is out of range", "resolution 21475",
+             "\"4\" is no place"})
         EXPECT_THAT(result.output, HasSubstr(fault));
+    EXPECT_THAT(Paper({"lint", file.string(), "--json"}).output, testing::StartsWith("[\"size 1"));
     EXPECT_EQ(Paper({"lint", (m_folder.Path() / "none").string()}).exitCode, 2);
 }
 

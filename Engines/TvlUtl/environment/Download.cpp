@@ -21,6 +21,29 @@ TvlString NewNameBeside(const TvlString& destination)
     return SystemIO::Path::GetTempFileNameW(SystemIO::FromFilePath(folder), L"tvl", L".tmp");
 }
 
+/// The new file, which goes again unless it takes its place: whoever drives the network may throw.
+class Aside {
+public:
+    explicit Aside(TvlString path) : m_path(std::move(path)) { }
+    ~Aside()
+    {
+        if (!m_isInPlace)
+            SystemIO::File::Delete(m_path);
+    }
+    Aside(const Aside&) = delete;
+    Aside& operator=(const Aside&) = delete;
+
+    bool MoveTo(const TvlString& destination)
+    {
+        m_isInPlace = SystemIO::File::Move(m_path, destination);
+        return m_isInPlace;
+    }
+
+private:
+    TvlString m_path;
+    bool m_isInPlace = false;
+};
+
 /// Writes a block behind those before it; `offset` goes along.
 bool WriteBlock(SystemIO::FileHandle& file, long long& offset, const char* bytes, std::size_t size)
 {
@@ -62,15 +85,14 @@ bool WinInetGzipDownload(const TvlString& url, const TvlString& destination)
     if (!answer)
         return false;
     const TvlString temporary = NewNameBeside(destination);
-    std::unique_ptr<SystemIO::FileHandle> file;
-    if (!SystemIO::FileLayer::Get().Open(SystemIO::ToFilePath(temporary), SystemIO::OpenMode::CreateNew, file))
+    std::unique_ptr<SystemIO::FileHandle> opened;
+    if (!SystemIO::FileLayer::Get().Open(SystemIO::ToFilePath(temporary), SystemIO::OpenMode::CreateNew, opened))
         return false;
+    Aside aside(temporary);
+    const auto file = std::move(opened);   // closed before it is deleted
     const bool stored = Store(*answer, *file);
     static_cast<void>(file->Close());   // a failure shows in no result
-    if (SystemIO::File::Move(temporary, destination))
-        return stored;
-    SystemIO::File::Delete(temporary);
-    return false;
+    return aside.MoveTo(destination) && stored;
 }
 
 }   // namespace TvlUtl

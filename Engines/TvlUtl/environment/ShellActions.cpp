@@ -32,7 +32,7 @@ bool WEBIsBrowserAvailable() { return WUTLRegistry(kBrowserKey, WUTLRegistry::kR
 
 void WEBLaunchWebNewTab(const wchar_t* url)
 {
-    const TvlComponent::IApplication* const application = TvlComponent::GetAppInterface();
+    const ITovelCmn_App* const application = TvlComponent::GetAppInterface();
     const HWND owner = application ? application->GetMainWindow() : nullptr;
     TvlUtils::ShellUtils::TvlShellExecute::Execute(owner, L"open", url, nullptr, nullptr, kShowNormal);
 }

@@ -2,12 +2,14 @@
 #pragma once
 
 #include "siblings/TvlPlatform/TvlString.h"
+#include "windows/Types.h"
 
 /// Answers of the language and the policy. Inert until they are given: 0, false, texts unchanged.
 struct InjectedServices {
     int (*getLanguage)() = [] { return 0; };   // runs the language selection
     int (*getLanguagePath)(TvlString&) = [](TvlString&) { return 0; };
     int (*getLanguageDirName)(TvlString&) = [](TvlString&) { return 0; };
+    LANGID (*getUILanguageId)() = []() -> LANGID { return 0x0409; };   // of the current language; English until then
     bool (*isNetworkInstall)() = [] { return false; };
     bool (*isInternetFeaturesDisabled)() = [] { return false; };
 };

@@ -133,7 +133,8 @@ public:
     /// Hides a paper, or deletes a custom one. Places behind it move down.
     void DeletePaper(std::int64_t index, bool custom);
     /// A limit below the present one makes the list as long as the present limit, filled up with paper 0: callers count on
-    /// it. AddMRUItem shortens it then by one a call.
+    /// it. AddMRUItem shortens it then by one a call. Raises std::length_error where the present limit is more than a list
+    /// holds.
     void SetMaxMRUSize(std::int64_t size);
     /// Puts a paper first; nothing when the limit is 0.
     void AddMRUItem(std::int64_t index);

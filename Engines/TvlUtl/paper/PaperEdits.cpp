@@ -4,6 +4,7 @@
 #include "siblings/TvlUtils/Guid.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 void CPaperTypeMgr::Broadcast()
 {
@@ -90,8 +91,11 @@ void CPaperTypeMgr::DeletePaper(std::int64_t index, bool custom)
 void CPaperTypeMgr::SetMaxMRUSize(std::int64_t size)
 {
     size = std::max<std::int64_t>(size, 0);
-    if (size < m_maxMRU)
+    if (size < m_maxMRU) {
+        if (static_cast<std::size_t>(m_maxMRU) > m_mru.max_size())
+            throw std::length_error("list too long");
         m_mru.resize(static_cast<std::size_t>(m_maxMRU));
+    }
     m_maxMRU = size;
 }
 

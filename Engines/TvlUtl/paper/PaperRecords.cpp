@@ -97,8 +97,7 @@ bool CPaperTypeMgr::WritePaper(const PaperTypeInformation& paper, const WXmlNode
     const int id = custom ? 0 : paper.Type;
     WXmlAttributeWriter values(node);
     values.SetInt("id", id);
-    if (custom)
-        values.SetInt("customid", paper.CustomId);
+    values.SetInt("customid", paper.CustomId);   // 0 for a predefined paper
     values.SetString("name", paper.DisplayName);
     values.SetInt("nameid", id);
     values.SetDouble("width", form.width);

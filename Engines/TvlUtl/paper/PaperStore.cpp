@@ -101,8 +101,10 @@ bool CPaperTypeMgr::LoadPaperOrder()
     for (std::int64_t index = 0; nodes.Count() == 0 && index < GetCount(); ++index)
         add(index);
     m_displayOrder = m_order;
-    // Hidden for good: the next start sees it too, under another country as well.
-    for (std::size_t index = 0; index < m_papers.size(); ++index)
+    // Hidden for good: the next start sees it too, under another country as well. Orders are of
+    // predefined papers.
+    const std::size_t end = std::min(m_papers.size(), static_cast<std::size_t>(m_predefinedCount));
+    for (std::size_t index = 0; index < end; ++index)
         m_papers[index].Hidden |= !isListed[index];
     return true;
 }

@@ -50,6 +50,9 @@ struct Settings {
         decimalSeparator = ToWide(symbols.getSymbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol));
         thousandsSeparator = ToWide(symbols.getSymbol(icu::DecimalFormatSymbols::kGroupingSeparatorSymbol));
         negativeSign = ToWide(symbols.getSymbol(icu::DecimalFormatSymbols::kMinusSignSymbol));
+        // Windows writes the sign that keyboards have, also where print has the typographic one, as in Sweden.
+        if (negativeSign == L"\u2212")
+            negativeSign = L"-";
         // Lists take the comma unless numbers do.
         listSeparator = decimalSeparator == L"," ? L";" : L",";
         grouping = Grouping(*decimal);

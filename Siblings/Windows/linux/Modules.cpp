@@ -9,6 +9,7 @@
 #include <fstream>
 #include <link.h>
 #include <string_view>
+#include <unistd.h>
 
 namespace Ports {
 
@@ -76,6 +77,8 @@ public:
         const auto path = std::filesystem::read_symlink("/proc/self/exe", failed);
         return failed ? std::wstring() : TvlPlatform::FromUtf8(path.string());
     }
+
+    DWORD ProcessId() const override { return static_cast<DWORD>(getpid()); }
 
     std::vector<std::wstring> Arguments() const override
     {

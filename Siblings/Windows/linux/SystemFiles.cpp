@@ -53,6 +53,7 @@ public:
     FileResult WriteAt(long long offset, const void* bytes, std::size_t size, std::size_t& done) override
     {
         done = 0;
+        // Of a file that is open for appending Linux heeds no offset here.
         const auto count = Uninterrupted([&] { return pwrite(m_descriptor, bytes, size, offset); });
         if (count < 0)
             return LastError();
@@ -79,7 +80,8 @@ private:
 int Flags(OpenMode mode)
 {
     // Without O_NONBLOCK a pipe of this name would hold the caller up before it is refused.
-    static constexpr int kFlags[] = {O_RDONLY | O_NONBLOCK, O_RDWR | O_NONBLOCK, O_RDWR | O_CREAT | O_EXCL};
+    static constexpr int kFlags[] = {O_RDONLY | O_NONBLOCK, O_RDWR | O_NONBLOCK, O_RDWR | O_CREAT | O_EXCL,
+        O_RDWR | O_CREAT | O_APPEND | O_NONBLOCK};
     return kFlags[static_cast<int>(mode)] | O_CLOEXEC;
 }
 

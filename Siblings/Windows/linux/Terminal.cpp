@@ -3,6 +3,11 @@
 
 #include "Windows/SystemPorts.h"
 
+#include "siblings/TvlPlatform/TextEncoding.h"
+
+#include <cstdlib>
+#include <iostream>
+#include <string_view>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -19,6 +24,23 @@ public:
             return {};
         winsize size{};
         return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : kUnknownColumns;
+    }
+    bool UnderstandsEscapes() const override
+    {
+        const char* const kind = std::getenv("TERM");
+        return isatty(STDERR_FILENO) && kind && kind != std::string_view("dumb");
+    }
+
+    bool IsInteractive() const override { return isatty(STDIN_FILENO) && isatty(STDERR_FILENO); }
+
+    void Write(const std::wstring& text) override { std::cerr << TvlPlatform::ToUtf8(text) << std::flush; }
+
+    std::optional<std::wstring> ReadLine() override
+    {
+        std::string line;
+        if (!std::getline(std::cin, line))
+            return std::nullopt;
+        return TvlPlatform::FromUtf8(line);
     }
 };
 }   // namespace

@@ -18,6 +18,9 @@ public:
         return kDefaultAnswer;
     }
 
+    bool IsWindow(HWND window) const override { return window != nullptr; }
+    bool LockUpdate(HWND) override { return false; }
+    void Redraw(HWND, UINT) override { }
     bool IsVisible(HWND) const override { return false; }
     WindowRect ForegroundRect() const override { return {}; }
     HWND CreateStatic(DWORD, const std::wstring&, DWORD, int, int) override { return nullptr; }

@@ -44,6 +44,18 @@ public:
         return m_name.empty() ? GetUserDefaultUILanguage() : LANGIDFROMLCID(UserLocaleId());
     }
 
+    std::optional<int> UILanguageCount() const override
+    {
+        int count = 0;
+        const auto add = [](wchar_t*, LONG_PTR counter) -> BOOL {
+            ++*reinterpret_cast<int*>(counter);
+            return TRUE;
+        };
+        if (!EnumUILanguagesW(add, 0, reinterpret_cast<LONG_PTR>(&count)))
+            return std::nullopt;
+        return count;
+    }
+
     bool UseLocale(const std::wstring& name) override
     {
         if (!IsValidLocaleName(name.c_str()))

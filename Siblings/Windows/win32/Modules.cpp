@@ -27,6 +27,11 @@ public:
         return LoadFrom(program.substr(0, program.rfind(L'\\') + 1), name);
     }
 
+    HMODULE LoadAsData(const std::wstring& path) override
+    {
+        return LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    }
+
     void Unload(HMODULE module) override { FreeLibrary(module); }
 
     void* Address(HMODULE module, const std::string& name) const override
@@ -35,6 +40,8 @@ public:
     }
 
     std::wstring ProgramPath() const override { return FileOf(nullptr); }
+
+    DWORD ProcessId() const override { return GetCurrentProcessId(); }
 
     std::vector<std::wstring> Arguments() const override
     {

@@ -14,7 +14,7 @@ FileResult LastError() { return std::error_code(static_cast<int>(GetLastError())
 class Win32File final : public FileHandle {
 public:
     /// Owns the handle from now on.
-    explicit Win32File(HANDLE file) : m_file(file) { }
+    Win32File(HANDLE file, bool appends) : m_file(file), m_appends(appends) { }
     Win32File(const Win32File&) = delete;
     Win32File& operator=(const Win32File&) = delete;
     ~Win32File() override
@@ -40,12 +40,19 @@ public:
 
     FileResult WriteAt(long long offset, const void* bytes, std::size_t size, std::size_t& done) override
     {
+        // Wine looks for the end and writes there in two steps, which no other process may come between.
+        OVERLAPPED turn = Place(kTurn);
+        if (m_appends && !LockFileEx(m_file, LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0, &turn))
+            return LastError();
         OVERLAPPED place = Place(offset);
         DWORD count = 0;
         const bool written = WriteFile(m_file, bytes, Piece(size), &count, &place);
+        const FileResult failure = written ? FileResult() : LastError();
+        if (m_appends)
+            UnlockFileEx(m_file, 0, 1, 0, &turn);
         done = count;
         if (!written)
-            return LastError();
+            return failure;
         return count == 0 && size > 0 ? FileResult(std::errc::no_space_on_device) : FileResult();
     }
 
@@ -63,7 +70,10 @@ private:
     /// Counts of one call have 32 bits.
     static DWORD Piece(std::size_t size) { return static_cast<DWORD>(std::min(size, std::size_t{1} << 30)); }
 
+    static constexpr long long kTurn = 1LL << 62;   // a byte that no file has, locked by whoever appends
+
     HANDLE m_file;
+    bool m_appends;
 };
 
 struct Mode {
@@ -72,11 +82,13 @@ struct Mode {
     DWORD disposition;
 };
 
-// In the order of OpenMode. What is being made must not be taken away before it is done.
+// In the order of OpenMode. What is being made must not be taken away before it is done. Without the right to write at
+// all places the system writes at the end.
 constexpr Mode kModes[] = {
     {GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING},
     {GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING},
     {GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, CREATE_NEW},
+    {GENERIC_READ | FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_ALWAYS},
 };
 
 bool IsFolder(const std::filesystem::path& path)
@@ -95,7 +107,7 @@ FileResult OpenSystemFile(const std::filesystem::path& path, OpenMode mode, std:
         const FileResult reason = LastError();
         return reason.Is(std::errc::permission_denied) && IsFolder(path) ? std::errc::is_a_directory : reason;
     }
-    auto file = std::make_unique<Win32File>(opened);
+    auto file = std::make_unique<Win32File>(opened, mode == OpenMode::Append);
     if (GetFileType(opened) != FILE_TYPE_DISK)
         return std::errc::not_supported;
     handle = std::move(file);

@@ -18,6 +18,13 @@ public:
             return {};
         return info.srWindow.Right - info.srWindow.Left + 1;
     }
+    bool UnderstandsEscapes() const override
+    {
+        const HANDLE console = GetStdHandle(STD_ERROR_HANDLE);
+        DWORD mode = 0;
+        return GetConsoleMode(console, &mode)
+            && SetConsoleMode(console, mode | ENABLE_PROCESSED_OUTPUT | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+    }
 };
 }   // namespace
 

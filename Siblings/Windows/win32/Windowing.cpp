@@ -15,6 +15,10 @@ public:
         return MessageBoxW(owner, text.c_str(), caption.c_str(), style);
     }
 
+    bool IsWindow(HWND window) const override { return ::IsWindow(window); }
+    bool LockUpdate(HWND window) override { return LockWindowUpdate(window); }
+    void Redraw(HWND window, UINT flags) override { RedrawWindow(window, nullptr, nullptr, flags); }
+
     bool IsVisible(HWND window) const override { return IsWindow(window) && IsWindowVisible(window); }
 
     WindowRect ForegroundRect() const override
@@ -44,6 +48,8 @@ public:
             DispatchMessageW(&message);
         }
     }
+
+    int SystemMetric(int index) const override { return GetSystemMetrics(index); }
 
     void Destroy(HWND window) override
     {

@@ -60,7 +60,7 @@ int StartChild(const std::filesystem::path& program, const ChildProcess& child, 
 
     if (child.killAfter) {
         std::this_thread::sleep_for(*child.killAfter);
-        kill(process, SIGKILL);
+        kill(process, child.isInterrupted ? SIGINT : SIGKILL);
     }
     int status = 0;
     while (waitpid(process, &status, 0) < 0 && errno == EINTR)

@@ -32,6 +32,9 @@ TEST(MeasureTextData, DigitsSeparatorsAndGroupingAgree)
         auto& decimal = dynamic_cast<icu::DecimalFormat&>(*peer);
         icu::DecimalFormatSymbols symbols = *decimal.getDecimalFormatSymbols();
         symbols.setSymbol(icu::DecimalFormatSymbols::kZeroDigitSymbol, u"0");   // and the other nine with it
+        if (symbols.getSymbol(icu::DecimalFormatSymbols::kMinusSignSymbol)
+            == icu::UnicodeString::fromUTF8(kTypographicMinus))
+            symbols.setSymbol(icu::DecimalFormatSymbols::kMinusSignSymbol, u"-");
         decimal.setDecimalFormatSymbols(symbols);
         decimal.setMinimumFractionDigits(3);
         decimal.setMaximumFractionDigits(3);

@@ -54,6 +54,8 @@ public:
     virtual LCID UserLocaleId() const = 0;
     /// Language of the user interface.
     virtual LANGID UserUILanguage() const = 0;
+    /// EnumUILanguagesW: how many languages the system's own user interface has; empty when the system does not tell.
+    virtual std::optional<int> UILanguageCount() const { return 1; }
     /// Makes a locale the user's default for this process, by its BCP 47 name such as L"de-DE"; false when it is unknown.
     virtual bool UseLocale(const std::wstring& name) = 0;
 };

@@ -25,12 +25,17 @@ public:
     virtual HMODULE LoadFromSystem(const std::wstring& name) = 0;
     /// The same from the program's folder and no other, for modules that are installed with it.
     virtual HMODULE LoadFromProgramFolder(const std::wstring& name) = 0;
+    /// LoadLibraryExW as a data file: a library that has resources alone, of which no code runs. On linux a library is
+    /// loaded as any other. Null when it can't be loaded; each load wants an Unload.
+    virtual HMODULE LoadAsData(const std::wstring& path) { return Load(path); }
     /// FreeLibrary: takes one load back. The module leaves the process with the last one.
     virtual void Unload(HMODULE module) = 0;
     /// GetProcAddress: the exported function or variable of this name, or null.
     virtual void* Address(HMODULE module, const std::string& name) const = 0;
     /// Full path of the running program's file; empty when the system does not tell.
     virtual std::wstring ProgramPath() const = 0;
+    /// GetCurrentProcessId.
+    virtual DWORD ProcessId() const { return 0; }
     /// The program's arguments, without its own name.
     virtual std::vector<std::wstring> Arguments() const = 0;
     /// Full path of the module that holds an address of its code or data; empty when none does.

@@ -4,6 +4,7 @@
 #include "siblings/SiblingsApi.h"
 
 #include <optional>
+#include <string>
 
 namespace Ports {
 
@@ -16,6 +17,14 @@ public:
     virtual ~Terminal() = default;
     /// Width in characters of the terminal that shows standard error; empty when that goes elsewhere.
     virtual std::optional<int> ErrorColumns() const = 0;
+    /// Whether it takes the escape sequences that move the cursor; it is made to, where it has to be told.
+    virtual bool UnderstandsEscapes() const = 0;
+    /// Whether somebody sits at it: standard input and standard error are both a terminal.
+    virtual bool IsInteractive() const { return false; }
+    /// Writes to standard error, without a line's end.
+    virtual void Write(const std::wstring&) { }
+    /// A line of standard input without its end; empty at the input's end.
+    virtual std::optional<std::wstring> ReadLine() { return std::nullopt; }
 };
 
 }   // namespace Ports

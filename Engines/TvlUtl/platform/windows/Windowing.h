@@ -27,6 +27,13 @@ public:
     /// MessageBoxW: shows a box, waits for its answer and returns the button. On linux the text goes to the log and the
     /// answer is 1, the default button's.
     virtual int ShowBox(HWND owner, const std::wstring& text, const std::wstring& caption, UINT style) = 0;
+    /// IsWindow: whether there is a window of this handle. On linux every handle but null counts as one.
+    virtual bool IsWindow(HWND window) const = 0;
+    /// LockWindowUpdate: nothing is drawn in the window from now on; null draws again. False when another window is
+    /// locked already.
+    virtual bool LockUpdate(HWND window) = 0;
+    /// RedrawWindow of the whole window; `flags` are those of the call (RDW_...).
+    virtual void Redraw(HWND window, UINT flags) = 0;
     /// IsWindow and IsWindowVisible.
     virtual bool IsVisible(HWND window) const = 0;
     /// Rectangle of the foreground window; all zero when there is none.
@@ -41,6 +48,8 @@ public:
     virtual void BringToForeground(HWND window) = 0;
     /// Handles every message that waits for a window, without waiting for more.
     virtual void PumpMessages(HWND window) = 0;
+    /// GetSystemMetrics; 0 on linux.
+    virtual int SystemMetric(int) const { return 0; }
     /// CloseWindow and DestroyWindow.
     virtual void Destroy(HWND window) = 0;
 };

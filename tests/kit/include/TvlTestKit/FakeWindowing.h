@@ -3,6 +3,7 @@
 
 #include "windows/Windowing.h"
 
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,10 +15,10 @@ class FakeWindowing : public Ports::Windowing {
 public:
     /// A message box that was asked for.
     struct Box {
-        HWND owner;
-        std::wstring text;
-        std::wstring caption;
-        UINT style;
+        HWND owner;             ///< null for none
+        std::wstring text;      ///< with its line ends
+        std::wstring caption;   ///< of the box's frame
+        UINT style;             ///< MB_... bits of the call
     };
 
     FakeWindowing() { SetForTests(this); }
@@ -29,6 +30,13 @@ public:
         boxes.push_back({owner, text, caption, style});
         return answer;
     }
+    bool IsWindow(HWND window) const override { return window && !gone.contains(window); }
+    bool LockUpdate(HWND window) override
+    {
+        calls.push_back(window ? L"lock" : L"unlock");
+        return canLock;
+    }
+    void Redraw(HWND, UINT flags) override { calls.push_back(L"redraw " + std::to_wstring(flags)); }
     bool IsVisible(HWND window) const override { return window && window == visible; }
     Ports::WindowRect ForegroundRect() const override { return foreground; }
     HWND CreateStatic(DWORD, const std::wstring&, DWORD, int x, int y) override
@@ -46,14 +54,16 @@ public:
     void PumpMessages(HWND) override { calls.push_back(L"pump"); }
     void Destroy(HWND) override { calls.push_back(L"destroy"); }
 
-    std::vector<Box> boxes;
-    std::vector<UINT> beeps;
-    std::vector<std::wstring> calls;
-    int answer = 1;
-    HWND visible = nullptr;
-    HWND created = nullptr;
-    HWND active = nullptr;
-    Ports::WindowRect foreground;
+    std::vector<Box> boxes;             ///< in the order in which they were shown
+    std::vector<UINT> beeps;            ///< types of the sounds
+    std::vector<std::wstring> calls;    ///< the other calls, such as L"activate" or L"create 10,20"
+    std::set<HWND> gone;                ///< handles of windows that were destroyed
+    bool canLock = true;                ///< what LockUpdate answers
+    int answer = 1;                     ///< the button that every box is closed with
+    HWND visible = nullptr;             ///< the window that counts as visible
+    HWND created = nullptr;             ///< what CreateStatic gives
+    HWND active = nullptr;              ///< the window that is active
+    Ports::WindowRect foreground;       ///< of the window in the foreground
 };
 
 }   // namespace TvlTestKit

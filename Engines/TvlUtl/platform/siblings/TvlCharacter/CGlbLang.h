@@ -2,14 +2,43 @@
 #pragma once
 
 #include "siblings/SiblingsApi.h"
+#include "siblings/TvlPlatform/TvlString.h"
 
-/// A language by its Windows id.
+/// A language by its code: three ASCII characters, such as "ENU", the first one in the lowest byte. 0 is no language.
 class TVLSIBLINGS_API CGlbLang {
 public:
-    void SetFromWinLangID(LANGID language) { m_language = language; }
+    constexpr CGlbLang() = default;
+    explicit constexpr CGlbLang(ULONG code) : m_code(code) { }
+
+    constexpr ULONG GetCode() const { return m_code; }
+    explicit constexpr operator bool() const { return m_code != 0; }
+
+    /// Reads three letters or digits, letters of either case. False, and no language, for any other text. Windows need
+    /// not know the language.
+    bool SetFromIO_StrFmt(const TvlString& text);
+    /// The code in three characters; empty for no language.
+    TvlString GetIO_StrFmt() const;
+
+    /// The language of a Windows id. An id that Windows does not know stands for the main language of its group; no
+    /// language when there is none either.
+    void SetFromWinLangID(LANGID language);
+    /// The Windows id; 0 for no language and for one that Windows does not know.
+    LANGID GetWinLangID() const;
+
+    /// Whether it is Chinese in simplified characters.
+    bool IsCS() const;
+    /// Whether it is Chinese in traditional characters.
+    bool IsCT() const;
+    /// Whether it is Chinese, Japanese or Korean.
+    bool IsFarEast() const;
     /// Whether the language is written from right to left.
     bool IsRTL() const;
 
+    friend constexpr bool operator==(CGlbLang, CGlbLang) = default;
+    friend constexpr auto operator<=>(CGlbLang, CGlbLang) = default;
+
 private:
-    LANGID m_language = 0;
+    ULONG m_code = 0;
 };
+
+static_assert(sizeof(CGlbLang) == 4);

@@ -19,6 +19,8 @@ namespace Features {
 
 /// Measures in pixels show decimals. Off by default.
 TVLSIBLINGS_API const Feature& PixelEnableDecimalPrecision_func();
+/// Applications follow the system into tablet mode with a workspace of its own. On by default.
+TVLSIBLINGS_API const Feature& OptionsTabletMode_func();
 
 }   // namespace Features
 

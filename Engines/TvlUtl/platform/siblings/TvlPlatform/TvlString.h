@@ -201,6 +201,9 @@ public:
     }
     int CompareNoCase(TvlStringViewT other) const { return Compare(other, CompareCase::Insensitive); }
 
+    friend bool operator==(TvlStringViewT a, TvlStringViewT b) { return a.m_text == b.m_text; }
+    friend auto operator<=>(TvlStringViewT a, TvlStringViewT b) { return a.m_text <=> b.m_text; }
+
 private:
     std::basic_string_view<C> m_text;
 };

@@ -18,6 +18,12 @@ TVLSIBLINGS_API TvlString GetCaption(const TvlString& key);
 /// Returns the number of characters copied. A size below 1 copies nothing.
 TVLSIBLINGS_API int GetStringIntoBuffer(const TvlString& key, wchar_t* buffer, int size);
 
+/// The key of a text that a library's own resources had under a number; empty when there is none. Such numbers stand in
+/// old documents. Files of texts list them in "legacy", by the library's name and the number.
+TVLSIBLINGS_API TvlString GetLegacyGuid(const TvlString& library, ULONG id);
+/// The text of such a key; empty when no file has the key.
+TVLSIBLINGS_API TvlString GetLegacyString(const TvlString& key);
+
 /// Chooses the language by its folder's name, such as L"EN"; an unknown folder leaves English.
 TVLSIBLINGS_API void SetLanguageFolder(const TvlString& folder);
 

@@ -36,6 +36,7 @@ enum class OpenMode {
     Read,        ///< an existing file
     ReadWrite,   ///< an existing file, its bytes kept
     CreateNew,   ///< a new file for reading and writing; fails with file_exists
+    Append,      ///< a file, made when it is missing, that is read anywhere and written at its end
 };
 
 /// An open file. It belongs to one thread at a time. One that is not closed closes itself, and nobody learns how.
@@ -45,7 +46,8 @@ public:
     /// Reads up to `size` bytes from `offset` on; `done` is how many, less than `size` at the end of the file alone.
     virtual FileResult ReadAt(long long offset, void* bytes, std::size_t size, std::size_t& done) = 0;
     /// Writes up to `size` bytes at `offset`; `done` is how many, on success at least one. Fewer than `size` are no
-    /// failure: the next call tells what hinders the rest.
+    /// failure: the next call tells what hinders the rest. A file that is open for appending takes them behind what it
+    /// has at that moment, in one step among all processes, whatever the offset.
     virtual FileResult WriteAt(long long offset, const void* bytes, std::size_t size, std::size_t& done) = 0;
     /// Returns when the bytes written outlast a power cut.
     virtual FileResult Flush() = 0;

@@ -12,6 +12,8 @@ class TVLSIBLINGS_API Guid {
 public:
     Guid() = default;
     explicit Guid(const GUID& value) : m_value(value) { }
+    /// Reads what ToString writes, in either case and with or without braces; nil for any other text.
+    explicit Guid(const TvlString& text);
 
     /// A new random GUID (version 4). Safe to call from any thread.
     static Guid Generate();
@@ -19,6 +21,9 @@ public:
     TvlString ToString() const;
 
     const GUID& Value() const { return m_value; }
+    /// All bits are zero: an identifier of nothing.
+    bool IsNil() const { return *this == Guid(); }
+    bool operator==(const Guid& other) const;
 
 private:
     GUID m_value{};

@@ -20,6 +20,15 @@ namespace TvlUtils {
 /// section, the first is taken. Lines in front of the first section are passed over.
 class TVLSIBLINGS_API ProfileText {
 public:
+    struct KeyValue {
+        std::wstring key;
+        std::wstring value;
+    };
+    struct SectionData {
+        std::wstring name;
+        std::vector<KeyValue> entries;
+    };
+
     /// @param bytes UTF-16LE behind its byte order mark, else UTF-8 with or without one
     explicit ProfileText(std::string_view bytes = {});
 
@@ -28,6 +37,8 @@ public:
     /// Names of the sections, and of the keys of a section, in the order of the file.
     std::vector<std::wstring> Sections() const;
     std::vector<std::wstring> Keys(std::wstring_view section) const;
+    /// All that Value finds, in the order of the file and in one pass.
+    std::vector<SectionData> AllData() const;
 
     /// Sets the value of a key. A new key goes behind the last of its section and a new section to the end of the file.
     /// False, and nothing is changed, for texts that would be read back as something else: a line break or a zero in

@@ -8,6 +8,9 @@
 #include <limits>
 #include <memory>
 
+/// The operating system's interface of a stream (objidl.h), by pointer alone: sibling libraries hand it to each other.
+struct IStream;
+
 namespace TvlUtils {
 
 /// Where Seek counts from.
@@ -30,6 +33,8 @@ public:
     virtual bool Seek(long long offset, SeekOrigin origin) = 0;
     /// Bytes from the start.
     virtual long long GetPosition() const = 0;
+    /// Reads up to `size` bytes, fewer at the end alone, and moves the position behind them. Returns how many.
+    virtual std::size_t ReadSome(void* bytes, std::size_t size);
 };
 
 /// Which operations a stream over a file is for.
@@ -56,9 +61,24 @@ public:
     TVLSIBLINGS_API static Stream OpenFile(const TvlString& path, StreamAccess access, long long first = 0,
         long long size = std::numeric_limits<long long>::max());
 
+    /// For adding to a file, made when it is missing: each write goes behind what the file has at that moment, in one
+    /// step among all processes. Reading and moving fail. Without a source when the file can't be opened.
+    TVLSIBLINGS_API static Stream AppendToFile(const TvlString& path);
+
     explicit operator bool() const { return m_source != nullptr; }
+    /// The same stream by the system's interface, for reading on from the position, and writing. It lives as long as a copy
+    /// of this stream that was asked for it, or longer for who adds a reference. Null without a source.
+    TVLSIBLINGS_API operator IStream*() const;
+    /// Lets go of the source.
+    void Release()
+    {
+        m_interface.reset();
+        m_source.reset();
+    }
     /// As StreamSource::Read.
     bool Read(void* bytes, std::size_t size) { return m_source && m_source->Read(bytes, size); }
+    /// As StreamSource::ReadSome.
+    std::size_t ReadSome(void* bytes, std::size_t size) { return m_source ? m_source->ReadSome(bytes, size) : 0; }
     /// As StreamSource::Write.
     bool Write(const void* bytes, std::size_t size) { return m_source && m_source->Write(bytes, size); }
     /// As StreamSource::Seek.
@@ -68,6 +88,7 @@ public:
 
 private:
     std::shared_ptr<StreamSource> m_source;
+    mutable std::shared_ptr<IStream> m_interface;   // made on first use
 };
 
 }   // namespace TvlUtils

@@ -30,6 +30,8 @@ TVLSIBLINGS_API FileResult ReadAll(const TvlString& path, std::string& bytes, st
 /// writers the last one wins. A file that is marked read-only is refused.
 TVLSIBLINGS_API FileResult WriteAside(const TvlString& path, std::string_view bytes);
 
+/// Makes an empty file where there is nothing of this name; a success when there is a file. It need not outlast a power cut.
+TVLSIBLINGS_API FileResult EnsureExists(const TvlString& path);
 /// Full paths of what a folder holds, in ordinal order without regard to case. `mask` compares names without regard to
 /// case: "*" is any text, "?" one character, and "*.*" takes names without a point as well. `recursive` looks into the
 /// folders below too; `withFolders` gives folders as well as files. Links to folders are left out, since they might lead
@@ -63,10 +65,18 @@ TVLSIBLINGS_API TvlString GetAbsolutePath(const TvlString& first, const TvlStrin
 /// made; who makes it sees to it that it is new.
 TVLSIBLINGS_API TvlString GetTempFileNameW(
     const TvlString& folder, const TvlString& prefix, const TvlString& extension);
+/// A new empty folder among the system's temporary files, which nobody else has; empty when it can't be made. Who asked
+/// for it deletes it.
+TVLSIBLINGS_API TvlString CreateNewTempFolder();
+/// Where temporary files go: TVL_USER_DIR of the environment with "Temp" behind it, made when it is missing, or the
+/// system's place.
+TVLSIBLINGS_API TvlString GetTempFolder();
 /// Whether a path starts at a root: a separator, or on windows a drive letter with a colon.
 TVLSIBLINGS_API bool IsFullyQualified(const TvlString& path);
 /// Whether there is anything of this name.
 TVLSIBLINGS_API bool Exists(const TvlString& path);
+/// Whether there is a file, and no folder, of this name.
+TVLSIBLINGS_API bool IsFile(const TvlString& path);
 
 // Parts of a path. No file is touched. Separators are "\\" and "/" on windows, "/" on linux.
 
@@ -80,6 +90,8 @@ TVLSIBLINGS_API TvlString GetFileName(const TvlString& path);
 TVLSIBLINGS_API TvlString GetFileNameWithoutExtension(const TvlString& path);
 /// The last point of the file's name and what stands behind it; empty without any.
 TVLSIBLINGS_API TvlString GetExtension(const TvlString& path);
+/// Whether the path has this extension, which brings its point along, without regard to case.
+TVLSIBLINGS_API bool HasExtension(const TvlString& path, const TvlString& extension);
 /// The path with another file name behind its last separator.
 TVLSIBLINGS_API TvlString ReplaceFileName(const TvlString& path, const TvlString& name);
 /// The elements between separators. A drive and a prefix such as "CLOUD:" are elements; separators are none.
@@ -110,6 +122,11 @@ namespace TvlUtils::SystemIO::Folder {
 TVLSIBLINGS_API bool Exists(const TvlString& path);
 /// Makes the folder and those above it that are missing; a success when it is there.
 TVLSIBLINGS_API FileResult EnsureExists(const TvlString& path);
+
+/// Deletes all that is in a folder, and the folder itself where `withFolder` is true. It goes on after a failure; false when
+/// anything is left, or nothing was done: for a path that is empty, relative, a root, a link or no folder. Links inside
+/// are removed and never followed.
+TVLSIBLINGS_API bool DeleteRecursive(const TvlString& path, bool withFolder);
 
 enum class WritableStatus {
     Writable,

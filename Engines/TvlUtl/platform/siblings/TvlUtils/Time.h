@@ -1,7 +1,8 @@
-// Points in time.
+// Points in time, and durations.
 #pragma once
 
 #include <chrono>
+#include <compare>
 #include <ctime>
 
 namespace TvlUtils {
@@ -27,6 +28,46 @@ public:
 private:
     using Ticks = std::chrono::duration<long long, std::ratio<1, 10'000'000>>;
     long long m_ticks = 0;   // since 1970
+};
+
+/// A span of time in ticks of 100 nanoseconds; negative for one that leads back.
+class TimeDelta {
+public:
+    static constexpr long long kTicksPerSecond = 10'000'000;
+
+    constexpr TimeDelta() = default;
+    explicit constexpr TimeDelta(long long ticks) : m_ticks(ticks) { }
+
+    constexpr long long GetTicks() const { return m_ticks; }
+    constexpr TimeDelta& operator+=(TimeDelta other)
+    {
+        m_ticks += other.m_ticks;
+        return *this;
+    }
+    friend constexpr TimeDelta operator-(TimeDelta a, TimeDelta b) { return TimeDelta(a.m_ticks - b.m_ticks); }
+    auto operator<=>(const TimeDelta&) const = default;
+
+private:
+    long long m_ticks = 0;
+};
+
+/// A point in time for measuring how long something takes: changes of the clock on the wall don't touch it.
+class TimeTicks {
+public:
+    TimeTicks() = default;
+    static TimeTicks Now()
+    {
+        using Ticks = std::chrono::duration<long long, std::ratio<1, TimeDelta::kTicksPerSecond>>;
+        TimeTicks now;
+        now.m_ticks = std::chrono::floor<Ticks>(std::chrono::steady_clock::now().time_since_epoch()).count();
+        return now;
+    }
+
+    friend TimeDelta operator-(TimeTicks a, TimeTicks b) { return TimeDelta(a.m_ticks - b.m_ticks); }
+    auto operator<=>(const TimeTicks&) const = default;
+
+private:
+    long long m_ticks = 0;   // since the machine started, or another point that stays
 };
 
 }   // namespace TvlUtils

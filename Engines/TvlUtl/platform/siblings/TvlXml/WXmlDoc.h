@@ -8,8 +8,11 @@
 #include <cstddef>
 #include <memory>
 #include <stdexcept>
+#include <string>
 #include <string_view>
 #include <vector>
+
+struct IStream;
 
 /// An XPath expression. One that can't be read selects nothing.
 class WXPath {
@@ -68,7 +71,7 @@ class WXmlNode;
 
 /// The attributes of an element, read in one pass: for elements of many values, where WXmlNode::Attribute would search
 /// the same list for each. Belongs to a document that lives and is not changed. Values read as WXmlValueAccessor reads
-/// them; asking in the order of the file finds each at once.
+/// them; asking in the order of the file finds each at once. Of attributes of one name, which XML forbids, any may be found.
 class TVLSIBLINGS_API WXmlAttributes {
 public:
     explicit WXmlAttributes(const WXmlNode& node);
@@ -88,7 +91,7 @@ private:
         const char* value;
     };
 
-    /// The value of the first attribute of a name; null data when there is none.
+    /// The value of an attribute of a name; null data when there is none.
     std::string_view Find(std::string_view name) const;
 
     std::string_view FindBeyond(std::string_view name) const;
@@ -165,6 +168,18 @@ public:
     bool Load(const TvlString& path);
     /// Replaces a file in one step; false, with a line in the log, when that fails: the old file is whole then.
     bool Save(const TvlString& path) const;
+    /// Reads a stream from its position to its end.
+    bool Load(IStream* stream);
+    /// Writes to a stream at its position; false when that fails, or when there is no tree.
+    bool Save(IStream* stream) const;
+    /// Reads a text. False, with a line in the log, when it is no XML document: the tree is empty then.
+    bool CreateFromString(const TvlString& text);
+    /// As Load of a stream.
+    bool CreateFromStream(IStream* stream) { return Load(stream); }
+    /// Reads UTF-8 bytes, or those of another encoding that the document names.
+    bool LoadBytes(std::string_view bytes);
+    /// The document in UTF-8.
+    std::string SaveBytes() const;
     /// Whether there is a tree.
     bool IsLoaded() const;
     /// Drops the tree.
@@ -175,6 +190,9 @@ public:
 
 private:
     struct Tree;
+    /// @param origin where the bytes come from, for the log
+    bool Parse(std::string bytes, const TvlString& origin);
+
     std::unique_ptr<Tree> m_tree;
     bool m_keepBlanks;
 };

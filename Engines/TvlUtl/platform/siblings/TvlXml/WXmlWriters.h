@@ -7,7 +7,8 @@
 #include <string>
 
 /// Writes the attributes of an element in the order of the calls; what else the element had goes when the writer does.
-/// Belongs to a document that lives and is changed by nobody else meanwhile.
+/// Belongs to a document that lives and is changed by nobody else meanwhile. Other copies of the node that attributes
+/// were read through are not to be read through any more.
 class TVLSIBLINGS_API WXmlAttributeWriter {
 public:
     explicit WXmlAttributeWriter(const WXmlNode& node);

@@ -1,0 +1,68 @@
+#include "CommandTask.h"
+
+#include "Commands.h"
+#include "windows/Terminal.h"
+
+#include <CLI/CLI.hpp>
+#include <atomic>
+#include <csignal>
+#include <iostream>
+
+namespace {
+constexpr unsigned long long kCommandGroup = 1;
+constexpr int kCommandType = 2;   // the command tells of its own end itself
+constexpr unsigned long long kWhole = 100;
+constexpr auto kLookingPause = std::chrono::milliseconds(50);
+
+// A signal's handler may do no more than set it.
+std::atomic<bool> isInterrupted = false;
+static_assert(std::atomic<bool>::is_always_lock_free);
+
+extern "C" void TakeInterrupt(int signal)
+{
+    isInterrupted.store(true, std::memory_order_relaxed);
+    std::signal(signal, SIG_DFL);
+}
+
+TaskView::Screen ErrorScreen()
+{
+    const Ports::Terminal& terminal = Ports::Terminal::Get();
+    return {terminal.ErrorColumns(), terminal.UnderstandsEscapes()};
+}
+}   // namespace
+
+Interrupts::Interrupts()
+{
+    isInterrupted.store(false, std::memory_order_relaxed);
+    std::signal(SIGINT, &TakeInterrupt);
+    m_watcher = std::jthread([this](std::stop_token stop) {
+        std::unique_lock hold(m_mutex);
+        while (!m_stopped.wait_for(hold, stop, kLookingPause, [&] { return stop.stop_requested(); }))
+            if (isInterrupted.load(std::memory_order_relaxed))
+                TvlUtl::ITaskProgressMgr::GetInst().CancelAll(TvlUtl::eTaskAnyType);
+    });
+}
+
+Interrupts::~Interrupts() { std::signal(SIGINT, SIG_DFL); }
+
+CommandTask::CommandTask(const wchar_t* name)
+    : m_view(std::cerr, ErrorScreen()),
+      m_task(TvlUtl::ITaskProgressMgr::GetInst().CreateTask(kCommandGroup, kCommandType, name))
+{
+}
+
+CommandTask::~CommandTask() { m_task->Finish(); }
+
+void CommandTask::Begin(unsigned long long totalUnits) { m_task->BeginSubTask(kWhole, totalUnits); }
+
+void CommandTask::EndIfCancelled()
+{
+    if (m_task->IsCancelled())
+        EndInterrupted();
+}
+
+void EndInterrupted()
+{
+    std::cout.flush();
+    throw CLI::RuntimeError(kInterrupted);
+}

@@ -1,0 +1,10 @@
+// What the user lets the suite tell about the use of it: names of the preferences, which are true unless they are changed.
+#pragma once
+
+namespace Privacy {
+
+inline constexpr const wchar_t* kShareFeatureUsage = L"Privacy/ShareFeatureUsage";
+inline constexpr const wchar_t* kShareSearchTerms = L"Privacy/ShareSearchTerms";
+inline constexpr const wchar_t* kShowCrashDialogAgain = L"Privacy/ShowCrashDialogAgain";
+
+}   // namespace Privacy

@@ -1,0 +1,46 @@
+// Groups of properties that describe a document to the analytics service.
+#pragma once
+
+#include "siblings/SiblingsApi.h"
+#include "siblings/TvlConfig/DocumentStatistics.h"
+#include "siblings/TvlConfig/EventDescriptions.h"
+#include "siblings/TvlConfig/ProductAnalytics.h"
+
+#include <span>
+#include <vector>
+
+namespace ProductAnalytics {
+
+enum class PropertyGroup : int {
+    Document,
+    File,
+    VariableOutline,
+    PainterlyBrush,
+    Objects,
+    Bitmap,
+    Text,
+    GenAi,
+};
+
+/// The properties that a group writes, in the order of the arguments of its function.
+TVLSIBLINGS_API std::span<const PropertyDescription> DescribeGroup(PropertyGroup group);
+
+using TextList = std::vector<TvlString>;
+
+// Each sets its properties, in place of those that the map has. Lists go out as one text with "," between the elements.
+
+TVLSIBLINGS_API void AddDocumentProperties(PropertyMap& map, const DocumentProperties& properties);
+/// Asks the document for the same.
+TVLSIBLINGS_API void AddDocumentProperties(PropertyMap& map, const ITovelCmn_Doc& document);
+/// Neither the path nor the name goes out, but where the file lies and how its name ends.
+/// @param measure bytes of the file; the resolution for an exported bitmap
+TVLSIBLINGS_API void AddDocumentFileProperties(PropertyMap& map, const TvlString& path, double measure);
+TVLSIBLINGS_API void AddVariableOutlineProperties(PropertyMap& map, int outlines, int nodes);
+TVLSIBLINGS_API void AddPainterlyBrushProperties(PropertyMap& map, int strokes, const TextList& brushes);
+TVLSIBLINGS_API void AddObjectsProperties(PropertyMap& map, int objects, int groups, int connectors);
+TVLSIBLINGS_API void AddBitmapProperties(PropertyMap& map, int bitmaps, const TextList& colorModels, int effects);
+TVLSIBLINGS_API void AddTextProperties(
+    PropertyMap& map, int artistic, int paragraphs, int characters, const TextList& fonts);
+TVLSIBLINGS_API void AddGenAiProperties(PropertyMap& map, const GenAiProperties& properties);
+
+}   // namespace ProductAnalytics

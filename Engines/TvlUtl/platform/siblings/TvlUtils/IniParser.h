@@ -1,0 +1,40 @@
+// A settings file (.ini) as a whole.
+#pragma once
+
+#include "siblings/SiblingsApi.h"
+#include "siblings/TvlPlatform/TvlString.h"
+#include "siblings/TvlUtils/ProfileText.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace TvlUtils {
+
+/// The sections and values of one file, read when the object is made. ProfileText tells what a file means. An object
+/// belongs to one thread at a time.
+class TVLSIBLINGS_API IniParser {
+public:
+    /// A name and its value.
+    using Entry = std::pair<TvlString, TvlString>;
+    /// A section's name and its entries.
+    using Section = std::pair<TvlString, std::vector<Entry>>;
+
+    /// A file that can't be read is an empty one.
+    explicit IniParser(const TvlString& path);
+
+    /// All sections with their entries, in the order of the file. Names are told apart without case; of two with one name
+    /// the first is given.
+    std::vector<Section> GetAllData() const;
+    /// The value of an entry, or `defaultValue` when there is none.
+    TvlString GetString(const TvlString& section, const TvlString& name, const TvlString& defaultValue) const;
+    /// Sets an entry and replaces the file in one step. False when that fails, or for texts that would be read back as
+    /// something else (see ProfileText::SetValue): object and file are as before then.
+    bool SetString(const TvlString& section, const TvlString& name, const TvlString& value);
+
+private:
+    TvlString m_path;
+    ProfileText m_text;
+};
+
+}   // namespace TvlUtils

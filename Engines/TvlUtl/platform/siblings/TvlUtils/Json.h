@@ -1,0 +1,60 @@
+// Reads JSON that comes from outside.
+#pragma once
+
+#include "siblings/SiblingsApi.h"
+#include "siblings/TvlPlatform/TvlString.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace TvlUtils::Json {
+
+struct Value;
+using Array = std::vector<Value>;
+
+/// Members by name. Of a name that stands there twice the later value counts.
+class TVLSIBLINGS_API Object {
+public:
+    Object();
+    Object(const Object&);
+    Object(Object&&) noexcept;
+    Object& operator=(const Object&);
+    Object& operator=(Object&&) noexcept;
+    ~Object();
+
+    // False, and the value left alone, when there is no member of this name or it is of another kind.
+
+    bool GetValue(const TvlString& name, TvlString& value) const;
+    bool GetValue(const TvlString& name, bool& value) const;
+    bool GetValue(const TvlString& name, double& value) const;
+    bool GetValue(const TvlString& name, Object& value) const;
+    bool GetValue(const TvlString& name, Array& value) const;
+
+    /// The member of this name, or null.
+    const Value* Find(const TvlString& name) const;
+    const std::map<TvlString, Value>& Members() const;
+    void Set(TvlString name, Value value);
+
+private:
+    std::unique_ptr<std::map<TvlString, Value>> m_members;
+};
+
+/// Any value; std::monostate is null.
+struct Value : std::variant<std::monostate, bool, double, TvlString, Array, Object> {
+    using variant::variant;
+};
+
+/// What a text may have at most. Deeper or longer ones are refused before they take memory.
+struct Limits {
+    std::size_t bytes = std::size_t{1} << 20;
+    int depth = 64;   // objects and arrays in one another
+};
+
+/// The object that a UTF-8 text is; empty when it is anything else, not valid JSON, not valid UTF-8, or past the limits.
+TVLSIBLINGS_API std::optional<Object> Parse(std::string_view text, const Limits& limits = {});
+
+}   // namespace TvlUtils::Json

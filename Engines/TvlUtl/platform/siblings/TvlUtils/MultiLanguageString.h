@@ -1,0 +1,54 @@
+// One text in several languages.
+#pragma once
+
+#include "siblings/SiblingsApi.h"
+#include "siblings/TvlPlatform/TvlString.h"
+#include "windows/Types.h"
+
+#include <utility>
+#include <vector>
+
+/// A text per language. Languages go by the suite's two-letter names: br cs ct cz de en es fr it jp nl pl ru sv tr. The
+/// empty name stands for the default text, which serves where a language has none of its own.
+class TVLSIBLINGS_API MultiLanguageString {
+public:
+    /// No text in any language.
+    MultiLanguageString() = default;
+    /// As Parse.
+    MultiLanguageString(const wchar_t* text) { Parse(text); }
+    MultiLanguageString(const TvlString& text) { Parse(text); }
+
+    /// Takes the texts of the form ":[Other];br:[Outra];de:[Andere];": for each language its name, a colon and the text in
+    /// brackets, which ends at the first "]" before a semicolon or the end. Of a language that is named twice the last
+    /// text counts. A text of another form becomes the default text as a whole; the result is false then.
+    bool Parse(const TvlString& text);
+    /// The same form. A text that holds "];" would not read back.
+    TvlString ToString() const;
+
+    /// The text of a language, else the default text.
+    TvlString GetLangString(const TvlString& language) const;
+    TvlString GetLangString(const wchar_t* language) const { return GetLangString(TvlString(language)); }
+    /// The same by Windows' id of the language.
+    TvlString GetLangString(LANGID language) const { return GetLangString(GetLanguageFromLANGID(language)); }
+    /// The text under the empty name; where there is none the English one, else the first; empty without any.
+    TvlString GetDefaultLangString() const;
+    /// Whether the language has a text of its own, be it empty.
+    bool HasLanguage(const TvlString& language) const;
+
+    /// Sets or replaces the text of a language; the empty name sets the default text.
+    void SetLangString(const TvlString& language, const TvlString& text);
+    void SetLangString(LANGID language, const TvlString& text) { SetLangString(GetLanguageFromLANGID(language), text); }
+    void SetDefaultLangString(const TvlString& text) { SetLangString(TvlString(), text); }
+
+    /// Language and text, in the order in which languages were added.
+    const std::vector<std::pair<TvlString, TvlString>>& Texts() const { return m_texts; }
+    bool IsEmpty() const { return m_texts.empty(); }
+    bool operator==(const MultiLanguageString& other) const;
+
+    /// The suite's name of a language by Windows' id, whatever the region, save that Chinese as written in Taiwan, Hong Kong
+    /// and Macao is "ct", elsewhere "cs"; "en" for languages that the suite does not speak.
+    static TvlString GetLanguageFromLANGID(LANGID language);
+
+private:
+    std::vector<std::pair<TvlString, TvlString>> m_texts;
+};

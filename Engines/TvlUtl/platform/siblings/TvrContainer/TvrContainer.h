@@ -1,0 +1,17 @@
+// Containers of documents and templates.
+#pragma once
+
+#include "siblings/TvlComponent/PathResolver.h"
+#include "siblings/TvrContainer/DocContainer.h"
+
+class TVLSIBLINGS_API TvrContainer : public DocContainer {
+public:
+    TvrContainer() = default;
+
+    /// Opens an existing document. Nothing is resolved here: the resolver and what stands behind the mode are of no effect.
+    static TvrContainer Open(const TvlString& path, ZipFile::OpenMode mode, RootFileInfo* rootFile,
+        const Tvl::PathResolver& resolver, bool, bool);
+
+private:
+    using DocContainer::DocContainer;
+};

@@ -1,0 +1,17 @@
+// Containers of workspaces, *.tvws.
+#pragma once
+
+#include "siblings/TvrContainer/DocContainer.h"
+
+class TVLSIBLINGS_API WorkspaceContainer : public DocContainer {
+public:
+    WorkspaceContainer() = default;
+
+    /// Opens an existing workspace. For writing, a file that is marked read-only is refused.
+    static WorkspaceContainer Open(const TvlString& path, ZipFile::OpenMode mode);
+    /// Begins a new workspace.
+    static WorkspaceContainer Create(const TvlString& path);
+
+private:
+    using DocContainer::DocContainer;
+};

@@ -1,0 +1,15 @@
+// Which workspace the settings on disk belong to, as far as a process that died could not put it in order.
+#pragma once
+
+#include "siblings/TvlPlatform/TvlString.h"
+
+namespace SettingsOrigin {
+
+/// Notes in "<settings>.origin" that the settings there are those of `workspace`, and that this process works with them.
+void Record(const TvlString& settings, const TvlString& workspace);
+/// The settings are back in their workspace: takes this process's note away.
+void Close(const TvlString& settings);
+/// Whether a process that has died left the settings of another workspace than `workspace`. What runs is in order.
+bool IsForeign(const TvlString& settings, const TvlString& workspace);
+
+}   // namespace SettingsOrigin

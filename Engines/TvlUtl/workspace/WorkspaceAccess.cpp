@@ -1,0 +1,28 @@
+#include "WorkspaceAccess.h"
+
+#include "InjectedServices.h"
+#include "WorkspaceLimits.h"
+#include "siblings/TvlUtils/MultiLanguageString.h"
+#include "siblings/TvlUtils/SystemIO.h"
+
+WorkspaceContainer OpenWorkspaceForReading(const TvlString& path)
+{
+    WorkspaceContainer container = WorkspaceContainer::Open(path, ZipFile::OpenMode::Read);
+    container.SetMaxEntryBytes(MaxWorkspaceEntryBytes());
+    return container;
+}
+
+WorkspaceContainer OpenWorkspaceForWriting(const TvlString& path)
+{
+    TvlUtils::SystemIO::File::MakeWritable(path);
+    WorkspaceContainer container = WorkspaceContainer::Open(path, ZipFile::OpenMode::ReadWrite);
+    container.SetMaxEntryBytes(MaxWorkspaceEntryBytes());
+    return container;
+}
+
+TvlString ContentPath(const wchar_t* file) { return ZipContainerSchema::GetContentFilename(file); }
+
+TvlString UILanguageName()
+{
+    return MultiLanguageString::GetLanguageFromLANGID(TheInjectedServices().getUILanguageId());
+}

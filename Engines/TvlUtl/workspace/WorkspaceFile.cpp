@@ -1,0 +1,192 @@
+// Workspace files: the object and its metadata.
+#include "WorkspaceFile.h"
+
+#include "InjectedServices.h"
+#include "WorkspaceAccess.h"
+#include "siblings/TvlUtils/SystemIO.h"
+
+#include <utility>
+
+using TvlUtils::Guid;
+namespace Properties = ZipContainerSchema::Metadata;
+namespace WorkspaceProperties = WorkspaceContainerSchema::Metadata;
+
+WorkspaceFile::WorkspaceFile(const TvlString& path)
+    : Filename(path), Name(TvlUtils::SystemIO::Path::GetFileNameWithoutExtension(path))
+{
+}
+
+WorkspaceFile::WorkspaceFile(const WorkspaceFile& other)
+    : Filename(other.Filename), Name(other.Name), MetadataLoaded(other.MetadataLoaded), Title(other.Title),
+      Category(other.Category), Description(other.Description), UIOrder(other.UIOrder), InstanceID(other.InstanceID),
+      DocumentID(other.DocumentID), DerivedFrom(other.DerivedFrom), PreviewAvailable(other.PreviewAvailable)
+{
+}
+
+WorkspaceFile::WorkspaceFile(WorkspaceFile&& other) noexcept { Swap(other); }
+
+WorkspaceFile& WorkspaceFile::operator=(const WorkspaceFile& other)
+{
+    WorkspaceFile copy(other);
+    Swap(copy);
+    return *this;
+}
+
+WorkspaceFile& WorkspaceFile::operator=(WorkspaceFile&& other) noexcept
+{
+    WorkspaceFile taken(std::move(other));
+    Swap(taken);
+    return *this;
+}
+
+void WorkspaceFile::Swap(WorkspaceFile& other) noexcept
+{
+    std::swap(Filename, other.Filename);
+    std::swap(Name, other.Name);
+    std::swap(MetadataLoaded, other.MetadataLoaded);
+    std::swap(Title, other.Title);
+    std::swap(Category, other.Category);
+    std::swap(Description, other.Description);
+    std::swap(UIOrder, other.UIOrder);
+    std::swap(InstanceID, other.InstanceID);
+    std::swap(DocumentID, other.DocumentID);
+    std::swap(DerivedFrom, other.DerivedFrom);
+    std::swap(PreviewAvailable, other.PreviewAvailable);
+}
+
+bool WorkspaceFile::operator==(const WorkspaceFile& other) const
+{
+    InitializeMetadata();
+    other.InitializeMetadata();
+    return Name.Compare(other.Name, CompareCase::Insensitive) == 0
+        && Title.GetDefaultLangString() == other.Title.GetDefaultLangString()
+        && Category.GetDefaultLangString() == other.Category.GetDefaultLangString()
+        && Description.GetDefaultLangString() == other.Description.GetDefaultLangString();
+}
+
+MultiLanguageString WorkspaceFile::GetTitle() const
+{
+    InitializeMetadata();
+    return Title;
+}
+
+MultiLanguageString WorkspaceFile::GetCategory() const
+{
+    InitializeMetadata();
+    return Category;
+}
+
+MultiLanguageString WorkspaceFile::GetDescription() const
+{
+    InitializeMetadata();
+    return Description;
+}
+
+LONG WorkspaceFile::GetUIOrder() const
+{
+    InitializeMetadata();
+    return UIOrder;
+}
+
+Guid WorkspaceFile::GetInstanceID() const
+{
+    InitializeMetadata();
+    return InstanceID;
+}
+
+Guid WorkspaceFile::GetDocumentID() const
+{
+    InitializeMetadata();
+    return DocumentID;
+}
+
+std::vector<Guid> WorkspaceFile::GetDerivedFrom() const
+{
+    InitializeMetadata();
+    return DerivedFrom;
+}
+
+bool WorkspaceFile::IsPreviewAvailable() const
+{
+    InitializeMetadata();
+    return PreviewAvailable;
+}
+
+TvlString WorkspaceFile::GetTitleInUILang() const
+{
+    return GetTitle().GetLangString(TheInjectedServices().getUILanguageId());
+}
+
+TvlString WorkspaceFile::GetCategoryInUILang() const
+{
+    return GetCategory().GetLangString(TheInjectedServices().getUILanguageId());
+}
+
+TvlString WorkspaceFile::GetDescriptionInUILang() const
+{
+    return GetDescription().GetLangString(TheInjectedServices().getUILanguageId());
+}
+
+bool WorkspaceFile::InitializeMetadata() const
+{
+    if (MetadataLoaded)
+        return true;
+    MetadataLoaded = true;
+    WorkspaceContainer container = OpenWorkspaceForReading(Filename);
+    if (!container)
+        return false;
+    ReadProperties(container);
+    if (DocumentID.IsNil() || InstanceID.IsNil())
+        Repair(container);
+    PreviewAvailable = !container.GetThumbnailInfo().first.IsEmpty();
+    container.Close();
+    return true;
+}
+
+void WorkspaceFile::ReadProperties(WorkspaceContainer& container) const
+{
+    const WorkspaceContainer& reader = container;
+    const auto texts = [&](const Metadata::Definition& property) {
+        return reader.GetMetadata(property).GetOr(MultiLanguageString());
+    };
+    Title = texts(Properties::Title);
+    Category = texts(WorkspaceProperties::Category);
+    Description = texts(Properties::Description);
+    UIOrder = reader.GetMetadata(WorkspaceProperties::UIOrder).GetOr(kUserWorkspaceOrder);
+    DocumentID = reader.GetMetadata(Properties::DocumentID).GetOr(Guid());
+    InstanceID = reader.GetMetadata(Properties::InstanceID).GetOr(Guid());
+    DerivedFrom = reader.GetMetadata(Properties::DerivedFrom).GetOr(std::vector<Guid>());
+}
+
+void WorkspaceFile::Repair(WorkspaceContainer& container) const
+{
+    container.Close();
+    container = OpenWorkspaceForWriting(Filename);
+    // A file that can't be written keeps these identifiers for the object's life alone.
+    if (DocumentID.IsNil()) {
+        DocumentID = Guid::Generate();
+        container.SetMetadata(Properties::DocumentID, DocumentID);
+    }
+    if (InstanceID.IsNil()) {
+        InstanceID = Guid::Generate();
+        container.SetMetadata(Properties::InstanceID, InstanceID);
+    }
+    if (DerivedFrom.empty())
+        TakeOldIdentity(container);
+}
+
+void WorkspaceFile::TakeOldIdentity(WorkspaceContainer& container) const
+{
+    container.Close();
+    WXmlDoc document(false);
+    LoadUIConfigIntoXML(document);
+    container = WorkspaceContainer::Open(Filename, ZipFile::OpenMode::ReadWrite);
+    const WXmlNode application = document.GetRootNode().GetNode(WXPath(L"//applicationInfo"));
+    const Guid identity(application.Attribute(L"workspaceID").GetString(L""));
+    if (identity.IsNil())
+        return;
+    DerivedFrom = DocContainer::AddToDerivedFromList({}, identity);
+    DocumentID = identity;
+    container.SetMetadata(Properties::DerivedFrom, DerivedFrom);
+    container.SetMetadata(Properties::DocumentID, DocumentID);
+}

@@ -1,0 +1,50 @@
+// Icons in the current workspace.
+#include "WorkspaceAccess.h"
+#include "WorkspaceManager.h"
+#include "WorkspaceNames.h"
+#include "siblings/TvlUtils/SystemIO.h"
+
+namespace {
+namespace File = TvlUtils::SystemIO::File;
+namespace Path = TvlUtils::SystemIO::Path;
+
+TvlString IconsFolder() { return TvlString(ZipContainerSchema::contentDir) + WorkspaceContainerSchema::iconsDir; }
+
+TvlString IconEntry(const TvlString& name) { return IconsFolder() + name + WorkspaceNames::kIconExtension; }
+}   // namespace
+
+TvlString WorkspaceManager::AddIconResource(TvlString& path)
+{
+    const TvlString name = TvlUtils::Guid::Generate().ToString();
+    WorkspaceFile* const current = GetCurrentWorkspace();
+    if (!current || !current->AddFile(path, IconEntry(name)))
+        return {};
+    const TvlString copy = Path::GetTempFileNameW(Path::GetTempFolder(), L"", WorkspaceNames::kIconExtension);
+    if (!File::Copy(path, copy, true))
+        return {};
+    path = copy;
+    return name;
+}
+
+bool WorkspaceManager::RemoveIconResource(const TvlString& name)
+{
+    const WorkspaceFile* const current = GetCurrentWorkspace();
+    return current && WorkspaceFile(*current).DeleteFile(IconEntry(name));
+}
+
+bool WorkspaceManager::CopyIconsFromWorkspace(const WorkspaceFile& source)
+{
+    const WorkspaceFile* const current = GetCurrentWorkspace();
+    if (source.GetFilename().IsEmpty() || !current)
+        return false;
+    const std::vector<TvlString> entries = source.GetFilesInDirectory(IconsFolder() + L".*");
+    const WorkspaceContainer from = OpenWorkspaceForReading(source.GetFilename());
+    WorkspaceContainer to = OpenWorkspaceForWriting(current->GetFilename());
+    if (!from || !to)
+        return false;
+    bool added = true;
+    for (const TvlString& entry : entries)
+        if (Path::HasExtension(entry, WorkspaceNames::kIconExtension))
+            added = to.AddFile(entry, from.OpenFile(entry, false), false, nullptr) && added;
+    return to.Close() && added;
+}

@@ -1,0 +1,43 @@
+#include "WorkspaceLimits.h"
+
+#include "siblings/TvlPref/CPrefObject.h"
+
+#include <algorithm>
+#include <cwchar>
+
+namespace {
+using TextPreference = CPrefObject<TvlString, CAppPrefManager>;
+
+constexpr long long kMegabyte = 1 << 20;
+// Beyond these a process would run out of memory before it is done.
+constexpr long long kMostMegabytes = 1024;
+constexpr long long kMostIcons = 4096;
+
+const TextPreference& MegabytesPreference()
+{
+    static const TextPreference preference(L"Workspaces/MaxEntryMegabytes", L"64");
+    return preference;
+}
+
+const TextPreference& IconsPreference()
+{
+    static const TextPreference preference(L"Workspaces/MaxIcons", L"1000");
+    return preference;
+}
+
+/// The preference's number; its default in place of a text that is none.
+long long NumberOf(const TextPreference& preference, long long most)
+{
+    const auto read = [](const TvlString& text) {
+        wchar_t* end = nullptr;
+        const long long value = std::wcstoll(text.c_str(), &end, 10);
+        return text.IsEmpty() || *end != L'\0' ? -1LL : value;
+    };
+    const long long value = read(preference.GetValue());
+    return std::min(value < 0 ? read(preference.GetDefault()) : value, most);
+}
+}   // namespace
+
+long long MaxWorkspaceEntryBytes() { return NumberOf(MegabytesPreference(), kMostMegabytes) * kMegabyte; }
+
+std::size_t MaxWorkspaceIcons() { return static_cast<std::size_t>(NumberOf(IconsPreference(), kMostIcons)); }

@@ -1,0 +1,87 @@
+// Choosing the language among many beside reading their descriptions twice.
+#include "GLB_UILanguage.h"
+#include "siblings/TvlPref/StoredRegistry.h"
+
+#include <benchmark/benchmark.h>
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <random>
+#include <stdlib.h>
+#include <string>
+#include <vector>
+
+namespace {
+namespace fs = std::filesystem;
+
+constexpr int kLanguages = 200;
+constexpr int kBrokenEach = 4;   // every fourth is broken
+
+/// A suite with many languages in a folder of its own, a registry in memory, and no folder of anybody's touched.
+class ManyLanguages {
+public:
+    ManyLanguages()
+    {
+        for (int i = 0; i < kLanguages; ++i) {
+            const std::string code =
+                std::string(1, static_cast<char>('A' + i / 100)) + std::to_string(100 + i % 100).substr(1);
+            const fs::path data = m_folder / "Languages" / code / "Data";
+            fs::create_directories(data);
+            std::ofstream file(data / "info.json", std::ios::binary);
+            if (i % kBrokenEach == 0)
+                file << "{\"langCode\": \"" << code << "\", \"dirName";
+            else
+                file << R"({"langCode": ")" << code << R"(", "dirName": ")" << code << R"(", "uiName": "Language"})";
+            m_files.push_back(data / "info.json");
+        }
+        setenv("TVL_SUITE_DIR", m_folder.c_str(), 1);
+        setenv("TVL_USER_DIR", (m_folder / "user").c_str(), 1);
+        PREFUTILS::IRegistry::SetForTests(&m_registry);
+        CGlbLang stored;
+        stored.SetFromIO_StrFmt(L"B42");
+        IGLB_UILanguage::GetInst().WriteStoredLanguage(stored);
+    }
+    ManyLanguages(const ManyLanguages&) = delete;
+    ManyLanguages& operator=(const ManyLanguages&) = delete;
+    ~ManyLanguages()
+    {
+        PREFUTILS::IRegistry::SetForTests(nullptr);
+        std::error_code ignored;
+        fs::remove_all(m_folder, ignored);
+    }
+    const std::vector<fs::path>& Files() const { return m_files; }
+
+private:
+    fs::path m_folder = fs::temp_directory_path() / ("tvl-bench-" + std::to_string(std::random_device()()));
+    std::vector<fs::path> m_files;
+    PREFUTILS::StoredRegistry m_registry{PREFUTILS::MakeMemoryStore()};
+};
+
+ManyLanguages& Suite()
+{
+    static ManyLanguages suite;
+    return suite;
+}
+
+/// The whole selection of a process that has just started.
+void Language_Select(benchmark::State& state)
+{
+    Suite();
+    for (auto _ : state) {
+        GLB_UILanguage::ReleaseInstance(false);
+        benchmark::DoNotOptimize(IGLB_UILanguage::GetInst().GetLanguage());
+    }
+}
+BENCHMARK(Language_Select);
+
+void Language_ReadTwice(benchmark::State& state)
+{
+    for (auto _ : state)
+        for (int pass = 0; pass < 2; ++pass)
+            for (const fs::path& path : Suite().Files()) {
+                const auto object = nlohmann::json::parse(std::ifstream(path, std::ios::binary), nullptr, false);
+                benchmark::DoNotOptimize(object.is_object());
+            }
+}
+BENCHMARK(Language_ReadTwice);
+}   // namespace

@@ -1,0 +1,63 @@
+// Starting a record among many, beside one walk over a table of as many that asks each entry whether it has expired.
+#include "TrackFileFormatUse.h"
+#include "siblings/TvlUtils/ThreadLock.h"
+
+#include <benchmark/benchmark.h>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace {
+
+constexpr int kLive = 10'000;
+
+TvlString Path(int number) { return L"/home/user/documents/drawing " + std::to_wstring(number) + L".tvr"; }
+
+/// One record starts and ends each time, so that each start finds an entry to remove.
+void TrackingStart_Own(benchmark::State& state)
+{
+    std::vector<TrackFileFormatUse> live;
+    for (int i = 0; i < kLive; ++i)
+        live.push_back(TrackFileFormatUse::StartGlobal(Path(i), L"Import"));
+    const TvlString path = Path(kLive);
+    for (auto _ : state) {
+        TrackFileFormatUse use = TrackFileFormatUse::StartGlobal(path, L"Import");
+        use.Discard();
+    }
+    for (TrackFileFormatUse& use : live)
+        use.Discard();
+}
+BENCHMARK(TrackingStart_Own);
+
+/// A start that finds a live record.
+void TrackingStart_OwnLive(benchmark::State& state)
+{
+    std::vector<TrackFileFormatUse> live;
+    for (int i = 0; i < kLive; ++i)
+        live.push_back(TrackFileFormatUse::StartGlobal(Path(i), L"Import"));
+    const TvlString path = Path(kLive / 2);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(TrackFileFormatUse::StartGlobal(path, L"Import"));
+    for (TrackFileFormatUse& use : live)
+        use.Discard();
+}
+BENCHMARK(TrackingStart_OwnLive);
+
+void TrackingStart_Walk(benchmark::State& state)
+{
+    std::vector<std::shared_ptr<int>> live;
+    std::unordered_map<TvlString, std::weak_ptr<int>> table;
+    TvlUtils::ThreadLock lock;
+    for (int i = 0; i < kLive; ++i) {
+        live.push_back(std::make_shared<int>(i));
+        table.emplace(Path(i), live.back());
+    }
+    for (auto _ : state) {
+        const TvlUtils::WriteLock hold(lock);
+        benchmark::DoNotOptimize(std::erase_if(table, [](const auto& entry) { return entry.second.expired(); }));
+    }
+}
+BENCHMARK(TrackingStart_Walk);
+
+}   // namespace

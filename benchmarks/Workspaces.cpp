@@ -1,0 +1,269 @@
+// Workspace files beside libzip alone, which does the same reads and writes: the cost of looking an archive through before
+// it is used, and of replacing it in one step.
+#include "WorkspaceFile.h"
+#include "WorkspaceManager.h"
+#include "siblings/TvlPlatform/TextEncoding.h"
+#include "siblings/TvlPref/PrefManager.h"
+#include "siblings/TvlPref/StoredRegistry.h"
+#include "siblings/TvlUtils/FilePath.h"
+#include "siblings/TvrContainer/WorkspaceContainer.h"
+
+#include <benchmark/benchmark.h>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <unistd.h>
+#include <vector>
+#include <zip.h>
+
+namespace {
+
+constexpr int kIcons = 100;
+constexpr std::size_t kIconBytes = 4096;
+constexpr std::size_t kSettingsBytes = 600'000;
+
+/// Bytes that shrink to a third or so, as settings and pictures do.
+std::string Content(std::size_t size, unsigned seed)
+{
+    std::mt19937 random(seed);
+    std::string bytes(size, '\0');
+    for (char& c : bytes)
+        c = static_cast<char>('0' + random() % 8);
+    return bytes;
+}
+
+class Workspace {
+public:
+    Workspace()
+    {
+        CAppPrefManager::GetInstance().AttachStore(&m_preferences);
+        std::filesystem::create_directories(m_folder);
+        std::ofstream(m_folder / "settings.ini", std::ios::binary) << Content(kSettingsBytes, 1);
+        const std::string interface = "<ui>" + Content(400'000, 2) + "</ui>";
+        WorkspaceFile::CreateDefault(Path());
+        WorkspaceContainer container = WorkspaceContainer::Open(Path(), ZipFile::OpenMode::ReadWrite);
+        container.CreateFileW(L"content/workspace.xml", false, false, nullptr)
+            .Write(interface.data(), interface.size());
+        for (int i = 0; i < kIcons; ++i) {
+            const std::string icon = Content(kIconBytes, static_cast<unsigned>(i + 3));
+            const TvlString name = L"content/icons/" + TvlString(std::to_wstring(i)) + L".ico";
+            container.CreateFileW(name, false, false, nullptr).Write(icon.data(), icon.size());
+        }
+        container.AddFile(L"content/settings.ini", Settings(), false, nullptr);
+        container.Close();
+    }
+    ~Workspace() { CAppPrefManager::GetInstance().AttachStore(nullptr); }
+
+    TvlString Path() const { return TvlUtils::SystemIO::FromFilePath(m_folder / "a.tvws"); }
+    TvlString Settings() const { return TvlUtils::SystemIO::FromFilePath(m_folder / "settings.ini"); }
+    TvlString Target() const { return TvlUtils::SystemIO::FromFilePath(m_folder / "extracted.ini"); }
+    std::string File() const { return (m_folder / "a.tvws").string(); }
+    std::string TargetFile() const { return (m_folder / "extracted.ini").string(); }
+
+private:
+    std::filesystem::path m_folder = std::filesystem::temp_directory_path() / "bench-workspaces";
+    MemoryPrefStore m_preferences;
+};
+
+const Workspace& TheWorkspace()
+{
+    static const Workspace workspace;
+    return workspace;
+}
+
+/// An entry by libzip alone.
+std::string ReadEntry(zip_t* archive, zip_uint64_t index)
+{
+    zip_stat_t description;
+    zip_stat_index(archive, index, 0, &description);
+    std::string bytes(description.size, '\0');
+    zip_file_t* const file = zip_fopen_index(archive, index, 0);
+    char end = 0;
+    zip_fread(file, bytes.data(), bytes.size());
+    zip_fread(file, &end, 1);   // compares the checksum
+    zip_fclose(file);
+    return bytes;
+}
+
+/// Flushes a file and puts it in another's place.
+void Replace(const std::string& from, const std::string& to)
+{
+    const int descriptor = open(from.c_str(), O_RDONLY);
+    fsync(descriptor);
+    close(descriptor);
+    std::filesystem::rename(from, to);
+}
+
+void WorkspaceMetadata_Own(benchmark::State& state)
+{
+    const TvlString path = TheWorkspace().Path();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(WorkspaceFile(path).GetUIOrder());
+}
+
+void WorkspaceMetadata_Libzip(benchmark::State& state)
+{
+    const std::string file = TheWorkspace().File();
+    for (auto _ : state) {
+        zip_t* const archive = zip_open(file.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, nullptr);
+        const auto index = zip_name_locate(archive, "metadata/metadata.xml", 0);
+        WXmlDoc document(false);
+        document.LoadBytes(ReadEntry(archive, static_cast<zip_uint64_t>(index)));
+        benchmark::DoNotOptimize(document.IsLoaded());
+        zip_discard(archive);
+    }
+}
+
+void WorkspaceRead_Own(benchmark::State& state)
+{
+    const TvlString path = TheWorkspace().Path();
+    for (auto _ : state) {
+        const auto container = WorkspaceContainer::Open(path, ZipFile::OpenMode::Read);
+        for (const TvlString& name : container.GetFileNames(L"content/.*", true))
+            benchmark::DoNotOptimize(container.OpenFile(name, false));
+    }
+}
+
+void WorkspaceRead_Libzip(benchmark::State& state)
+{
+    const std::string file = TheWorkspace().File();
+    for (auto _ : state) {
+        zip_t* const archive = zip_open(file.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, nullptr);
+        for (zip_int64_t i = 0; i < zip_get_num_entries(archive, 0); ++i)
+            if (std::string_view(zip_get_name(archive, static_cast<zip_uint64_t>(i), 0)).starts_with("content/"))
+                benchmark::DoNotOptimize(ReadEntry(archive, static_cast<zip_uint64_t>(i)));
+        zip_discard(archive);
+    }
+}
+
+/// Extracts the settings of a workspace and stores them again, as a switch does.
+void WorkspaceSwitch_Own(benchmark::State& state)
+{
+    const Workspace& workspace = TheWorkspace();
+    WorkspaceFile file(workspace.Path());
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(file.LoadSettings(workspace.Target(), {}));
+        benchmark::DoNotOptimize(file.SaveSettings(workspace.Target(), {}));
+    }
+}
+
+void WorkspaceSwitch_Libzip(benchmark::State& state)
+{
+    const Workspace& workspace = TheWorkspace();
+    const std::string file = workspace.File();
+    const std::string aside = file + ".peer";
+    const std::string target = workspace.TargetFile();
+    for (auto _ : state) {
+        zip_t* archive = zip_open(file.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, nullptr);
+        const auto index = zip_name_locate(archive, "content/settings.ini", 0);
+        const std::string settings = ReadEntry(archive, static_cast<zip_uint64_t>(index));
+        zip_discard(archive);
+        std::ofstream(target + ".peer", std::ios::binary) << settings;
+        Replace(target + ".peer", target);
+
+        std::ifstream input(target, std::ios::binary);
+        const std::string bytes{std::istreambuf_iterator<char>(input), {}};
+        // libzip replaces the file by itself, but does not flush: its own copy is flushed here.
+        archive = zip_open(file.c_str(), ZIP_CHECKCONS, nullptr);
+        zip_source_t* const source = zip_source_buffer(archive, bytes.data(), bytes.size(), 0);
+        zip_file_add(archive, "content/settings.ini", source, ZIP_FL_OVERWRITE);
+        zip_close(archive);
+        const int descriptor = open(file.c_str(), O_RDONLY);
+        fsync(descriptor);
+        close(descriptor);
+    }
+}
+
+/// Two workspaces of 1 MB in a user's folder, a manager that changes between them, and a registry in memory.
+class TwoWorkspaces {
+public:
+    TwoWorkspaces()
+    {
+        setenv("TVL_USER_DIR", m_folder.c_str(), 1);
+        setenv("TVL_SUITE_DIR", (m_folder / "suite").c_str(), 1);
+        PREFUTILS::IRegistry::SetForTests(&m_registry);
+        std::filesystem::create_directories(m_folder / "Workspaces");
+        std::string settings;
+        for (int section = 0; section < 20; ++section) {
+            settings += "[Section" + std::to_string(section) + "]\r\n";
+            for (int i = 0; i < 20; ++i)
+                settings += "Name" + std::to_string(i) + "=" + Content(40, static_cast<unsigned>(i)) + "\r\n";
+        }
+        std::ofstream(m_folder / "Workspaces/settings.ini", std::ios::binary) << settings;
+        for (const char* const name : {"a.tvws", "b.tvws"}) {
+            std::filesystem::copy_file(
+                TheWorkspace().File(), File(name), std::filesystem::copy_options::overwrite_existing);
+            WorkspaceFile(TvlUtils::SystemIO::FromFilePath(File(name))).SaveSettings(Settings(), {});
+        }
+        WSM_INIT init;
+        init.Product = L"Suite";
+        init.Application = L"Bench";
+        manager.Initialize(init, nullptr);
+        manager.SetCurrentWorkspace(L"a", false, false);
+    }
+
+    std::string File(const char* name) const { return (m_folder / "Workspaces" / name).string(); }
+    TvlString Settings() const { return TvlUtils::SystemIO::FromFilePath(File("settings.ini")); }
+
+    WorkspaceManager manager;
+
+private:
+    std::filesystem::path m_folder = std::filesystem::temp_directory_path() / "bench-managers";
+    PREFUTILS::StoredRegistry m_registry{PREFUTILS::MakeMemoryStore()};
+};
+
+TwoWorkspaces& TheManager()
+{
+    static TwoWorkspaces workspaces;
+    return workspaces;
+}
+
+/// From one workspace to the other, with all that the application's preferences need.
+void WorkspaceManagerSwitch_Own(benchmark::State& state)
+{
+    WorkspaceManager& manager = TheManager().manager;
+    bool toB = true;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(manager.SetCurrentWorkspace(toB ? L"b" : L"a", false, false));
+        toB = !toB;
+    }
+}
+
+/// The same reads and writes of files; nothing becomes of the settings.
+void WorkspaceManagerSwitch_Libzip(benchmark::State& state)
+{
+    const std::string files[] = {TheManager().File("a.tvws"), TheManager().File("b.tvws")};
+    const std::string target = TheManager().File("settings.ini.peer");
+    std::string settings(20'000, '1');
+    std::size_t current = 0;
+    for (auto _ : state) {
+        zip_t* archive = zip_open(files[current].c_str(), ZIP_CHECKCONS, nullptr);
+        zip_source_t* const source = zip_source_buffer(archive, settings.data(), settings.size(), 0);
+        zip_file_add(archive, "content/settings.ini", source, ZIP_FL_OVERWRITE);
+        zip_close(archive);
+        const int descriptor = open(files[current].c_str(), O_RDONLY);
+        fsync(descriptor);
+        close(descriptor);
+
+        current = 1 - current;
+        archive = zip_open(files[current].c_str(), ZIP_RDONLY | ZIP_CHECKCONS, nullptr);
+        const auto index = zip_name_locate(archive, "content/settings.ini", 0);
+        const std::string extracted = ReadEntry(archive, static_cast<zip_uint64_t>(index));
+        zip_discard(archive);
+        std::ofstream(target + ".aside", std::ios::binary) << extracted;
+        Replace(target + ".aside", target);
+    }
+}
+
+BENCHMARK(WorkspaceMetadata_Own);
+BENCHMARK(WorkspaceMetadata_Libzip);
+BENCHMARK(WorkspaceRead_Own);
+BENCHMARK(WorkspaceRead_Libzip);
+BENCHMARK(WorkspaceSwitch_Own);
+BENCHMARK(WorkspaceSwitch_Libzip);
+BENCHMARK(WorkspaceManagerSwitch_Own);
+BENCHMARK(WorkspaceManagerSwitch_Libzip);
+
+}   // namespace

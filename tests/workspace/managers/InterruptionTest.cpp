@@ -1,0 +1,88 @@
+// What the next start does about a process that died.
+#include "ManagerFixture.h"
+
+namespace {
+
+class Interruptions : public Managers {
+protected:
+    Interruptions()
+    {
+        for (const char* const name : {"_default", "A", "B"})
+            Make(name);
+        Store(L"DesktopModeDefault", WorkspacePath("A"));
+        world.MakeFile("user/Workspaces/settings.ini", Settings("present"));
+    }
+    void LeaveOrigin(const std::string& workspace) const
+    {
+        world.MakeFile("user/Workspaces/settings.ini.origin",
+            "WSMANAGER_SESSION_nobody\n" + TvlPlatform::ToUtf8(WorkspacePath(workspace)));
+    }
+};
+
+TEST_F(Interruptions, DoNotShowAfterAProperEnd)
+{
+    const auto manager = Started();
+    EXPECT_EQ(SettingsOnDisk(), Settings("present"));
+    manager->SetCurrentWorkspace(L"B", false, false);
+    EXPECT_TRUE(world.Has("user/Workspaces/settings.ini.origin"));
+    manager->AppShuttingDown();
+    for (const char* const mark : {".origin", ".extracting", ".applying"})
+        EXPECT_FALSE(world.Has(std::string("user/Workspaces/settings.ini") + mark)) << mark;
+}
+
+TEST_F(Interruptions, OfAChangeAreMadeGoodByTheCurrentSettings)
+{
+    LeaveOrigin("B");
+    const auto manager = Started();
+    EXPECT_EQ(manager->GetCurrentWorkspaceName(), L"A");
+    EXPECT_EQ(SettingsOnDisk(), Settings("A"));
+    EXPECT_EQ(StoredName(), L"A");
+    manager->AppShuttingDown();
+    EXPECT_EQ(SettingsOf("A"), Settings("A"));
+}
+
+TEST_F(Interruptions, BehindAChangeLeaveTheSettingsOfTheCurrentWorkspace)
+{
+    LeaveOrigin("A");
+    Started();
+    EXPECT_EQ(SettingsOnDisk(), Settings("present"));
+    EXPECT_FALSE(StoredName());
+}
+
+TEST_F(Interruptions, AreNoneAsLongAsTheProcessLives)
+{
+    Started()->SetCurrentWorkspace(L"B", false, false);
+    const auto other = Started();
+    EXPECT_EQ(other->GetCurrentWorkspaceName(), L"A");
+    EXPECT_EQ(SettingsOnDisk(), Settings("B"));
+}
+
+TEST_F(Interruptions, OfAnExtractionAreRepeated)
+{
+    world.MakeFile("user/Workspaces/settings.ini.extracting", "");
+    world.MakeFile("user/Workspaces/settings.ini.applying", "");
+    Started();
+    EXPECT_EQ(SettingsOnDisk(), Settings("A"));
+    EXPECT_EQ(StoredName(), L"A");
+    EXPECT_FALSE(world.Has("user/Workspaces/settings.ini.extracting"));
+    EXPECT_FALSE(world.Has("user/Workspaces/settings.ini.applying"));
+}
+
+TEST_F(Interruptions, OfTheRegistrysUpdateAreRepeated)
+{
+    world.MakeFile("user/Workspaces/settings.ini.applying", "");
+    Started();
+    EXPECT_EQ(SettingsOnDisk(), Settings("present"));
+    EXPECT_EQ(StoredName(), L"present");
+    EXPECT_FALSE(world.Has("user/Workspaces/settings.ini.applying"));
+}
+
+TEST_F(Interruptions, LeaveOddMarksAlone)
+{
+    for (const char* const bytes : {"", "no line end", "\n", "a/b\\c\n", "x\n\xff\xfe"}) {
+        world.MakeFile("user/Workspaces/settings.ini", Settings("present"));
+        world.MakeFile("user/Workspaces/settings.ini.origin", bytes);
+        EXPECT_EQ(Started()->GetCurrentWorkspaceName(), L"A");
+    }
+}
+}   // namespace
