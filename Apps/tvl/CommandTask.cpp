@@ -34,7 +34,10 @@ TaskView::Screen ErrorScreen()
 Interrupts::Interrupts()
 {
     isInterrupted.store(false, std::memory_order_relaxed);
-    std::signal(SIGINT, &TakeInterrupt);
+    // Who started the program may have turned Ctrl-C off for it, as shells do for what runs in the background.
+    m_before = std::signal(SIGINT, SIG_IGN);
+    if (m_before != SIG_IGN)
+        std::signal(SIGINT, &TakeInterrupt);
     m_watcher = std::jthread([this](std::stop_token stop) {
         std::unique_lock hold(m_mutex);
         while (!m_stopped.wait_for(hold, stop, kLookingPause, [&] { return stop.stop_requested(); }))
@@ -43,7 +46,11 @@ Interrupts::Interrupts()
     });
 }
 
-Interrupts::~Interrupts() { std::signal(SIGINT, SIG_DFL); }
+Interrupts::~Interrupts()
+{
+    if (m_before != SIG_ERR)
+        std::signal(SIGINT, m_before);
+}
 
 CommandTask::CommandTask(const wchar_t* name)
     : m_view(std::cerr, ErrorScreen()),

@@ -6,8 +6,8 @@
 #include <condition_variable>
 #include <thread>
 
-/// Cancels all tasks when the user presses Ctrl-C, as long as it lives. A second press ends the program at once. One
-/// object at a time.
+/// Cancels all tasks when the user presses Ctrl-C, as long as it lives. A second press ends the program at once. A
+/// program that was started with Ctrl-C turned off takes no notice of it. One object at a time.
 class Interrupts {
 public:
     Interrupts();
@@ -16,6 +16,7 @@ public:
     ~Interrupts();
 
 private:
+    void (*m_before)(int) = nullptr;   // what the signal did
     std::mutex m_mutex;
     std::condition_variable_any m_stopped;
     std::jthread m_watcher;   // ends first

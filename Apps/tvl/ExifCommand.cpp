@@ -25,12 +25,12 @@ struct Candidate {
 };
 
 /// Adds the files of a folder and its folders, in the order of their names.
-void AddFolder(const fs::path& folder, std::vector<Candidate>& candidates)
+void AddFolder(const fs::path& folder, TvlUtl::ITaskProgress& task, std::vector<Candidate>& candidates)
 {
     const auto first = static_cast<std::ptrdiff_t>(candidates.size());
     std::error_code failed;
     for (fs::recursive_directory_iterator at(folder, fs::directory_options::skip_permission_denied, failed), end;
-         !failed && at != end; at.increment(failed)) {
+         !failed && at != end && !task.IsCancelled(); at.increment(failed)) {
         std::error_code unknown;
         if (at->is_regular_file(unknown))
             candidates.push_back({at->path(), false, {}});
@@ -41,7 +41,7 @@ void AddFolder(const fs::path& folder, std::vector<Candidate>& candidates)
         candidates.push_back({folder, true, "folder can't be read to its end"});
 }
 
-std::vector<Candidate> Candidates(const ExifRequest& request)
+std::vector<Candidate> Candidates(const ExifRequest& request, TvlUtl::ITaskProgress& task)
 {
     std::vector<Candidate> candidates;
     for (const fs::path& path : request.paths) {
@@ -49,7 +49,7 @@ std::vector<Candidate> Candidates(const ExifRequest& request)
         if (!fs::is_directory(path, unknown))
             candidates.push_back({path, true, {}});
         else if (request.recursive)
-            AddFolder(path, candidates);
+            AddFolder(path, task, candidates);
         else
             candidates.push_back({path, true, "a folder: add --recursive to read the files in it"});
     }
@@ -93,7 +93,7 @@ try {
 int RunExif(
     const ExifRequest& request, std::ostream& out, std::ostream& errors, TvlUtl::ITaskProgress& task, TaskView& view)
 {
-    const std::vector<Candidate> candidates = Candidates(request);
+    const std::vector<Candidate> candidates = Candidates(request, task);
     const unsigned wanted = request.threads ? request.threads : std::max(1u, std::thread::hardware_concurrency());
     const bool isArray = request.json && !request.orientation;
     int exitCode = 0;

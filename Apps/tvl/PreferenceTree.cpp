@@ -26,6 +26,25 @@ bool CanBeSection(const TvlString& section)
     TvlString trimmed = section;
     return section.FindOneOf(L"]\r\n") < 0 && trimmed.Trim(L" \t") == section;
 }
+
+/// A text by its units, which reads back whatever it is.
+TvlString InUnits(const TvlString& text)
+{
+    TvlString units = L">";
+    const std::vector<std::uint8_t> bytes = TvlPlatform::ToUtf16Le(text);
+    for (std::size_t at = 0; at < bytes.size(); at += 2)
+        units += TvlString().Format(L"%02x%02x", unsigned{bytes[at + 1]}, unsigned{bytes[at]});
+    return units;
+}
+
+/// A text in a settings file, in the form that applications write as far as that reads back.
+TvlString InFile(const TvlString& text)
+{
+    return IniIoPolicy::ReadsBack(text) ? IniIoPolicy::Encode(text) : InUnits(text);
+}
+
+/// The same of a name, which a line begins with.
+TvlString NameInFile(const TvlString& name) { return name.IsEmpty() || name[0] == L'[' ? InUnits(name) : InFile(name); }
 }   // namespace
 
 bool PreferenceTree::Place::operator<(const Place& other) const
@@ -80,7 +99,7 @@ bool PreferenceTree::Save(const TvlString& path) const
         if (!section || section->CompareNoCase(place.section) != 0)
             text += '[' + ToUtf8(place.section) + "]\r\n";
         section = &place.section;
-        text += ToUtf8(IniIoPolicy::Encode(place.name)) + '=' + ToUtf8(IniIoPolicy::Encode(value)) + "\r\n";
+        text += ToUtf8(NameInFile(place.name)) + '=' + ToUtf8(InFile(value)) + "\r\n";
     }
     return static_cast<bool>(TvlUtils::SystemIO::File::WriteAside(path, text));
 }

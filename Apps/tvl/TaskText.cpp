@@ -33,14 +33,20 @@ std::wstring SpanText(std::chrono::steady_clock::duration span)
     return std::to_wstring(minutes / 60) + L":" + TwoDigits(minutes % 60) + L":" + TwoDigits(seconds % 60);
 }
 
+int WholePercent(double progress)
+{
+    constexpr double kRounding = 1e-9;   // 57 of 100 are not 56 percent
+    return static_cast<int>(std::clamp(progress, 0.0, 1.0) * 100.0 + kRounding);
+}
+
 std::wstring ProgressText(
     TvlUtl::ITaskProgress& task, std::chrono::steady_clock::duration elapsed, std::size_t barWidth)
 {
-    const double done = task.GetProgress();
+    const double done = std::min(task.GetProgress(), 1.0);
     const std::wstring step = task.GetStepName().Std();
     if (done <= 0.0)
         return step;
-    const std::wstring percent = std::to_wstring(static_cast<int>(done * 100.0));
+    const std::wstring percent = std::to_wstring(WholePercent(done));
     std::wstring text =
         (barWidth > 0 ? Bar(done, barWidth) : L"") + std::wstring(3 - percent.size(), L' ') + percent + L" %";
     const Seconds passed = elapsed;

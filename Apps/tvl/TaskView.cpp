@@ -1,6 +1,7 @@
 #include "TaskView.h"
 
 #include "TaskText.h"
+#include "TerminalText.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 
 #include <algorithm>
@@ -17,6 +18,9 @@ constexpr int kBarNeedsColumns = 60;
 TvlUtl::ITaskProgress* TaskOf(void* sender) { return static_cast<TvlUtl::ITaskProgress*>(sender); }
 
 std::wstring NameOf(TvlUtl::ITaskProgress& task) { return task.GetDisplayName().Std(); }
+
+/// A line of output. Names of files and messages of failures may hold anything.
+std::string LineOf(const std::wstring& text) { return TvlPlatform::ToUtf8(OneLine(text, L' ')); }
 }   // namespace
 
 TaskView::TaskView(std::ostream& out, Screen screen, std::function<Time()> now)
@@ -58,7 +62,7 @@ void TaskView::Remove(TvlUtl::ITaskProgress* task)
     if (found == m_entries.end())
         return;
     if (found->isTold)
-        m_out << TvlPlatform::ToUtf8(NameOf(*task) + L": " + EndText(*task, m_now() - found->start)) << std::endl;
+        m_out << LineOf(NameOf(*task) + L": " + EndText(*task, m_now() - found->start)) << std::endl;
     m_entries.erase(found);
     if (m_entries.empty())
         Clear();
@@ -84,8 +88,7 @@ void TaskView::Tell(Time now)
         if (now >= entry.nextLine) {
             entry.nextLine = now + kLinePause;
             entry.isTold = true;
-            m_out << TvlPlatform::ToUtf8(NameOf(*entry.task) + L": " + ProgressText(*entry.task, now - entry.start, 0))
-                  << std::endl;
+            m_out << LineOf(NameOf(*entry.task) + L": " + ProgressText(*entry.task, now - entry.start, 0)) << std::endl;
         }
 }
 
@@ -98,8 +101,8 @@ std::vector<std::wstring> TaskView::Lines(Time now) const
     for (const Entry& entry : m_entries) {
         if (hasGroups && (!before || before->group != entry.group)) {
             const double done = TvlUtl::ITaskProgressMgr::GetInst().GetGroupProgress(entry.group, TvlUtl::eTaskAnyType);
-            lines.push_back(L"Group " + std::to_wstring(entry.group) + L": "
-                + std::to_wstring(static_cast<int>(done * 100.0)) + L" %");
+            lines.push_back(
+                L"Group " + std::to_wstring(entry.group) + L": " + std::to_wstring(WholePercent(done)) + L" %");
         }
         const std::wstring indent = hasGroups ? L"  " : L"";
         lines.push_back(indent + NameOf(*entry.task) + L"  " + ProgressText(*entry.task, now - entry.start, barWidth));
@@ -117,15 +120,12 @@ void TaskView::Draw()
     // The last column stays free: a full line would move the terminal on.
     const auto width = static_cast<std::size_t>(std::max(1, *m_screen.columns - 1));
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        lines[i].resize(std::min(lines[i].size(), width));
-        // What would move the cursor by itself is no text to be shown.
-        std::replace_if(
-            lines[i].begin(), lines[i].end(), [](wchar_t c) { return c < L' ' || c == 0x7F; }, L' ');
-        m_out << (i > 0 ? "\n" : "") << TvlPlatform::ToUtf8(lines[i]);
+        lines[i] = CutToColumns(lines[i], width);
+        m_out << (i > 0 ? "\n" : "") << LineOf(lines[i]);
     }
     m_out << std::flush;
     m_shownLines = lines.size();
-    m_shownWidth = lines.empty() ? 0 : lines.back().size();
+    m_shownWidth = lines.empty() ? 0 : ColumnsOf(lines.back());
 }
 
 void TaskView::Clear()

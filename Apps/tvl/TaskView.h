@@ -62,7 +62,7 @@ private:
     std::mutex m_mutex;   // guards the rest. Changes are told under the manager's lock at times: they only try it
     std::vector<Entry> m_entries;
     std::size_t m_shownLines = 0;
-    std::size_t m_shownWidth = 0;   // of the last line
+    std::size_t m_shownWidth = 0;   // columns of the last line
     Time m_nextDrawing;             // drawing often would cost more than the work
     std::vector<TvlUtils::Subscription> m_subscriptions;
 };

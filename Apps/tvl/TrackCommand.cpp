@@ -1,5 +1,6 @@
 // tvl track: what was told of the use of the product, and what can be told.
 #include "Commands.h"
+#include "TerminalText.h"
 #include "siblings/TvlConfig/EventDescriptions.h"
 #include "siblings/TvlConfig/EventLog.h"
 #include "siblings/TvlConfig/ProductAnalytics.h"
@@ -24,17 +25,14 @@ std::string Utf8(const TvlString& text) { return TvlPlatform::ToUtf8(text.Std())
 
 Analytics::EventReader OpenEvents()
 {
-    return Analytics::EventReader(TvlUtils::SystemIO::Path::GetFolderName(Analytics::GetInstance().GetEventFile()));
+    const TvlString file = Analytics::GetInstance().GetEventFile();
+    if (file.IsEmpty())
+        EndWithBadInput("the system tells of no place for the user's files; TVL_USER_DIR can name one");
+    return Analytics::EventReader(TvlUtils::SystemIO::Path::GetFolderName(file));
 }
 
 /// Text for a terminal: a line break or an escape in a value must not pass for more than a value.
-std::string Printable(const TvlString& text)
-{
-    std::string bytes = Utf8(text);
-    std::replace_if(
-        bytes.begin(), bytes.end(), [](unsigned char c) { return c < 0x20 || c == 0x7f; }, '?');
-    return bytes;
-}
+std::string Printable(const TvlString& text) { return TvlPlatform::ToUtf8(OneLine(text.Std(), L'?')); }
 
 void Print(const Analytics::StoredEvent& event, bool json)
 {
@@ -149,11 +147,11 @@ void AddTrackCommand(CLI::App& app)
 
     const auto [showing, show] = Add<Show>(*command, "show", "prints the events that are stored, the oldest first");
     show->AddOptions(*showing);
-    showing->add_option("--last", show->last, "no more than this many, the latest ones");
+    showing->add_option("--last", show->last, "no more than this many, the latest ones")->check(CLI::PositiveNumber);
 
     const auto [following, follow] = Add<Follow>(*command, "follow", "prints events as they come, until it is stopped");
     follow->AddOptions(*following);
-    following->add_option("--count", follow->count, "end after this many");
+    following->add_option("--count", follow->count, "end after this many")->check(CLI::PositiveNumber);
     following->add_flag("--all", follow->all, "begin with the events that are stored");
 
     const auto [describing, describe] =

@@ -9,6 +9,7 @@
 #include "siblings/TvrContainer/WorkspaceContainer.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <iostream>
@@ -55,6 +56,15 @@ TvlString WorkspacePath(const std::string& nameOrPath)
     if (!SystemIO::File::Exists(path))
         EndWithBadInput("there is no workspace \"" + nameOrPath + "\"");
     return path;
+}
+
+/// A name for a workspace in the user's folder.
+TvlString WorkspaceName(const std::string& name)
+{
+    // Elsewhere nobody would find it, and files there are none of the user's workspaces.
+    if (name.empty() || name.find_first_of("/\\:") != std::string::npos)
+        EndWithBadInput("\"" + name + "\" does not serve as a name: it is empty, or has a slash or a colon");
+    return FromUtf8(name);
 }
 
 /// A temporary file that goes with the object.
@@ -124,7 +134,7 @@ void List(const Arguments& arguments)
     const TvlString current = host.Manager().GetCurrentWorkspaceName();
     for (const auto& [category, files] : host.Manager().GetCategoriedWorkspaces()) {
         if (!arguments.json && !category.IsEmpty())
-            std::cout << ToUtf8(category) << ":\n";
+            std::cout << Shown(category) << ":\n";
         for (const WorkspaceFile& file : files) {
             const bool isCurrent = file.GetName() == current;
             if (arguments.json) {
@@ -134,7 +144,7 @@ void List(const Arguments& arguments)
                     description["changed preferences"] = CountChanges(host.Preferences(), file);
                 Print(description);
             } else {
-                std::cout << (isCurrent ? "* " : "  ") << ToUtf8(file.GetName()) << "  "
+                std::cout << (isCurrent ? "* " : "  ") << Shown(file.GetName()) << "  "
                           << Quoted(file.GetTitleInUILang()) << '\n';
             }
         }
@@ -160,8 +170,8 @@ void New(const Arguments& arguments)
     MultiLanguageString title, description;
     title.SetDefaultLangString(FromUtf8(arguments.title.empty() ? arguments.name : arguments.title));
     description.SetDefaultLangString(FromUtf8(arguments.description));
-    Require(
-        host.Manager().CreateNewWorkspace(FromUtf8(arguments.name), FromUtf8(arguments.source), title, description));
+    Require(host.Manager().CreateNewWorkspace(
+        WorkspaceName(arguments.name), WorkspaceName(arguments.source), title, description));
     host.ShutDown();
 }
 
@@ -185,9 +195,14 @@ void Switch(const Arguments& arguments)
     }
     if (!WorkspaceContainer::Open(path, ZipFile::OpenMode::Read))
         EndWithBadInput("\"" + arguments.name + "\" is no workspace");
+    const IWorkspaceFiles& files = host.Manager().GetWorkspaces();
+    // In place of one that is not in the list the default would become current.
+    if (std::none_of(files.begin(), files.end(),
+            [&](const WorkspaceFile& file) { return file.GetFilename().CompareNoCase(path) == 0; }))
+        EndWithBadInput("\"" + arguments.name + "\" is not in the folder " + ToUtf8(GetUserProfileWorkspaceDir()));
     Require(host.Switch(path));
     host.ShutDown();
-    std::cout << ToUtf8(host.Manager().GetCurrentWorkspaceName()) << ", " << host.Preferences().All().size()
+    std::cout << Shown(host.Manager().GetCurrentWorkspaceName()) << ", " << host.Preferences().All().size()
               << " preferences\n";
 }
 
@@ -213,7 +228,7 @@ void Export(const Arguments& arguments)
 void Delete(const Arguments& arguments)
 {
     WorkspaceHost host = arguments.Host();
-    Require(host.Manager().DeleteWorkspace(FromUtf8(arguments.name)));
+    Require(host.Manager().DeleteWorkspace(WorkspaceName(arguments.name)));
     host.ShutDown();
 }
 
@@ -223,7 +238,7 @@ void Reset(const Arguments& arguments)
         EndWithBadInput("what the current workspace has would be lost; --yes says that it may");
     WorkspaceHost host(ModeOf(arguments.mode), true);
     host.ShutDown();
-    std::cout << ToUtf8(host.Manager().GetCurrentWorkspaceName()) << '\n';
+    std::cout << Shown(host.Manager().GetCurrentWorkspaceName()) << '\n';
 }
 
 void Lint(const Arguments& arguments)
@@ -261,7 +276,7 @@ void ShowIcons(const Arguments& arguments)
     for (const auto& [name, path] : host.Manager().ExtractIconResources()) {
         std::string bytes;
         static_cast<void>(SystemIO::File::ReadAll(path, bytes));
-        std::cout << ToUtf8(name) << "  " << bytes.size() << " bytes\n";
+        std::cout << Shown(name) << "  " << bytes.size() << " bytes\n";
     }
     host.ShutDown();   // the extracted files go
 }

@@ -66,7 +66,7 @@ void AddProblem(std::string& report, const PreferenceTree::Place& place, const c
 }
 }   // namespace
 
-std::string Quoted(const TvlString& text)
+std::string Shown(const TvlString& text)
 {
     const TvlString part = text.Left(kLongest);
     std::wstring shown;
@@ -78,8 +78,10 @@ std::string Quoted(const TvlString& text)
         else
             shown += c;
     }
-    return '"' + ToUtf8(shown) + (text.GetLength() > kLongest ? "...\"" : "\"");
+    return ToUtf8(shown) + (text.GetLength() > kLongest ? "..." : "");
 }
+
+std::string Quoted(const TvlString& text) { return '"' + Shown(text) + '"'; }
 
 std::vector<PreferenceChange> CompareTrees(const PreferenceTree& before, const PreferenceTree& after)
 {

@@ -29,5 +29,7 @@ std::string ShowChanges(const std::vector<PreferenceChange>& changes);
 /// What is to be said of a settings file: values of the first two kinds, and values that don't read back.
 std::string LintSettings(const TvlString& path);
 
-/// A text from outside in quotation marks: what a terminal might take for a command is escaped, and long texts are cut.
+/// A text from outside for a terminal: what that might take for a command is escaped, and long texts are cut.
+std::string Shown(const TvlString& text);
+/// The same in quotation marks.
 std::string Quoted(const TvlString& text);

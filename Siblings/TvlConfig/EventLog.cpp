@@ -17,7 +17,7 @@ using SystemIO::FileResult;
 using SystemIO::OpenMode;
 
 namespace {
-constexpr std::size_t kPiece = 4 << 20;   // bytes read in one go; no line that was written comes near it
+constexpr std::size_t kPiece = 1 << 20;   // bytes read in one go
 
 /// The last byte of a file that has `size` bytes; a line feed for an empty one.
 char LastByte(FileHandle& file, long long size)
@@ -29,14 +29,20 @@ char LastByte(FileHandle& file, long long size)
     return last;
 }
 
-/// Bytes of a file from `position` on, at most a piece.
-std::string ReadPiece(FileHandle& file, long long position)
+/// Bytes of a file from `position` on: up to its end, or enough of them to have the end of a line.
+std::string ReadLineEnds(FileHandle& file, long long position)
 {
-    std::string bytes(kPiece, '\0');
-    std::size_t done = 0;
-    const bool read = static_cast<bool>(file.ReadAt(position, bytes.data(), bytes.size(), done));
-    bytes.resize(read ? done : 0);
-    return bytes;
+    std::string bytes;
+    for (;;) {
+        const std::size_t before = bytes.size();
+        bytes.resize(before + kPiece);
+        std::size_t done = 0;
+        if (!file.ReadAt(position + static_cast<long long>(before), bytes.data() + before, kPiece, done))
+            done = 0;
+        bytes.resize(before + done);
+        if (done < kPiece || bytes.find('\n', before) != std::string::npos)
+            return bytes;
+    }
 }
 
 std::unique_ptr<FileHandle> OpenForReading(const TvlString& path)
@@ -114,6 +120,7 @@ bool EventReader::ReadOnce(std::vector<StoredEvent>& events)
 {
     const std::vector<TvlString> older = m_log.OlderFiles();
     const std::unique_ptr<FileHandle> current = OpenForReading(m_log.File());
+    const long long size = SizeOf(m_log.File());
     if (m_log.OlderFiles() != older)
         return false;   // a file was put by in between, and nobody knows which one was opened
 
@@ -126,7 +133,7 @@ bool EventReader::ReadOnce(std::vector<StoredEvent>& events)
         m_position = 0;
     }
     m_read = std::set<TvlString>(older.begin(), older.end());
-    if (SizeOf(m_log.File()) < m_position)
+    if (size < m_position)
         m_position = 0;   // somebody has emptied it
     if (current)
         m_position = ReadLines(*current, m_position, false, events);
@@ -137,7 +144,7 @@ long long EventReader::ReadLines(
     FileHandle& file, long long position, bool isComplete, std::vector<StoredEvent>& events)
 {
     for (;;) {
-        const std::string bytes = ReadPiece(file, position);
+        const std::string bytes = ReadLineEnds(file, position);
         const std::size_t end = bytes.rfind('\n') + 1;   // 0 without any
         TakeLines(std::string_view(bytes).substr(0, end), events);
         position += static_cast<long long>(end);

@@ -51,7 +51,11 @@ class FileSink final : public IProductAnalyticsCore {
 public:
     bool IsSharing() const override { return !IsTrackingRefused() && m_shareFeatureUsage.GetValue(); }
 
-    TvlString GetEventFile() const override { return EventLog(EventFolder()).File(); }
+    TvlString GetEventFile() const override
+    {
+        const TvlString folder = EventFolder();
+        return folder.IsEmpty() ? folder : EventLog(folder).File();
+    }
 
     void SetCommonProperty(const TvlString& name, const TvlString& value) override
     {

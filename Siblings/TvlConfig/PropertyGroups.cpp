@@ -88,7 +88,7 @@ std::span<const PropertyDescription> DescribeGroup(PropertyGroup group)
     return index < std::size(kGroups) ? kGroups[index] : std::span<const PropertyDescription>();
 }
 
-void AddDocumentProperties(PropertyMap& map, const DocumentProperties& properties)
+void AddDocumentProperties(PropertyMap& map, const DocumentCounts& properties)
 {
     Set(map, kDocument, properties.pages, properties.layers, properties.colorMode);
 }
@@ -96,7 +96,7 @@ void AddDocumentProperties(PropertyMap& map, const DocumentProperties& propertie
 void AddDocumentProperties(PropertyMap& map, const ITovelCmn_Doc& document)
 {
     AddDocumentProperties(map,
-        DocumentProperties{document.GetStatistic(DocumentStatistic::PageCount).GetOr(0),
+        DocumentCounts{document.GetStatistic(DocumentStatistic::PageCount).GetOr(0),
             document.GetStatistic(DocumentStatistic::LayerCount).GetOr(0),
             document.GetStatistic(DocumentStatistic::ColorMode).GetOr(TvlString())});
 }

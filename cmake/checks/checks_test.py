@@ -10,6 +10,7 @@ from pathlib import Path
 import abi
 import documents
 import exports
+import guides
 import headers
 import includes
 import tally
@@ -156,6 +157,36 @@ class Documents(unittest.TestCase):
             wrong, shown = documents.offences(folder, Path(planted(folder, {"page.md": text})) / "page.md")
         self.assertEqual((len(wrong), shown), (1, 2))
         self.assertIn("page.md:7: $ echo wrong", wrong[0])
+
+    def test_finds_dead_links(self):
+        files = {
+            "page.md": "[a](other.md) [b](other.md#two-words) [c](https://x.org/gone) [d](sub) [e](#here)\n## Here\n"
+                       "[f](gone.md) [g](other.md#gone) [h](#gone)\n\n    [i](code.md)\n```cpp\n[](code)\n```\n",
+            "other.md": "# Two `words`\n",
+            "sub/file": "",
+        }
+        with tempfile.TemporaryDirectory() as folder:
+            dead = documents.dead_links(Path(planted(folder, files)) / "page.md")
+        self.assertEqual([text.rpartition(" ")[2] for text in dead], ["gone.md", "other.md#gone", "#gone"])
+
+
+class Guides(unittest.TestCase):
+    PAGE = "# Sums\n\n    not this\n\n```cpp\nint main()\n{\n}\n```\n\nIt prints:\n\n    1\n\n    2\n\nText.\n"
+
+    def offences(self, page, source="int main()\n{\n}\n", output="1\n\n2\n"):
+        with tempfile.TemporaryDirectory() as folder:
+            planted(folder, {"examples/sums.cpp": source, "docs/guide/README.md": "", "example_sums": output})
+            if page:
+                planted(folder, {"docs/guide/sums.md": page})
+            return [text for pair in guides.pairs(Path(folder)) for text in guides.offences(*pair, Path(folder), ["cat"])]
+
+    def test_lets_a_page_pass_that_shows_its_example(self):
+        self.assertEqual(self.offences(self.PAGE), [])
+
+    def test_finds_pages_that_went_stale(self):
+        self.assertIn("sums.md is missing", self.offences(None)[0])
+        self.assertIn("+int main(int)", self.offences(self.PAGE, source="int main(int)\n{\n}\n")[0])
+        self.assertIn("+3", self.offences(self.PAGE, output="1\n\n3\n")[0])
 
 
 class Abi(unittest.TestCase):

@@ -1,7 +1,8 @@
-"""Runs the commands that documents show, and compares their outputs: documents.py PROGRAMS DOCUMENT...
+"""Runs the commands that documents show, compares their outputs, and follows links: documents.py PROGRAMS DOCUMENT...
 
 A shown command is a line "    $ COMMAND"; the indented lines up to the next command or the end of the block are its
-output, standard error included. PROGRAMS is the folder where the commands find this tree's programs.
+output, standard error included. PROGRAMS is the folder where the commands find this tree's programs. A link to a place in
+this tree must lead to a file, and to a heading where it names one.
 """
 import os
 import re
@@ -10,6 +11,9 @@ import sys
 from pathlib import Path
 
 BLOCK_LINE = re.compile(r" {4}(.*)|$")
+FENCED = re.compile(r"^```.*?^```$", re.MULTILINE | re.DOTALL)
+LINK = re.compile(r"\]\((?![a-z]+:)([^)#\s]*)(?:#([^)\s]*))?\)")
+HEADING = re.compile(r"^#+ +(.+?) *$", re.MULTILINE)
 
 
 def examples(text):
@@ -45,15 +49,34 @@ def offences(programs, document):
     return wrong, len(shown)
 
 
+def anchors(text):
+    """What links name the headings of a document by."""
+    return {re.sub(r"[^\w -]", "", heading.lower()).replace(" ", "-") for heading in HEADING.findall(FENCED.sub("", text))}
+
+
+def dead_links(document):
+    """One text for each link of a document that leads to no file, or to no heading of a document."""
+    text = Path(document).read_text(encoding="utf-8")
+    prose = "\n".join("" if line.startswith("    ") else line for line in FENCED.sub("", text).splitlines())
+    dead = []
+    for path, anchor in LINK.findall(prose):
+        target = Path(document).parent / path if path else Path(document)
+        if not target.exists() or anchor and anchor not in anchors(target.read_text(encoding="utf-8")):
+            dead.append(f"{document}: a dead link to {path}{'#' + anchor if anchor else ''}")
+    return dead
+
+
 def main():
     if len(sys.argv) < 3:
         sys.exit(__doc__)
+    dead = [text for document in sys.argv[2:] for text in dead_links(document)]
+    print(*dead, sep="\n", end="\n" if dead else "")
     results = [offences(sys.argv[1], document) for document in sys.argv[2:]]
     for wrong, _ in results:
         print(*wrong, sep="\n", end="\n" if wrong else "")
     failed, shown = sum(len(wrong) for wrong, _ in results), sum(count for _, count in results)
-    print(f"{shown} commands of {len(results)} documents run, {failed} print something else")
-    return 1 if failed or not shown else 0
+    print(f"{shown} commands of {len(results)} documents run, {failed} print something else; {len(dead)} dead links")
+    return 1 if failed or dead or not shown else 0
 
 
 if __name__ == "__main__":

@@ -16,7 +16,7 @@ from pathlib import Path
 
 # What a demangled name says before the entity that it belongs to.
 ABOUT = re.compile(r"^(vtable|VTT|typeinfo|typeinfo name|guard variable|TLS init function|TLS wrapper function) for "
-                   r"|^(non-virtual thunk|virtual thunk|covariant return thunk) to ")
+                   r"|^(non-virtual thunk|virtual thunk|covariant return thunk) to |^construction vtable for .*-in-")
 STANDARD = re.compile(r"(std|__gnu_cxx)\b")
 # The address sanitizer's own marks.
 SANITIZER = re.compile(r"__odr_asan")

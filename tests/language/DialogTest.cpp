@@ -88,16 +88,36 @@ TEST_F(Dialog, GrowsWithTheResolution)
             return false;
         };
         Chosen();
+        EXPECT_EQ(places[1003].width, places[0].width * 7 / 10);
         if (dpi == 96)
             standard = places;
-        EXPECT_EQ(places[1003].width, places[0].width * 7 / 10);
+        const int scale = dpi / 96;
+        const auto& [x, y, all, high] = standard[0];
+        EXPECT_EQ(places[0],
+            (Ports::DialogRect{x - all * (scale - 1) / 2, y - high * (scale - 1) / 2, all * scale, high * scale}))
+            << "about its middle";
+        places.erase(0);
         for (const auto& [id, place] : places) {
             const auto& [left, top, width, height] = standard[id];
-            const int scale = dpi / 96;
             EXPECT_EQ(place, (Ports::DialogRect{left * scale, top * scale, width * scale, height * scale})) << id;
         }
     }
     EXPECT_EQ(standard[1004], FakeDialogWindow().places[1004]) << "nothing grows at 96";
+}
+
+TEST_F(Dialog, HasItsSizeWhateverTheSystemsFontIs)
+{
+    std::map<int, Ports::DialogRect> places;
+    dialogs.answer = [&](FakeDialogWindow& window) {
+        places = window.places;
+        return false;
+    };
+    const FakeDialogWindow standard;
+    dialogs.window.places[1004] = {119, 64, 592, 80};   // as a system font that has grown lays it out
+    dialogs.window.places[0] = {-100, -200, 720, 492};
+    Chosen();
+    EXPECT_EQ(places[1004], standard.places.at(1004));
+    EXPECT_EQ(places[0], (Ports::DialogRect{50, -36, 420, 164}));
 }
 
 TEST_F(Dialog, GrowsWithItsTexts)

@@ -3,6 +3,7 @@
 
 #include "EndOfTask.h"
 #include "TaskText.h"
+#include "TerminalText.h"
 
 #include <gmock/gmock.h>
 #include <sstream>
@@ -50,6 +51,35 @@ TEST(TaskText, TellsRateTimeLeftAndStep)
     task->EndSubTask();
     task->SetProgress(200, L"");
     EXPECT_EQ(ProgressText(*task, 10s, 4), L"[####] 100 %  10.0 %/s  0:00 left");
+}
+
+// Steps may be told to be worth more than the whole task.
+TEST(TaskText, EndsAtTheWhole)
+{
+    const OwnedTask task = MakeTask(1, 2);
+    task->BeginSubTask(1'000'000'000'000, 2);
+    task->SetProgress(1, L"too much");
+    EXPECT_GT(task->GetProgress(), 1.0);
+    EXPECT_EQ(ProgressText(*task, 10s, 4), L"[####] 100 %  10.0 %/s  0:00 left  too much");
+    for (int percent = 0; percent <= 100; ++percent)
+        EXPECT_EQ(WholePercent(percent / 100.0), percent);
+    EXPECT_EQ(WholePercent(0.999), 99);
+    EXPECT_EQ(WholePercent(1e300), 100);
+}
+
+TEST(TerminalText, IsCutAtColumns)
+{
+    struct Row {
+        const wchar_t* line;
+        std::size_t columns;
+        const wchar_t* cut;
+    };
+    constexpr Row kRows[] = {{L"", 3, L""}, {L"abc", 3, L"abc"}, {L"abc", 2, L"ab"}, {L"größe", 4, L"größ"},
+        {L"\x65E5\x672C", 4, L"\x65E5\x672C"}, {L"\x65E5\x672C", 3, L"\x65E5"}, {L"a\xAC00z", 3, L"a\xAC00"},
+        {L"\xFF21", 1, L""}, {L"a\U0001F600", 2, L"a"}, {L"a\U0001F600", 3, L"a\U0001F600"}};
+    for (const auto& [line, columns, cut] : kRows)
+        EXPECT_EQ(CutToColumns(line, columns), cut) << columns;
+    EXPECT_EQ(ColumnsOf(L"a\x65E5\U0001F600"), 5u);
 }
 
 TEST_F(View, DrawsOneLineForATaskAndTakesItAway)
@@ -103,6 +133,31 @@ TEST_F(View, StaysOnOneLineOfATerminalWithoutEscapes)
     a.reset();
     b.reset();
     EXPECT_EQ(Take(), "\r            \r");
+}
+
+TEST_F(View, KeepsToItsLineWhateverTheTextsHold)
+{
+    TaskView view(out, {20, false}, clock);
+    OwnedTask task = MakeTask(7, 2, L"\x65E5\x672C\x65E5\x672C");
+    now += 500ms;
+    task->SetProgress(50,
+        L"a\x9B"
+        L"2J\x65E5");
+    EXPECT_EQ(Take(), "\u65E5\u672C\u65E5\u672C   50 %  a ") << "nineteen columns";
+    task.reset();
+    EXPECT_EQ(Take(), "\r" + std::string(19, ' ') + "\r");
+}
+
+TEST_F(View, KeepsPlainLinesWholeWhateverTheTextsHold)
+{
+    TaskView view(out, {}, clock);
+    OwnedTask failed = MakeTask(1, 2, L"two\nlines");
+    now += 10s;
+    failed->SetProgress(50, L"\x1B[2J");
+    failed->SetError(L"\x9B"
+                     L"2J\r\n");
+    failed.reset();
+    EXPECT_EQ(Take(), "two lines:  50 %  5.0 %/s  0:10 left   [2J\ntwo lines: failed:  2J  \n");
 }
 
 TEST_F(View, TellsOfLongTasksInPlainLines)

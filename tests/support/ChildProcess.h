@@ -21,6 +21,7 @@ struct ChildProcess {
     std::map<std::string, std::string> environment;         // variables beside this process's own
     std::optional<std::chrono::microseconds> killAfter{};   // it is ended then, wherever it is, as by a power cut
     bool isInterrupted = false;                             // or asked to end, as by Ctrl-C; on linux alone
+    bool ignoresInterrupt = false;                          // it begins with Ctrl-C turned off; on linux alone
 };
 
 struct ChildResult {

@@ -7,6 +7,7 @@
 #include "Privacy.h"
 #include "UserWorld.h"
 #include "siblings/TvlConfig/ProductAnalytics.h"
+#include "windows/UserFolders.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -115,6 +116,80 @@ TEST_F(EventLogTest, FullFilesArePutByAndTheOldestGo)
     ASSERT_GE(names.size(), kEventFilesKept * 3);
     for (std::size_t i = 0; i < names.size(); ++i)
         EXPECT_EQ(names[i], std::to_wstring(kEvents - names.size() + i)) << "in their order, without a gap";
+}
+
+TEST_F(EventLogTest, LinesMayBeLong)
+{
+    const EventLog log(folder, 1LL << 30);
+    StoredEvent event = Event(L"long");
+    event.detail = TvlString(L'x', 5 << 20);
+    world.MakeFile("user/Analytics/events.jsonl", std::string(9 << 20, 'x'));   // no event, and no line feed
+    ASSERT_TRUE(log.Append(event));
+    ASSERT_TRUE(log.Append(Event(L"short")));
+    EventReader reader(folder);
+    const auto events = reader.ReadNew();
+    EXPECT_THAT(Names(events), ElementsAre(L"long", L"short"));
+    EXPECT_TRUE(events.front() == event);
+    EXPECT_EQ(reader.CountSkipped(), 1);
+    ASSERT_TRUE(log.Append(Event(L"next")));
+    EXPECT_THAT(Names(reader.ReadNew()), ElementsAre(L"next"));
+}
+
+/// Lets another writer put the file by just before its size is asked for.
+class PutByMeanwhile final : public TvlUtils::SystemIO::FileLayer {
+public:
+    using Path = std::filesystem::path;
+    using FileResult = TvlUtils::SystemIO::FileResult;
+    using OpenMode = TvlUtils::SystemIO::OpenMode;
+    using FileHandle = TvlUtils::SystemIO::FileHandle;
+    using FileStatus = TvlUtils::SystemIO::FileStatus;
+    using FolderEntry = TvlUtils::SystemIO::FolderEntry;
+
+    explicit PutByMeanwhile(const TvlString& folder) : m_folder(TvlUtils::SystemIO::ToFilePath(folder))
+    {
+        SetForTests(this);
+    }
+    PutByMeanwhile(const PutByMeanwhile&) = delete;
+    PutByMeanwhile& operator=(const PutByMeanwhile&) = delete;
+    ~PutByMeanwhile() override { SetForTests(nullptr); }
+
+    FileResult Open(const Path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle) override
+    {
+        return m_system.Open(path, mode, handle);
+    }
+    FileResult Rename(const Path& from, const Path& to) override { return m_system.Rename(from, to); }
+    FileResult Remove(const Path& path) override { return m_system.Remove(path); }
+    FileResult List(const Path& folder, std::vector<FolderEntry>& entries) override
+    {
+        return m_system.List(folder, entries);
+    }
+    FileResult Stat(const Path& path, FileStatus& status) override
+    {
+        if (path == m_folder / "events.jsonl" && !std::exchange(m_isDone, true)) {
+            std::filesystem::rename(path, m_folder / "events-20240531T081530250Z-00000000.jsonl");
+            std::ofstream(path, std::ios::binary) << FormatEvent(Event(L"b"));
+        }
+        return m_system.Stat(path, status);
+    }
+    FileResult MakeFolder(const Path& path) override { return m_system.MakeFolder(path); }
+    FileResult SetReadOnly(const Path& path, bool readOnly) override { return m_system.SetReadOnly(path, readOnly); }
+
+private:
+    FileLayer& m_system = Get();
+    const Path m_folder;
+    bool m_isDone = false;
+};
+
+TEST_F(EventLogTest, AReaderGetsNothingTwiceOfAFileThatIsPutByMeanwhile)
+{
+    const EventLog log(folder);
+    ASSERT_TRUE(log.Append(Event(L"a")));
+    ASSERT_TRUE(log.Append(Event(L"a")));
+    EventReader reader(folder);
+    EXPECT_EQ(reader.ReadNew().size(), 2u);
+    const PutByMeanwhile other(folder);
+    EXPECT_THAT(Names(reader.ReadNew()), ElementsAre(L"b"));
+    EXPECT_THAT(reader.ReadNew(), IsEmpty());
 }
 
 TEST_F(EventLogTest, FaultsLeaveWholeLines)
@@ -250,6 +325,19 @@ TEST_F(Service, HonoursDoNotTrack)
         GetInstance().SendEvent(value, {}, L"");
     }
     EXPECT_THAT(Names(Stored()), ElementsAre(L"0", L""));
+}
+
+TEST_F(Service, DropsEventsOfAUserWithoutAPlaceForFiles)
+{
+    struct NoFolders final : Ports::UserFolders {
+        NoFolders() { SetForTests(this); }
+        ~NoFolders() override { SetForTests(nullptr); }
+        std::wstring ApplicationData() const override { return {}; }
+        std::wstring Documents() const override { return {}; }
+    } folders;
+    world.environment.variables[L"TVL_USER_DIR"] = L"";
+    GetInstance().SendEvent(L"lost", {}, L"");
+    EXPECT_TRUE(GetInstance().GetEventFile().IsEmpty()) << "none of the folder that the program happens to stand in";
 }
 
 TEST_F(Service, LosesEventsInSilenceThatCantBeStored)

@@ -30,11 +30,15 @@ protected:
 TEST_F(TrackCommand, ShowsAndFollowsWhatIsStored)
 {
     EXPECT_EQ(Run({"show"}).output, "");
-    const StoredEvent first{L"2024-05-31T08:15:30.250Z", L"document.opened", {{L"key", L"a\x1b[2J\nb"}}, L"detail"};
+    const StoredEvent first{L"2024-05-31T08:15:30.250Z", L"document.opened",
+        {{L"key",
+            L"a\x1b[2J\n\x9b"
+            L"b"}},
+        L"detail"};
     const StoredEvent second{L"2024-05-31T08:15:31.000Z", L"document.saved", {}, L""};
     ASSERT_TRUE(log.Append(first) && log.Append(second));
     EXPECT_EQ(Run({"show"}).output,
-        "2024-05-31T08:15:30.250Z document.opened\n    key: a?[2J?b\n    detail\n2024-05-31T08:15:31.000Z "
+        "2024-05-31T08:15:30.250Z document.opened\n    key: a?[2J??b\n    detail\n2024-05-31T08:15:31.000Z "
         "document.saved\n");
     EXPECT_EQ(Run({"show", "--json", "--last", "1"}).output, FormatEvent(second));
     EXPECT_EQ(Run({"show", "--json", "--event", "document.opened"}).output, FormatEvent(first));
@@ -42,6 +46,15 @@ TEST_F(TrackCommand, ShowsAndFollowsWhatIsStored)
     std::string torn = world.Bytes("user/Analytics/events.jsonl") + "{\"v\":1\n";
     world.MakeFile("user/Analytics/events.jsonl", torn);
     EXPECT_THAT(Run({"show"}).errors, HasSubstr("1 line"));
+}
+
+TEST_F(TrackCommand, RefusesNumbersThatAreNone)
+{
+    ASSERT_TRUE(log.Append({L"2024-05-31T08:15:30.250Z", L"document.opened", {}, L""}));
+    for (const char* const number : {"0", "-1", "x"}) {
+        EXPECT_NE(Run({"show", "--last", number}).exitCode, 0) << number;
+        EXPECT_NE(Run({"follow", "--all", "--count", number}).exitCode, 0) << number;
+    }
 }
 
 TEST_F(TrackCommand, DescribesEverythingThatCanBeSent)

@@ -192,10 +192,15 @@ TEST_F(WorkspaceFiles, AreEqualByNameAndTexts)
     world.MakeFolder("other");
     EXPECT_TRUE(WorkspaceFile(path) == WorkspaceFile(Make("other/A.tvws", {{kSettings, "2"}})));
     EXPECT_FALSE(WorkspaceFile(path) == WorkspaceFile(Make("b.tvws", {{kSettings, "1"}})));
-    auto container = WorkspaceContainer::Open(path, ZipFile::OpenMode::ReadWrite);
-    container.SetStringMetadata(Properties::Description, L"en", L"other");
-    container.Close();
+    const auto describe = [&](const TvlString& file, const wchar_t* text) {
+        auto container = WorkspaceContainer::Open(file, ZipFile::OpenMode::ReadWrite);
+        container.SetStringMetadata(Properties::Description, L"en", text);
+        EXPECT_TRUE(container.Close());
+    };
+    describe(path, L"other");
     EXPECT_FALSE(WorkspaceFile(path) == WorkspaceFile(world.Path("other/A.tvws")));
+    describe(world.Path("other/A.tvws"), L"OTHER");
+    EXPECT_TRUE(WorkspaceFile(path) == WorkspaceFile(world.Path("other/A.tvws")));
 }
 
 TEST_F(WorkspaceFiles, HaveALockOfTheirOwnInEveryCopy)
@@ -276,7 +281,7 @@ TEST_F(WorkspaceFiles, DescribeTheDefaultByApplication)
         EXPECT_TRUE(made.GetCategory().HasLanguage(L"en"));
         EXPECT_EQ(made.GetUIOrder(), 400);
         EXPECT_FALSE(made.GetDocumentID().IsNil());
-        EXPECT_FALSE(made.IsPreviewAvailable());
+        EXPECT_TRUE(made.IsPreviewAvailable()) << "the suite has a picture of it";
     }
     ApplicationInfo::Settings().SetRegistryName(before);
     EXPECT_FALSE(WorkspaceFile::CreateDefault(world.Path("no folder/_default.tvws")));

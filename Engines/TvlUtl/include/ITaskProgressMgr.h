@@ -61,6 +61,8 @@ public:
 
     // The sender of these events is the task: an ITaskProgress*, cast to void*.
 
+    /// The task is listed. Whoever makes it still has it in hand: until CreateTask returns nobody can end it, and Finish
+    /// does nothing.
     virtual TvlUtils::EventBase& GetTaskAddedEvent() = 0;
     /// The task is no longer listed; it is destroyed when the handlers have returned.
     virtual TvlUtils::EventBase& GetTaskRemovedEvent() = 0;

@@ -66,8 +66,8 @@ public:
 
     /// Whether the object names a file, be it there or not.
     explicit operator bool() const { return !Name.IsEmpty(); }
-    /// Names without regard to case, and title, category and description in the default language. Loads the metadata of
-    /// both.
+    /// Names, and title, category and description in the default language, all without regard to case. Loads the metadata
+    /// of both.
     bool operator==(const WorkspaceFile& other) const;
 
     // Reading nothing.
@@ -113,6 +113,9 @@ public:
     bool DeleteFileW(const TvlString& name) { return DeleteFile(name); }
     /// Extracts the settings to `path`, and each pair's entry to its path on disk. The result is that of the settings.
     bool LoadSettings(TvlString path, const std::vector<FilePair>& files);
+    /// The same, and what ReadExportSettings reads, by one opening of the container. `exported` is left as it is where the
+    /// workspace was not exported.
+    bool LoadSettings(const TvlString& path, const std::vector<FilePair>& files, WorkspaceFileExportSettings& exported);
     /// Stores the settings at `path`, and each pair's file where there is one.
     bool SaveSettings(TvlString path, const std::vector<FilePair>& files);
     /// Whether the workspace is meant for fingers.
@@ -136,6 +139,9 @@ public:
     static WorkspaceFile CreateFrom(const TvlString& path, const WorkspaceFile& source);
 
 private:
+    static bool ReadExported(class WorkspaceContainer& container, WorkspaceFileExportSettings& settings);
+    static bool ExtractSettings(
+        class WorkspaceContainer& container, const TvlString& path, const std::vector<FilePair>& files);
     void ReadThumbnail(class WorkspaceContainer& container) const;
     void ReadProperties(class WorkspaceContainer& container) const;
     void Repair(class WorkspaceContainer& container) const;

@@ -59,6 +59,8 @@ protected:
     void SaveSettingsToWorkspace(WorkspaceFile& file);
     /// Brings settings of workspaces of version 19 to today's meaning.
     void ProcessLegacySettings(const WorkspaceFile& file);
+    /// The same for a workspace whose description has been read already.
+    void ProcessLegacySettings(const WorkspaceFileExportSettings& exported);
     TvlString GetDefaultWorkspacePath() const;
     /// Index of the workspace of this path in any case, else of the default one for the mode of interaction, else 0.
     unsigned long long GetWorkspaceIndex(TvlString path) const;

@@ -23,7 +23,7 @@ constexpr DWORD kListStyle = 0x50000003;       // WS_CHILD | WS_VISIBLE, CBS_DRO
 
 // Dialog units.
 constexpr DialogRect kDialogSize{0, 0, 210, 82};
-constexpr DialogRect kIconPlace{7, 8, 20, 20};
+constexpr DialogRect kIconPlace{7, 8, 16, 16};
 constexpr DialogRect kPromptPlace{34, 8, 169, 10};
 constexpr DialogRect kListPlace{34, 21, 147, 120};   // with what drops down
 constexpr DialogRect kAlwaysUsePlace{34, 41, 169, 11};
@@ -33,12 +33,25 @@ constexpr int kTextMargin = 4;          // pixels at 96 DPI between a text and t
 constexpr int kCheckMark = 20;          // pixels at 96 DPI that a check box takes before its text
 constexpr double kListShare = 0.7;      // of the client area's width
 constexpr double kTemplateDpi = 96.0;   // that the template's units are made for
+constexpr int kUnit = 2;                // pixels at that resolution, both ways
 constexpr int kFontSize = 80;           // tenths of a point
 
 int Scaled(int pixels, double scale) { return static_cast<int>(pixels * scale); }
-DialogRect Scaled(const DialogRect& rect, double scale)
+DialogRect Pixels(const DialogRect& units, double scale)
 {
-    return {Scaled(rect.left, scale), Scaled(rect.top, scale), Scaled(rect.width, scale), Scaled(rect.height, scale)};
+    const auto pixels = [scale](int side) { return Scaled(kUnit * side, scale); };
+    return {pixels(units.left), pixels(units.top), pixels(units.width), pixels(units.height)};
+}
+
+/// Gives the dialog another size; its middle, which is the screen's, stays where it is.
+void Resize(DialogWindow& window, int width, int height)
+{
+    DialogRect dialog = window.Place(0);
+    dialog.left -= (width - dialog.width) / 2;
+    dialog.top -= (height - dialog.height) / 2;
+    dialog.width = width;
+    dialog.height = height;
+    window.Move(0, dialog);
 }
 
 /// A drop-down list that is made while the dialog is up, and ends with its object.
@@ -149,8 +162,8 @@ void LanguageSelectionDialog::OnInitDialog(DialogWindow& window)
 void LanguageSelectionDialog::ShowIcon(DialogWindow& window)
 {
     constexpr int kWarning = 78;      // SIID_WARNING
-    constexpr int kIconWidth = 11;     // SM_CXICON
-    constexpr int kIconHeight = 12;    // SM_CYICON
+    constexpr int kIconWidth = 11;    // SM_CXICON
+    constexpr int kIconHeight = 12;   // SM_CYICON
     if (!window.HasControl(m_iconControl))
         return;
     const Ports::Windowing& system = Ports::Windowing::Get();
@@ -172,8 +185,16 @@ void LanguageSelectionDialog::Scale(DialogWindow& window, double scale)
     // A window that is gone has no resolution; what is left of it keeps its size.
     if (scale <= 0)
         return;
-    for (const int id : {0, +kLanguageIcon, +kLanguagePrompt, +kLanguageList, +kLanguageAlwaysUse, +kLanguageOk})
-        window.Move(id, Scaled(window.Place(id), scale));
+    // From the template, not from the places that the system gave: its font, which they come from, grows with the
+    // resolution on some systems and not on others.
+    constexpr std::pair<int, DialogRect> kPlaces[] = {{kLanguageIcon, kIconPlace}, {kLanguagePrompt, kPromptPlace},
+        {kLanguageList, kListPlace}, {kLanguageAlwaysUse, kAlwaysUsePlace}, {kLanguageOk, kOkPlace}};
+    for (const auto& [id, place] : kPlaces)
+        window.Move(id, Pixels(place, scale));
+    const DialogRect dialog = window.Place(0);
+    const DialogRect before = window.ClientArea();
+    const DialogRect client = Pixels(kDialogSize, scale);
+    Resize(window, dialog.width + client.width - before.width, dialog.height + client.height - before.height);
 }
 
 void LanguageSelectionDialog::FillList()
@@ -203,9 +224,8 @@ void LanguageSelectionDialog::FitTexts(DialogWindow& window, double scale)
         window.Move(id, place);
         missing = std::max(missing, place.left + place.width + margin - window.ClientArea().width);
     }
-    DialogRect dialog = window.Place(0);
-    dialog.width += missing;
-    window.Move(0, dialog);
+    const DialogRect dialog = window.Place(0);
+    Resize(window, dialog.width + missing, dialog.height);
     DialogRect button = window.Place(kLanguageOk);
     const int right = button.left + button.width + missing;
     button.width = std::max(button.width, needed(kLanguageOk, 2 * kTextMargin));

@@ -77,25 +77,25 @@ void ReadExportDocument(const WXmlDoc& document, WorkspaceFileExportSettings& se
         settings.*option.value = options.Attribute(option.name).GetBool(false);
 }
 
-bool WorkspaceFile::ReadExportSettings(const TvlString& path, WorkspaceFileExportSettings& settings)
+bool WorkspaceFile::ReadExported(WorkspaceContainer& container, WorkspaceFileExportSettings& settings)
 {
-    settings.ReadState = 0;
-    WorkspaceContainer container = OpenWorkspaceForReading(path);
-    if (!container)
-        return false;
     const TvlString entry = ContentPath(WorkspaceContainerSchema::exportSettingsFile);
-    TvlUtils::Stream stream;
-    if (container.DoesFileExist(entry))   // most workspaces have none: nothing to be said of in the log
-        stream = container.OpenFile(entry, false);
-    if (!stream) {
-        container.Close();
+    // Most workspaces have none: nothing to be said of in the log.
+    if (!container.DoesFileExist(entry))
         return false;
-    }
+    TvlUtils::Stream stream = container.OpenFile(entry, false);
     WXmlDoc document(false);
-    if (!document.CreateFromStream(stream))
+    if (!stream || !document.CreateFromStream(stream))
         return false;
     ReadExportDocument(document, settings);
     constexpr LONG kRead = 2;
     settings.ReadState = kRead;
     return true;
+}
+
+bool WorkspaceFile::ReadExportSettings(const TvlString& path, WorkspaceFileExportSettings& settings)
+{
+    settings.ReadState = 0;
+    WorkspaceContainer container = OpenWorkspaceForReading(path);
+    return container && ReadExported(container, settings);
 }

@@ -63,16 +63,32 @@ bool WorkspaceFile::DeleteFile(const TvlString& name)
     return container.Close() && isDeleted;
 }
 
-bool WorkspaceFile::LoadSettings(TvlString path, const std::vector<FilePair>& files)
+bool WorkspaceFile::ExtractSettings(
+    WorkspaceContainer& container, const TvlString& path, const std::vector<FilePair>& files)
 {
-    const Hold hold(Lock);
-    WorkspaceContainer container = OpenWorkspaceForReading(Filename);
     for (const auto& [name, target] : files) {
         SystemFile::Delete(target);
         container.ExtractFile(name, target);
     }
-    const bool isLoaded = container.ExtractFile(ContentPath(WorkspaceContainerSchema::settingsFile), path);
-    container.Close();
+    return container.ExtractFile(ContentPath(WorkspaceContainerSchema::settingsFile), path);
+}
+
+bool WorkspaceFile::LoadSettings(TvlString path, const std::vector<FilePair>& files)
+{
+    const Hold hold(Lock);
+    WorkspaceContainer container = OpenWorkspaceForReading(Filename);
+    return ExtractSettings(container, path, files);
+}
+
+bool WorkspaceFile::LoadSettings(
+    const TvlString& path, const std::vector<FilePair>& files, WorkspaceFileExportSettings& exported)
+{
+    const Hold hold(Lock);
+    WorkspaceContainer container = OpenWorkspaceForReading(Filename);
+    const bool isLoaded = ExtractSettings(container, path, files);
+    exported.ReadState = 0;
+    if (container)
+        ReadExported(container, exported);
     return isLoaded;
 }
 

@@ -59,7 +59,7 @@ void RenewIdentity(WorkspaceContainer& container)
     container.SetMetadata(Properties::DerivedFrom, DocContainer::AddToDerivedFromList(std::move(ancestors), old));
 }
 
-/// Whether what is to be described is in the container.
+/// Describes in the container what it is to hold.
 void SaveExportSettings(WorkspaceContainer& container, const WorkspaceFileExportSettings& settings)
 {
     const TvlString name = ContentPath(WorkspaceContainerSchema::exportSettingsFile);

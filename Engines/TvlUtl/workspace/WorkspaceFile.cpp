@@ -58,10 +58,11 @@ bool WorkspaceFile::operator==(const WorkspaceFile& other) const
 {
     InitializeMetadata();
     other.InitializeMetadata();
-    return Name.Compare(other.Name, CompareCase::Insensitive) == 0
-        && Title.GetDefaultLangString() == other.Title.GetDefaultLangString()
-        && Category.GetDefaultLangString() == other.Category.GetDefaultLangString()
-        && Description.GetDefaultLangString() == other.Description.GetDefaultLangString();
+    const auto isSame = [](const MultiLanguageString& a, const MultiLanguageString& b) {
+        return a.GetDefaultLangString().CompareNoCase(b.GetDefaultLangString()) == 0;
+    };
+    return Name.CompareNoCase(other.Name) == 0 && isSame(Title, other.Title) && isSame(Category, other.Category)
+        && isSame(Description, other.Description);
 }
 
 MultiLanguageString WorkspaceFile::GetTitle() const

@@ -38,7 +38,7 @@ bool WorkspaceManager::CopyIconsFromWorkspace(const WorkspaceFile& source)
     if (source.GetFilename().IsEmpty() || !current)
         return false;
     const std::vector<TvlString> entries = source.GetFilesInDirectory(IconsFolder() + L".*");
-    const WorkspaceContainer from = OpenWorkspaceForReading(source.GetFilename());
+    WorkspaceContainer from = OpenWorkspaceForReading(source.GetFilename());
     WorkspaceContainer to = OpenWorkspaceForWriting(current->GetFilename());
     if (!from || !to)
         return false;
@@ -46,5 +46,6 @@ bool WorkspaceManager::CopyIconsFromWorkspace(const WorkspaceFile& source)
     for (const TvlString& entry : entries)
         if (Path::HasExtension(entry, WorkspaceNames::kIconExtension))
             added = to.AddFile(entry, from.OpenFile(entry, false), false, nullptr) && added;
+    from.Close();   // first: it may be the same file, which not every system replaces under a reader
     return to.Close() && added;
 }

@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <limits>
 
 using WorkspaceManagerTypes::Result;
 
@@ -119,10 +120,12 @@ void WorkspaceManagerCore::Reset(WSM_INIT& init, const std::function<bool()>& co
     init.Reset = confirmReset && confirmReset();
     if (!init.Reset)
         return;
+    const InterruptionMark mark(GetProfileSettingsFile(), InterruptionMark::kExtracting);
     ClearCurrentWS(init, true);
     LoadLastUsedWorkspace();
     if (WorkspaceFile* const current = GetCurrentWorkspace())
         ExtractSettingsFromWorkspace(*current);
+    mark.Done();
 }
 
 void WorkspaceManagerCore::InitializeIcons()
@@ -190,6 +193,8 @@ unsigned long long WorkspaceManagerCore::GetWorkspaceIndex(TvlString path) const
 
 void WorkspaceManagerCore::ClearOldAndApplyNewWS(const WSM_INIT& init)
 {
+    // Between the end of the old settings and the new ones there are none.
+    const InterruptionMark mark(GetProfileSettingsFile(), InterruptionMark::kExtracting);
     ClearCurrentWS(init, false);
     const TvlString path = ReadWorkspacePath();
     m_currentIndex = GetWorkspaceIndex(path);
@@ -199,6 +204,7 @@ void WorkspaceManagerCore::ClearOldAndApplyNewWS(const WSM_INIT& init)
         ExtractSettingsFromWorkspace(*current);
     if (!isSame && Path::Exists(path))
         WriteKey(kLastUsed, path);
+    mark.Done();
 }
 
 void WorkspaceManagerCore::ClearCurrentWS(const WSM_INIT& init, bool deleteCurrent)
@@ -262,8 +268,9 @@ void WorkspaceManagerCore::ExtractSettingsFromWorkspace(WorkspaceFile& file)
     const auto mutex = AcquireWSMutex();
     const TvlString settings = GetProfileSettingsFile();
     const InterruptionMark mark(settings, InterruptionMark::kExtracting);
-    file.LoadSettings(settings, m_additionalFiles);
-    ProcessLegacySettings(file);
+    WorkspaceFileExportSettings exported;
+    file.LoadSettings(settings, m_additionalFiles, exported);
+    ProcessLegacySettings(exported);
     SettingsOrigin::Record(settings, file.GetFilename());
     IniUpdateRegistry(settings.c_str());
     mark.Done();
@@ -279,14 +286,20 @@ void WorkspaceManagerCore::ProcessLegacySettings(const WorkspaceFile& file)
 {
     WorkspaceFileExportSettings exported;
     WorkspaceFile::ReadExportSettings(file.GetFilename(), exported);
+    ProcessLegacySettings(exported);
+}
+
+void WorkspaceManagerCore::ProcessLegacySettings(const WorkspaceFileExportSettings& exported)
+{
     if (exported.Version != kLegacyVersion)
         return;
     const TvlPref::IniIoPolicy settings(GetProfileSettingsFile(), L"");
     TvlString scheme;
     if (!settings.Read(kNodeColorScheme, scheme))
         return;
-    // Schemes were numbered from 1 then.
-    if (const long number = std::wcstol(scheme.c_str(), nullptr, 10); number > 0)
+    // Schemes were numbered from 1 then. What is beyond an int counts as the largest one.
+    constexpr long long kLargest = std::numeric_limits<int>::max();
+    if (const long long number = std::min(std::wcstoll(scheme.c_str(), nullptr, 10), kLargest); number > 0)
         settings.Write(kNodeColorScheme, TvlString().Format(L"%d", static_cast<int>(number - 1)));
 }
 

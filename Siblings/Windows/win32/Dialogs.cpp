@@ -150,7 +150,12 @@ public:
             DestroyWindow(Window(id));
     }
 
-    void Focus(int id) override { m_hasFocus = HasControl(id) && SetFocus(Window(id)) != nullptr; }
+    void Focus(int id) override
+    {
+        // Tells what had the focus before, which may be nothing.
+        SetFocus(Window(id));
+        m_hasFocus = HasControl(id);
+    }
 
     int Dpi() const override { return DpiOf(m_window); }
 

@@ -21,13 +21,13 @@ protected:
     {
         ExposeDynamicEntryPointsToOtherLibraries();
         calls.clear();
-        TheInjectedServices() = {
-            [] { return calls.push_back("language"), 5; },
-            [](TvlString& path) { return calls.push_back("path"), path = L"P", 7; },
-            [](TvlString& name) { return calls.push_back("folder"), name = L"N", 9; },
-            [] { return calls.push_back("network"), isNetworkInstall; },
-            [] { return calls.push_back("disabled"), isDisabled; },
-        };
+        InjectedServices services;
+        services.getLanguage = [] { return calls.push_back("language"), 5; };
+        services.getLanguagePath = [](TvlString& path) { return calls.push_back("path"), path = L"P", 7; };
+        services.getLanguageDirName = [](TvlString& name) { return calls.push_back("folder"), name = L"N", 9; };
+        services.isNetworkInstall = [] { return calls.push_back("network"), isNetworkInstall; };
+        services.isInternetFeaturesDisabled = [] { return calls.push_back("disabled"), isDisabled; };
+        TheInjectedServices() = services;
     }
     ~InjectedCallables() override { TheInjectedServices() = {}; }
 

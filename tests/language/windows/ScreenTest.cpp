@@ -42,6 +42,7 @@ TEST_F(Screen, IsAnsweredWithKeys)
 {
     bool closes = true;
     bool checked = true;
+    bool hasFocus = false;
     std::wstring selected(100, L'\0');
     std::thread user([&] {
         const HWND dialog = WaitForDialog();
@@ -50,6 +51,9 @@ TEST_F(Screen, IsAnsweredWithKeys)
         closes = (GetMenuState(GetSystemMenu(dialog, FALSE), SC_CLOSE, MF_BYCOMMAND) & MF_DISABLED) == 0;
         const HWND list = GetDlgItem(dialog, kLanguageList);
         const HWND check = GetDlgItem(dialog, kLanguageAlwaysUse);
+        GUITHREADINFO thread{};
+        thread.cbSize = sizeof thread;
+        hasFocus = GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &thread) && thread.hwndFocus == list;
         checked = SendMessageW(check, BM_GETCHECK, 0, 0) != 0;
         selected.resize(static_cast<std::size_t>(GetWindowTextW(list, selected.data(), 100)));
         PressKey(list, VK_ESCAPE);              // does not end it
@@ -61,6 +65,7 @@ TEST_F(Screen, IsAnsweredWithKeys)
     EXPECT_EQ(Chosen(), L"FRA");
     user.join();
     EXPECT_FALSE(closes);
+    EXPECT_TRUE(hasFocus) << "keys go to the list";
     EXPECT_FALSE(checked) << "the user wants to be asked";
     EXPECT_EQ(selected, L"Name ENU");
     EXPECT_EQ(StoredLanguage(), L"FRA");

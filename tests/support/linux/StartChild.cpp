@@ -38,6 +38,24 @@ void Check(int error)
     if (error != 0)
         throw std::system_error(error, std::generic_category(), "the program can't be started");
 }
+/// Starts a program that Ctrl-C ends, whatever it does to the tests; or with Ctrl-C turned off.
+int Spawn(pid_t& process, const std::filesystem::path& program, const ChildProcess& child,
+    const posix_spawn_file_actions_t& actions, char* const* arguments, char* const* environment)
+{
+    posix_spawnattr_t attributes;
+    Check(posix_spawnattr_init(&attributes));
+    sigset_t interrupt;
+    sigemptyset(&interrupt);
+    sigaddset(&interrupt, SIGINT);
+    posix_spawnattr_setsigdefault(&attributes, &interrupt);
+    posix_spawnattr_setflags(&attributes, child.ignoresInterrupt ? 0 : POSIX_SPAWN_SETSIGDEF);
+    const auto before = child.ignoresInterrupt ? std::signal(SIGINT, SIG_IGN) : SIG_ERR;
+    const int failed = posix_spawn(&process, program.c_str(), &actions, &attributes, arguments, environment);
+    if (before != SIG_ERR)
+        std::signal(SIGINT, before);
+    posix_spawnattr_destroy(&attributes);
+    return failed;
+}
 }   // namespace
 
 int StartChild(const std::filesystem::path& program, const ChildProcess& child, const ChildStreams& streams)
@@ -53,8 +71,8 @@ int StartChild(const std::filesystem::path& program, const ChildProcess& child, 
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, streams.output.c_str(), kWrite, 0600);
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, streams.errors.c_str(), kWrite, 0600);
     pid_t process = 0;
-    const int failed = posix_spawn(
-        &process, program.c_str(), &actions, nullptr, Pointers(arguments).data(), Pointers(environment).data());
+    const int failed =
+        Spawn(process, program, child, actions, Pointers(arguments).data(), Pointers(environment).data());
     posix_spawn_file_actions_destroy(&actions);
     Check(failed);
 

@@ -15,12 +15,13 @@ using namespace std::chrono_literals;
 constexpr int kInterrupted = 130;
 
 /// Starts the program in a world of its own, and interrupts it after a while.
-ChildResult Interrupt(const ScratchFolder& folder, std::vector<std::string> arguments)
+ChildResult Interrupt(const ScratchFolder& folder, std::vector<std::string> arguments, bool isTurnedOff = false)
 {
     const std::map<std::string, std::string> environment = {{"TVL_USER_DIR", (folder.Path() / "user").string()},
         {"TVL_REGISTRY", (folder.Path() / "registry.db").string()}};
     ChildProcess child{"tvl", std::move(arguments), {}, environment, 1500ms};
     child.isInterrupted = true;
+    child.ignoresInterrupt = isTurnedOff;
     return RunProgram(child);
 }
 
@@ -44,6 +45,20 @@ TEST(Interrupt, LeavesNothingOfADownloadWhoseServerKeepsItWaiting)
         EXPECT_EQ(FileBytes(file), "old");
         EXPECT_EQ(std::distance(fs::directory_iterator(file.parent_path()), {}), 1) << "no other file is left";
     }
+}
+
+TEST(Interrupt, DoesNothingToAProgramThatWasStartedWithItTurnedOff)
+{
+    const WebServer server([](const std::string&, const LoopbackSocket& connection) {
+        connection.Send("HTTP/1.1 200 OK\r\nContent-Length: 3\r\nConnection: close\r\n\r\n");
+        std::this_thread::sleep_for(3s);   // the interrupt comes meanwhile
+        connection.Send("new");
+    });
+    const ScratchFolder folder;
+    const fs::path file = folder.Path() / "file.bin";
+    const std::string url = TvlPlatform::ToUtf8(server.Url(L"/file"));
+    EXPECT_EQ(Interrupt(folder, {"download", url, file.string()}, true).exitCode, 0);
+    EXPECT_EQ(FileBytes(file), "new");
 }
 
 TEST(Interrupt, StoresNoPartOfAnImport)

@@ -1,5 +1,6 @@
 // tvl workspace, as a user calls it.
 #include "ManagerFixture.h"
+#include "siblings/TvrContainer/WorkspaceContainer.h"
 
 #include <gmock/gmock.h>
 
@@ -21,7 +22,9 @@ protected:
     ChildResult Run(std::vector<std::string> arguments) const
     {
         arguments.insert(arguments.begin(), {"workspace", "--mode", "desktop"});
-        return RunProgram({"tvl", arguments, {}, m_environment, {}});
+        ChildResult result = RunProgram({"tvl", arguments, {}, m_environment, {}});
+        std::erase(result.output, '\r');   // before line ends on windows
+        return result;
     }
     std::string Native(const std::string& name) const { return TvlPlatform::ToUtf8(world.Path(name)); }
 
@@ -57,13 +60,36 @@ TEST_F(WorkspaceCommands, MakeChangeAndDeleteWorkspaces)
     EXPECT_EQ(SettingsOf("_default"), Settings("_default"));
 }
 
+TEST_F(WorkspaceCommands, KeepWhatAFileCanHardlyHold)
+{
+    WorkspaceFile file = Make("Odd");
+    // Names that begin a section's line, an empty one, and a value whose usual form does not read back.
+    const std::string settings = "[Odd]\r\n>=default\r\n>005b0041005d=bracket\r\nPlain=>000f0041\r\n";
+    file.SaveSettings(world.MakeFile("s.ini", settings), {});
+    for (const char* const name : {"Odd", "A"})
+        EXPECT_EQ(Run({"switch", name}).exitCode, 0);
+    EXPECT_EQ(SettingsOf("Odd"), settings);
+}
+
+TEST_F(WorkspaceCommands, ShowNothingThatATerminalWouldObey)
+{
+    const MultiLanguageString text(L"a\u009bb");
+    WorkspaceContainer container = WorkspaceContainer::Open(WorkspacePath("A"), ZipFile::OpenMode::ReadWrite);
+    container.SetMetadata(ZipContainerSchema::Metadata::Title, text);
+    container.SetMetadata(WorkspaceContainerSchema::Metadata::Category, text);
+    ASSERT_TRUE(container.Close());
+    EXPECT_THAT(Run({"list"}).output, HasSubstr("a\\u009bb:\n  A  \"a\\u009bb\"\n"));
+}
+
 TEST_F(WorkspaceCommands, RefuseWhatCanNotBeDone)
 {
     world.MakeFile("no.tvws", "no archive");
+    MakeAt(world.Path("elsewhere.tvws"), "elsewhere");
     const std::vector<std::string> kRefused[] = {{"delete", "_default"}, {"delete", "none"}, {"switch", "none"},
         {"switch", Native("no.tvws")}, {"lint", Native("no.tvws")}, {"import-check", Native("no.tvws")},
         {"show", Native("no.tvws")}, {"new", "A"}, {"export", Native("no.tvws")}, {"reset"},
-        {"icons", "remove", "none"}};
+        {"icons", "remove", "none"}, {"new", ""}, {"new", "../A"}, {"new", "B", "--from", "../Workspaces/A"},
+        {"delete", "../Workspaces/A"}, {"switch", Native("elsewhere.tvws")}};
     for (const std::vector<std::string>& arguments : kRefused) {
         const ChildResult result = Run(arguments);
         EXPECT_EQ(result.exitCode, kBadInput) << arguments[0] << result.output << result.errors;

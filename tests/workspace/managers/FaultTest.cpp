@@ -60,6 +60,29 @@ TEST_F(Faults, AtTheEndOfAProcessLeaveEachWorkspaceItsSettings)
         });
 }
 
+TEST_F(Faults, InAResetLeaveTheNextStartItsSettings)
+{
+    const auto stock = TvlUtils::SystemIO::ToFilePath(MakeStock("_default").GetFilename());
+    m_files[stock] = FileBytes(stock);
+    const auto reset = [] {
+        const MemoryRegistry registry;
+        WSM_INIT init = Init();
+        init.Reset = true;
+        OpenManager().Initialize(init, [] { return true; });
+    };
+    const auto check = [&](MemoryFiles&) {
+        const MemoryRegistry registry;
+        const auto manager = Started();
+        std::string bytes;
+        static_cast<void>(TvlUtils::SystemIO::File::ReadAll(manager->GetProfileSettingsFile(), bytes));
+        EXPECT_TRUE(bytes == Settings("_default") || bytes == Settings("stock _default")) << bytes;
+    };
+    WalkFaultPoints(40, [&](std::size_t point) {
+        return RunOnFaultyFiles([&](MemoryFiles& files) { Prepare(files); },
+            [&](MemoryFiles& files) { files.Inject(point, MemoryFiles::Fault::StopKept); }, reset, check);
+    });
+}
+
 TEST_F(Faults, OfAFullDiskLeaveTheOldFilesWhole)
 {
     for (std::size_t room = 0; room < 6000; room += 97)

@@ -1,6 +1,8 @@
 // What the next start does about a process that died.
 #include "ManagerFixture.h"
 
+#include <thread>
+
 namespace {
 
 class Interruptions : public Managers {
@@ -55,6 +57,17 @@ TEST_F(Interruptions, AreNoneAsLongAsTheProcessLives)
     const auto other = Started();
     EXPECT_EQ(other->GetCurrentWorkspaceName(), L"A");
     EXPECT_EQ(SettingsOnDisk(), Settings("B"));
+}
+
+TEST_F(Interruptions, OfWhoHeldTheMutexAreMadeGoodByWhoTakesItNext)
+{
+    const auto manager = Started();
+    LeaveOrigin("B");
+    std::unique_ptr<WSManagerMutex> lost;
+    std::thread([&] { lost = std::make_unique<WSManagerMutex>(); }).join();   // ends without giving it back
+    EXPECT_EQ(manager->SetCurrentWorkspace(L"A", false, false), WorkspaceManagerTypes::Result::Ok);   // as it was
+    EXPECT_EQ(SettingsOnDisk(), Settings("A"));
+    EXPECT_EQ(StoredName(), L"A");
 }
 
 TEST_F(Interruptions, OfAnExtractionAreRepeated)

@@ -285,8 +285,8 @@ TEST_F(ManagerCore, BringsOldColourSchemesToTodaysNumbers)
         const char* before;
         const char* after;
     };
-    constexpr Row kRows[] = {
-        {L"19", "3", "2"}, {L"19", "1", "0"}, {L"19", "0", "0"}, {L"19", "x", "x"}, {L"20", "3", "3"}};
+    constexpr Row kRows[] = {{L"19", "3", "2"}, {L"19", "1", "0"}, {L"19", "0", "0"}, {L"19", "x", "x"},
+        {L"20", "3", "3"}, {L"19", "4294967296", "2147483646"}};
     const auto manager = Started();
     for (const auto& [version, before, after] : kRows) {
         world.Remove("old.tvws");

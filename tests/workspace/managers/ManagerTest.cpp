@@ -239,6 +239,7 @@ TEST_F(Manager, AddsRemovesAndCopiesIcons)
     EXPECT_TRUE(manager->CopyIconsFromWorkspace(WorkspaceFile(WorkspacePath("_default"))));
     ASSERT_EQ(manager->ExtractIconResources().size(), 1u);
     EXPECT_EQ(manager->ExtractIconResources()[0].Name, name);
+    EXPECT_TRUE(manager->CopyIconsFromWorkspace(*manager->GetCurrentWorkspace())) << "onto itself";
     EXPECT_FALSE(manager->CopyIconsFromWorkspace(WorkspaceFile()));
     EXPECT_FALSE(manager->CopyIconsFromWorkspace(WorkspaceFile(world.MakeFile("no.tvws"))));
     EXPECT_TRUE(manager->RemoveIconResource(name));

@@ -9,7 +9,7 @@
 namespace ProductAnalytics {
 
 /// What AddDocumentProperties writes.
-struct DocumentProperties {
+struct DocumentCounts {
     int pages = 0;
     int layers = 0;
     TvlString colorMode;
@@ -37,7 +37,7 @@ struct DocumentStatistics {
     int variableOutlineNodes = 0;
     int painterlyBrushStrokes = 0;
     std::vector<TvlString> painterlyBrushes;
-    DocumentProperties document;
+    DocumentCounts document;
     GenAiProperties genAi;
     TvlString path;
     double fileSize = 0.0;   // bytes

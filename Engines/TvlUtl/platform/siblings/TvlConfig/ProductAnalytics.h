@@ -21,7 +21,8 @@ class IProductAnalyticsCore {
 public:
     /// Whether an event that is sent now would be kept: the user shares feature usage, and DO_NOT_TRACK is not set.
     virtual bool IsSharing() const = 0;
-    /// Full path of the file that events are written to; see docs/tracking.md for its form.
+    /// Full path of the file that events are written to; see docs/tracking.md for its form. Empty when the system tells
+    /// of no place for the user's files: events are dropped then.
     virtual TvlString GetEventFile() const = 0;
     /// A property that every event carries from now on, unless it brings its own value. An empty value takes it back.
     virtual void SetCommonProperty(const TvlString& name, const TvlString& value) = 0;

@@ -29,7 +29,7 @@ using TextList = std::vector<TvlString>;
 
 // Each sets its properties, in place of those that the map has. Lists go out as one text with "," between the elements.
 
-TVLSIBLINGS_API void AddDocumentProperties(PropertyMap& map, const DocumentProperties& properties);
+TVLSIBLINGS_API void AddDocumentProperties(PropertyMap& map, const DocumentCounts& properties);
 /// Asks the document for the same.
 TVLSIBLINGS_API void AddDocumentProperties(PropertyMap& map, const ITovelCmn_Doc& document);
 /// Neither the path nor the name goes out, but where the file lies and how its name ends.
