@@ -60,7 +60,7 @@ class PaperPrinter:
         width, height = (int(self.value[side]) / 10000 for side in ("Width", "Height"))
         hidden = ", hidden" if self.value["Hidden"] else ""
         custom = f", custom {int(self.value['CustomId'])}" if int(self.value["CustomId"]) else ""
-        return f'"{text_of(self.value["DisplayName"])}" {width:g} x {height:g} mm{custom}{hidden}'
+        return f'"{text_of(self.value["DisplayName"])}" {width:.10g} x {height:.10g} mm{custom}{hidden}'
 
 
 def elements(vector):

@@ -13,6 +13,7 @@ import exports
 import guides
 import headers
 import includes
+import natvis
 import tally
 
 LIBRARY = "Engines/TvlUtl"
@@ -227,6 +228,37 @@ class Abi(unittest.TestCase):
         for older, newer, same in [("0.1.0", "0.1.7", True), ("0.1.0", "0.2.0", False), ("1.2.0", "1.9.0", True),
                                    ("1.2.0", "2.0.0", False)]:
             self.assertEqual(abi.interfaces(older) == abi.interfaces(newer), same, (older, newer))
+
+
+class Natvis(unittest.TestCase):
+    HEADER = """
+        struct Pair { int first = 1; int Call() { int inner; return first; } };   // gone
+        template <class C> class Text { public: operator bool() const; C* operator[](int) { return m_text; } C* m_text; };
+    """
+    VIEW = '<DisplayString Condition="first == 1">{first} of {((Text*)this)->m_text}</DisplayString>'
+
+    def offences(self, view, name="Pair"):
+        text = ('<AutoVisualizer xmlns="http://schemas.microsoft.com/vstudio/debugger/natvis/2010">'
+                f'<Type Name="Space::{name}">{view}</Type><Type Name="Text&lt;*&gt;"/></AutoVisualizer>')
+        with tempfile.TemporaryDirectory() as folder:
+            planted(folder, {"include/Planted.h": self.HEADER, "views.natvis": text})
+            return list(natvis.offences(Path(folder) / "views.natvis", folder))
+
+    def test_lets_fields_pass(self):
+        self.assertEqual(self.offences(self.VIEW), [])
+
+    def test_finds_names_that_are_not_fields(self):
+        for before, after, told in [("{first}", "{inner}", "Pair has no inner"), ("{first}", "{gone}", "Pair has no gone"),
+                                    ('"first', '"Call', "Pair has no Call"), ("->m_text", "->text", "Pair has no text")]:
+            with self.subTest(after=after):
+                found = self.offences(self.VIEW.replace(before, after))
+                self.assertEqual(len(found), 1, found)
+                self.assertIn(told, found[0])
+        self.assertIn("there is no class Pear", self.offences(self.VIEW, "Pear")[0])
+
+    def test_refuses_what_is_not_xml(self):
+        with self.assertRaises(natvis.tree.ParseError):
+            self.offences("<DisplayString>")
 
 
 class Tally(unittest.TestCase):

@@ -17,7 +17,9 @@ constexpr int kMillimetre = 2;
 double Millimetres(const wchar_t* text)
 {
     double value = 0.0;
-    return WUnit::GetDefaultWUnit().StringToValue(kMillimetre, text, value, kTokensAll | kTokensUnits, DRG::Degrees) == 1 ? value : -1.0;
+    const int read =
+        WUnit::GetDefaultWUnit().StringToValue(kMillimetre, text, value, kTokensAll | kTokensUnits, DRG::Degrees);
+    return read == 1 ? value : -1.0;
 }
 }   // namespace
 

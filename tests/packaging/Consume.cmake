@@ -1,11 +1,17 @@
-# Installs a build, moves the installation, and builds and runs the consumer against it.
+# Installs a build, or unpacks an ARCHIVE, moves what is there, and builds and runs the consumer against it.
 include("${CMAKE_CURRENT_LIST_DIR}/Scratch.cmake")
 
 file(REMOVE_RECURSE "${scratch}")
-run(${CMAKE_COMMAND} --install "${BUILD}" --prefix "${scratch}/installed")
-file(RENAME "${scratch}/installed" "${prefix}")
+if(ARCHIVE)
+    file(ARCHIVE_EXTRACT INPUT "${ARCHIVE}" DESTINATION "${scratch}/unpacked")
+    file(GLOB unpacked "${scratch}/unpacked/*")
+    file(RENAME "${unpacked}" "${prefix}")
+else()
+    run(${CMAKE_COMMAND} --install "${BUILD}" --prefix "${scratch}/installed")
+    file(RENAME "${scratch}/installed" "${prefix}")
+endif()
 
-set(options "-DCMAKE_PREFIX_PATH=${prefix}" "-DCMAKE_BUILD_TYPE=${CONFIGURATION}" "-DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER}")
+set(options "-DCMAKE_PREFIX_PATH=${prefix}" "-DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER}")
 if(TOOLCHAIN)
     list(APPEND options "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}" "-DCMAKE_FIND_ROOT_PATH_MODE_PACKAGE=BOTH")
 else()

@@ -12,8 +12,8 @@ class TemporarySuite {
 public:
     /// What the folder holds at first.
     enum class Content {
-        Copy,    ///< a copy of the suite that is installed
-        Nothing  ///< no file at all: without texts and master files
+        Copy,     ///< a copy of the suite that is installed
+        Nothing   ///< no file at all: without texts and master files
     };
 
     /// Throws std::filesystem::filesystem_error when the installed suite can't be copied.
