@@ -1,6 +1,7 @@
 # Where the installation of a build is tried, and how its programs run there.
-set(scratch "${BUILD}/packaging")
+set(scratch "${BUILD}/packaging/${SCRATCH}")
 set(prefix "${scratch}/moved")
+file(REMOVE_RECURSE "${scratch}")
 
 function(run)
     execute_process(COMMAND ${ARGN} COMMAND_ERROR_IS_FATAL ANY)

@@ -1,5 +1,8 @@
-# The compiler alone, told by pkg-config where the installation lies.
+# Installs a build and moves what is there; then the compiler alone, told by pkg-config where that is.
 include("${CMAKE_CURRENT_LIST_DIR}/Scratch.cmake")
+
+run(${CMAKE_COMMAND} --install "${BUILD}" --prefix "${scratch}/installed")
+file(RENAME "${scratch}/installed" "${prefix}")
 
 set(ENV{PKG_CONFIG_PATH} "${prefix}/${LIBDIR}/pkgconfig")
 execute_process(COMMAND pkg-config --cflags --libs tvlutl OUTPUT_VARIABLE flags OUTPUT_STRIP_TRAILING_WHITESPACE
