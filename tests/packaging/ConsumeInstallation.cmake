@@ -11,5 +11,7 @@ separate_arguments(flags UNIX_COMMAND "${flags}")
 if(SANITIZERS)
     list(APPEND flags "-fsanitize=${SANITIZERS}")
 endif()
-run(${LAUNCHER} "${COMPILER}" "${CONSUMER}/families.cpp" -o "${scratch}/families" ${flags} "-Wl,-rpath,${prefix}/${LIBDIR}")
+# As systems do it whose /lib is a link.
+file(CREATE_LINK "${prefix}/${LIBDIR}" "${scratch}/lib" SYMBOLIC)
+run(${LAUNCHER} "${COMPILER}" "${CONSUMER}/families.cpp" -o "${scratch}/families" ${flags} "-Wl,-rpath,${scratch}/lib")
 run_consumer("${scratch}/families")

@@ -97,7 +97,8 @@ public:
         std::error_code failed;
         if (!dladdr(address, &module) || !module.dli_fname)
             return {};
-        const auto path = std::filesystem::absolute(module.dli_fname, failed);
+        // Systems load libraries through links to folders, such as /lib, where a step up leads elsewhere.
+        const auto path = std::filesystem::canonical(module.dli_fname, failed);
         return failed ? std::wstring() : TvlPlatform::FromUtf8(path.string());
     }
 
