@@ -1,7 +1,7 @@
 // The test kit's, for the tests of this tree.
 #pragma once
 
-#include "TvlTestKit/TemporaryUserFolder.h"
 #include "ChildProcess.h"
+#include "TvlTestKit/TemporaryUserFolder.h"
 
 using TvlTestKit::TemporaryUserFolder;

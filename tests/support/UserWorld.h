@@ -1,8 +1,8 @@
 // The test kit's, for the tests of this tree.
 #pragma once
 
-#include "TvlTestKit/UserWorld.h"
 #include "ChildProcess.h"
+#include "TvlTestKit/UserWorld.h"
 #include "siblings/TvlUtils/FilePath.h"
 #include "siblings/TvlUtils/SystemIO.h"
 
