@@ -38,6 +38,8 @@ public:
     virtual DWORD ProcessId() const { return 0; }
     /// The program's arguments, without its own name.
     virtual std::vector<std::wstring> Arguments() const = 0;
+    /// Full path of the module that holds an address of its code or data; empty when none does.
+    virtual std::wstring PathOf(const void* address) const = 0;
 };
 
 }   // namespace Ports
