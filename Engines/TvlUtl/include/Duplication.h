@@ -14,8 +14,11 @@ class IDuplicationContext;
 class TVLUTL_API IDuplicatable {
 public:
     IDuplicatable() = default;
+    /// @{
+    /// There is no state to copy.
     IDuplicatable(const IDuplicatable&) = default;
     IDuplicatable& operator=(const IDuplicatable&) = default;
+    /// @}
     virtual ~IDuplicatable();
 
     /// Makes a copy and registers it with IDuplicationContext::MapInstance, before it copies what the object refers to:
@@ -40,8 +43,11 @@ public:
 class TVLUTL_API IDuplicationContext {
 public:
     IDuplicationContext();
+    /// @{
+    /// There is no state here to copy.
     IDuplicationContext(const IDuplicationContext&);
     IDuplicationContext& operator=(const IDuplicationContext&);
+    /// @}
 
     /// Whether what an object refers to is to be copied too.
     virtual bool IsDeepCopy() const = 0;
@@ -76,16 +82,23 @@ public:
     /// A copy is for reading: both would delete what is not detached. On failure of an assignment the target is as it
     /// was; what is taken out of it is not deleted.
     DuplicationContextImpl(const DuplicationContextImpl&);
+    /// As the copy.
     DuplicationContextImpl& operator=(const DuplicationContextImpl&);
     ~DuplicationContextImpl();
 
+    /// As IDuplicationContext::MapInstance.
     void MapInstance(const IDuplicatable* source, IDuplicatable* copy, bool detached);
+    /// As IDuplicationContext::MapPtrInstance.
     void MapPtrInstance(const IDuplicatable* source, std::shared_ptr<IDuplicatable> copy);
+    /// As IDuplicationContext::FindMappedInstance.
     IDuplicatable* FindMappedInstance(const IDuplicatable* source, bool detach);
+    /// As IDuplicationContext::FindMappedPtrInstance.
     std::shared_ptr<IDuplicatable> FindMappedPtrInstance(const IDuplicatable* source) const;
+    /// As IDuplicationContext::FindOrDuplicateMappedInstance.
     /// @param context what `source->Duplicate` is given
     IDuplicatable* FindOrDuplicateMappedInstance(
         const IDuplicatable* source, bool detach, IDuplicationContext& context);
+    /// As IDuplicationContext::FindOrDuplicateMappedPtrInstance.
     /// @param context what `source->DuplicatePtr` is given
     std::shared_ptr<IDuplicatable> FindOrDuplicateMappedPtrInstance(
         const IDuplicatable* source, IDuplicationContext& context);
@@ -107,8 +120,11 @@ private:
 class TVLUTL_API DuplicationContext : public IDuplicationContext {
 public:
     DuplicationContext();
+    /// @{
+    /// As a copy of the engine: for reading alone.
     DuplicationContext(const DuplicationContext&);
     DuplicationContext& operator=(const DuplicationContext&);
+    /// @}
     ~DuplicationContext();
 
     bool IsDeepCopy() const override;   ///< true

@@ -16,6 +16,7 @@ enum class TrackerId : int {};
 
 /// Something that the user has done.
 struct Activity {
+    /// What was done, as the trackers are to call it.
     TvlStringT<wchar_t> name;
     /// Two keys act on what is sent: with "setType" equal to "bool" the name goes out with "::" and the value of "setValue"
     /// behind it.
@@ -26,6 +27,7 @@ struct Activity {
 class TVLUTL_API ITracker {
 public:
     virtual ~ITracker();
+    /// By what TrackingSystem::Send finds the tracker; always the same.
     virtual TrackerId GetId() const = 0;
     /// What it throws reaches the caller of TrackingSystem::Send.
     virtual void Send(const Activity& activity) = 0;
@@ -34,6 +36,7 @@ public:
 /// Has the identifier 0 and takes no notice of anything.
 class TVLUTL_API NullTracker : public ITracker {
 public:
+    /// Always 0.
     TrackerId GetId() const override { return TrackerId(0); }
     void Send(const Activity&) override { }
 };

@@ -41,15 +41,25 @@ public:
     void AppShuttingDown() override;
 
 protected:
+    /// Whether there are names of product and application.
     bool IsInitialized() const { return !m_product.IsEmpty() && !m_application.IsEmpty(); }
+    /// The mode from now on. Changes no workspace.
     void SetUserInteractionMode(UserInteractionMode_t mode) { m_interactionMode = mode; }
-    // Full paths.
+    /// @{
+    /// Full path of the workspace that stands in on the desktop; empty until it is set, and not looked at.
     void SetDefaultDesktopWorkspace(const TvlString& path);
     const TvlString& GetDefaultDesktopWorkspace() const { return m_defaultDesktop; }
+    /// @}
+    /// @{
+    /// The same for tablets.
     void SetDefaultTabletWorkspace(const TvlString& path);
     const TvlString& GetDefaultTabletWorkspace() const { return m_defaultTablet; }
+    /// @}
+    /// @{
+    /// Whether a change of the mode of interaction changes the workspace; false at the start.
     void SetTabletModeWorkspaceToggling(bool on) { m_tabletToggling = on; }
     bool GetTabletModeWorkspaceToggling() const { return m_tabletToggling; }
+    /// @}
 
     /// The hold that callers further out have, or a new one. Work goes on without the lock when the system refuses it.
     std::shared_ptr<WSManagerMutex> AcquireWSMutex();
@@ -61,16 +71,24 @@ protected:
     void ProcessLegacySettings(const WorkspaceFile& file);
     /// The same for a workspace whose description has been read already.
     void ProcessLegacySettings(const WorkspaceFileExportSettings& exported);
+    /// Full path of the default workspace for the desktop, "_default" in the user's folder.
     TvlString GetDefaultWorkspacePath() const;
     /// Index of the workspace of this path in any case, else of the default one for the mode of interaction, else 0.
     unsigned long long GetWorkspaceIndex(TvlString path) const;
+    /// @{
+    /// Place in the list of the current workspace; beyond its end when there is none.
     void SetCurrentWorkspaceIndex(unsigned long long index) { m_currentIndex = index; }
     unsigned long long GetCurrentWorkspaceIndex() const { return m_currentIndex; }
+    /// @}
+    /// Appends a workspace to the list, wherever its order would put it.
     void AddWorkspace(const WorkspaceFile& file) { m_workspaces.push_back(file); }
     /// Removes every workspace of this name, in any case, from the list.
     void RemoveWorkspaceWithName(const TvlString& name);
+    /// Files that travel with each workspace, as WSM_INIT named them.
     const std::vector<WorkspaceFile::FilePair>& GetAdditionalWorkspaceFiles() const { return m_additionalFiles; }
+    /// The application, or null before it was given.
     IWorkspaceManagedApp* GetWorkspaceManagedApp() const { return m_app; }
+    /// Calls what WSM_INIT named for loading icons, if anything.
     void InitializeIcons();
 
 private:

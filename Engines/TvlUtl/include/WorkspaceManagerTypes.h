@@ -36,6 +36,7 @@ enum class Result : int {
 /// How the device is held: stored and compared alone.
 enum class Orientation : int {};
 
+/// An icon of a workspace.
 struct IconResourcePair {
     TvlString Name;   // a GUID
     TvlString Path;   // of the extracted file
@@ -55,6 +56,6 @@ struct WSM_INIT {
     TvlString RegistryKey;        // below the user's root; empty for the root, the product and the application
     bool Reset = false;           // asks for a reset; cleared when it does not go ahead
     std::function<void()> InitializeIcons;   // loads the icons of the current workspace; moved into the manager
-    std::vector<WorkspaceFile::FilePair> AdditionalFiles;   // files that travel with each workspace
-    UserInteractionMode_t InteractionMode = kDesktopInteraction;
+    std::vector<WorkspaceFile::FilePair> AdditionalFiles;          // files that travel with each workspace
+    UserInteractionMode_t InteractionMode = kDesktopInteraction;   // what the device is used with at the start
 };
