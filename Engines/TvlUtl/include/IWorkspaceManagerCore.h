@@ -62,7 +62,7 @@ public:
     virtual TvlString GetCurrentWorkspaceName() const = 0;
     /// The first with this identity; null when there is none.
     virtual WorkspaceFile* GetWorkspaceByInstanceID(const TvlUtils::Guid& instance) = 0;
-    /// Full path, without extension, of the workspace that the suite comes with for the first start of all.
+    /// Full path, without extension, of "_BootDefault" beside the workspaces that the suite comes with.
     virtual TvlString GetBootDefaultWorkspacePath() const = 0;
     /// Whether a name is that of the default for the desktop or for tablets, in any case.
     virtual bool IsDefaultWorkspace(const TvlString& name) const = 0;

@@ -64,13 +64,13 @@ public:
     const TvlStringT<wchar_t>& GetVersion() const { return m_version; }
     /// Name of the page layout; empty when it is not known.
     const TvlStringT<wchar_t>& GetLayout() const { return m_layout; }
-    /// Whether a document was saved under another name, as the event tells it: any text, and empty for "false".
+    /// Whether the document was saved under a new name: any text, sent as it is; empty goes out as "false".
     const TvlStringT<wchar_t>& GetSaveAs() const { return m_saveAs; }
     /// Where an export went; empty when it is not known.
     const TvlStringT<wchar_t>& GetExportedLocation() const { return m_exportedLocation; }
     /// What an export covered, such as "Group"; empty when it is not known.
     const TvlStringT<wchar_t>& GetExportedRange() const { return m_exportedRange; }
-    /// The document's file of which an automatic copy was saved; empty for none.
+    /// Path of the copy that was saved automatically; empty for none.
     const TvlStringT<wchar_t>& GetAutoSaveFilePath() const { return m_autoSaveFilePath; }
     /// Resolution of an exported bitmap in the filter's unit, dots per inch as a rule; 0 for none.
     int GetExportFileResolution() const { return m_exportFileResolution; }
@@ -95,7 +95,7 @@ public:
     TrackFileFormatUseData& SetExportedLocation(TvlStringT<wchar_t> location);
     /// What an export covered. "Object" does not take the place of "Group".
     TrackFileFormatUseData& SetExportedRange(TvlStringT<wchar_t> range);
-    /// The document's file of which an automatic copy is saved.
+    /// Path of the copy that is saved automatically.
     TrackFileFormatUseData& SetAutoSaveFilePath(TvlStringT<wchar_t> path);
     /// Resolution of an exported bitmap.
     TrackFileFormatUseData& SetExportFileResolution(int resolution);

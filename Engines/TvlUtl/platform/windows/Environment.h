@@ -8,8 +8,10 @@
 
 namespace Ports {
 
+/// What surrounds the process and does not change while it runs.
 class TVLSIBLINGS_API Environment {
 public:
+    /// The system's, or the one that stands in for it.
     static Environment& Get();
     /// Replaces the port; null restores the system's. The caller keeps ownership.
     static void SetForTests(Environment*);

@@ -19,6 +19,7 @@ public:
     DataSourceFactory(const DataSourceFactory&) = delete;
     DataSourceFactory& operator=(const DataSourceFactory&) = delete;
 
+    /// DataSourceName of the source's class.
     const TvlString& GetName() const override { return m_name; }
     std::shared_ptr<IDataSourceBase> GetLiveSource() const override
     {

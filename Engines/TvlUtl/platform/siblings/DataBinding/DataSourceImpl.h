@@ -11,7 +11,9 @@
 /// Keeps the accessors of a source's properties by name.
 class TVLSIBLINGS_API DataSourceImpl : public IDataSourceBase, public TvlUtils::PostConstructible {
 public:
+    /// Gives a property's value; an empty one gives std::monostate.
     using Getter = TvlUtils::basic_safe_function<DataSourceValue()>;
+    /// Takes a property's new value, of whatever type; an empty one does nothing.
     using Setter = TvlUtils::basic_safe_function<void(const DataSourceValue&)>;
 
     DataSourceImpl();

@@ -14,8 +14,11 @@ enum class TextRendering {
 
 // For the application's start, before the first text is drawn. Any thread may call.
 
+/// Texts are drawn as TextRendering::Chinese from now on.
 TVLSIBLINGS_API void SetChineseTextRendering();
+/// Texts are drawn as TextRendering::FarEast from now on.
 TVLSIBLINGS_API void SetFarEastTextRendering();
+/// What was set last; Standard before.
 TVLSIBLINGS_API TextRendering GetTextRendering();
 /// Back to Standard.
 TVLSIBLINGS_API void ResetTextRendering();

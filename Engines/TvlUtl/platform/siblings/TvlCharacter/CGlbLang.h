@@ -8,9 +8,12 @@
 class TVLSIBLINGS_API CGlbLang {
 public:
     constexpr CGlbLang() = default;
+    /// The language of a code, which is not checked.
     explicit constexpr CGlbLang(ULONG code) : m_code(code) { }
 
+    /// The code as it is; 0 for no language.
     constexpr ULONG GetCode() const { return m_code; }
+    /// Whether this is a language at all.
     explicit constexpr operator bool() const { return m_code != 0; }
 
     /// Reads three letters or digits, letters of either case. False, and no language, for any other text. Windows need

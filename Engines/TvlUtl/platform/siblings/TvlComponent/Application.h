@@ -33,9 +33,11 @@ public:
     virtual ITovelCmn_Doc* GetActiveDocument() { return nullptr; }
     /// Learns the workspace that is about to be the current one: "Workspace_" and its name.
     virtual void NameWorkspace([[maybe_unused]] const wchar_t* label) { }
+    /// @{
     /// Around what the application is told of a change of its workspace: commands of the framework wait in between.
     virtual void BeginWorkspaceChange() { }
     virtual void EndWorkspaceChange() { }
+    /// @}
 };
 
 namespace TvlComponent {
@@ -66,10 +68,12 @@ class TVLSIBLINGS_API AppSkinSettingData {
 public:
     /// The application's display name.
     const TvlString& GetAppUIName() const { return m_name; }
+    /// Gives the application another name. For its start, before windows show it.
     void SetAppUIName(const TvlString& name) { m_name = name; }
 
 private:
     TvlString m_name = L"Tovel";
 };
 
+/// The look of the running application: one object of the process.
 TVLSIBLINGS_API AppSkinSettingData& GetAppSkinSettingData();

@@ -3,8 +3,11 @@
 
 namespace Privacy {
 
+/// @{
+/// What TvlUtl::Privacy asks and sets under the same name.
 inline constexpr const wchar_t* kShareFeatureUsage = L"Privacy/ShareFeatureUsage";
 inline constexpr const wchar_t* kShareSearchTerms = L"Privacy/ShareSearchTerms";
 inline constexpr const wchar_t* kShowCrashDialogAgain = L"Privacy/ShowCrashDialogAgain";
+/// @}
 
 }   // namespace Privacy

@@ -12,7 +12,7 @@ namespace FeatureManagement {
 /// A switch, known by its key.
 struct Feature {
     const wchar_t* Name;   // the key
-    bool isOnByDefault;
+    bool isOnByDefault;    // what IsEnabled gives before anybody has switched it
 };
 
 namespace Features {
@@ -27,7 +27,9 @@ TVLSIBLINGS_API const Feature& OptionsTabletMode_func();
 /// What is switched on. Any thread may ask and switch.
 class TVLSIBLINGS_API FeatureFlags {
 public:
+    /// Whether the feature is on: as it was switched last, else as its default says.
     bool IsEnabled(const Feature& feature) const;
+    /// Switches the feature for this process.
     void Switch(const Feature& feature, bool on);
     /// Back to the default.
     void Reset(const Feature& feature);

@@ -47,7 +47,9 @@ enum class StreamAccess {
 /// A stream without a source is false, and every operation on it fails.
 class Stream {
 public:
+    /// Without a source.
     Stream() = default;
+    /// Shares the source; null is none.
     explicit Stream(std::shared_ptr<StreamSource> source) : m_source(std::move(source)) { }
 
     /// Bytes of the caller, who keeps them alive as long as a copy of the stream lives. The size is fixed.
@@ -65,6 +67,7 @@ public:
     /// step among all processes. Reading and moving fail. Without a source when the file can't be opened.
     TVLSIBLINGS_API static Stream AppendToFile(const TvlString& path);
 
+    /// Whether there is a source.
     explicit operator bool() const { return m_source != nullptr; }
     /// The same stream by the system's interface, for reading on from the position, and writing. It lives as long as a copy
     /// of this stream that was asked for it, or longer for who adds a reference. Null without a source.

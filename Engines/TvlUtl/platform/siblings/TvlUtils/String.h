@@ -8,6 +8,7 @@ namespace TvlUtils::String {
 
 /// "true" or "false".
 TVLSIBLINGS_API TvlString ToStringW(bool value);
+/// In decimal digits, with "-" before a negative number.
 TVLSIBLINGS_API TvlString ToStringW(int value);
 /// The shortest text that reads back as the same number, with a point, whatever the user's locale: "0.1", "1e+20", "2".
 TVLSIBLINGS_API TvlString ToStringW(double value);

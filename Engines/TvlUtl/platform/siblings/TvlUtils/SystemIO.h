@@ -128,6 +128,7 @@ TVLSIBLINGS_API FileResult EnsureExists(const TvlString& path);
 /// are removed and never followed.
 TVLSIBLINGS_API bool DeleteRecursive(const TvlString& path, bool withFolder);
 
+/// What IsWritable has found out.
 enum class WritableStatus {
     Writable,
     Missing,   ///< there is no such folder

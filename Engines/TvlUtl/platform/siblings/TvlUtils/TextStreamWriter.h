@@ -18,6 +18,7 @@ enum class TextEncoding : int {
 /// Writes texts in one encoding, without a mark at the start. Each call is one write of the stream.
 class TVLSIBLINGS_API TextStreamWriter {
 public:
+    /// Writes on at the stream's position. A stream without a source takes nothing.
     TextStreamWriter(Stream stream, TextEncoding encoding) : m_stream(std::move(stream)), m_encoding(encoding) { }
 
     /// False when the stream did not take all of it.

@@ -11,9 +11,12 @@ namespace Framework::UI {
 class IKeyContext {
 public:
     virtual ~IKeyContext() = default;
+    /// @{
+    /// Whether either key of the pair is down.
     virtual bool IsShiftDown() const = 0;
     virtual bool IsControlDown() const = 0;
     virtual bool IsAltDown() const = 0;
+    /// @}
     /// Whether the key of a Windows virtual-key code is down.
     virtual bool IsKeyDown(int virtualKey) const = 0;
 };

@@ -4,6 +4,7 @@
 #include "siblings/TvlComponent/PathResolver.h"
 #include "siblings/TvrContainer/DocContainer.h"
 
+/// A document or a template.
 class TVLSIBLINGS_API TvrContainer : public DocContainer {
 public:
     TvrContainer() = default;

@@ -3,6 +3,7 @@
 
 #include "siblings/TvrContainer/DocContainer.h"
 
+/// One workspace.
 class TVLSIBLINGS_API WorkspaceContainer : public DocContainer {
 public:
     WorkspaceContainer() = default;
