@@ -13,6 +13,7 @@ import exports
 import guides
 import headers
 import includes
+import links
 import tally
 
 LIBRARY = "Engines/TvlUtl"
@@ -168,6 +169,19 @@ class Documents(unittest.TestCase):
         with tempfile.TemporaryDirectory() as folder:
             dead = documents.dead_links(Path(planted(folder, files)) / "page.md")
         self.assertEqual([text.rpartition(" ")[2] for text in dead], ["gone.md", "other.md#gone", "#gone"])
+
+
+class Links(unittest.TestCase):
+    def test_finds_links_without_a_target(self):
+        files = {
+            "a.html": '<a href="b.html#x">1</a><a href="https://x.org/gone">2</a><a class="el" href="#here" id="here">3</a>'
+                      '<a href="a&amp;b.html">4</a><a href="gone.html">5</a><a href="b.html#gone">6</a><a href="#gone">7</a>',
+            "b.html": '<h2 id="x">B</h2>',
+            "a&b.html": "",
+        }
+        with tempfile.TemporaryDirectory() as folder:
+            dead = list(links.dead_links(planted(folder, files)))
+        self.assertEqual([text.rpartition(" ")[2] for text in dead], ["#gone", "b.html#gone", "gone.html"])
 
 
 class Guides(unittest.TestCase):

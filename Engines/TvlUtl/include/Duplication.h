@@ -104,10 +104,12 @@ public:
         const IDuplicatable* source, IDuplicationContext& context);
 
 private:
+    /// @cond
     struct InstanceEntry {
         IDuplicatable* copy;
         bool owned;   // deleted with the context
     };
+    /// @endcond
 
     void DeleteOwnedCopies();
 

@@ -189,6 +189,7 @@ protected:
 private:
     friend class WUnitParser;
 
+    /// @cond
     /// Own tokens that stand one behind the other in the table and in memory.
     struct Segment {
         const WTokenSource* source;
@@ -196,6 +197,7 @@ private:
         std::size_t first;   // place in the table
         std::size_t count;
     };
+    /// @endcond
 
     void AddSegment(const WTokenSource& source);
     /// The block that a token lies in; null for a caller's token.

@@ -92,6 +92,7 @@ protected:
     void InitializeIcons();
 
 private:
+    /// @cond
     class WorkspaceFiles final : public IWorkspaceFiles {
     public:
         explicit WorkspaceFiles(WorkspaceManagerCore* owner) : m_owner(owner) { }
@@ -105,6 +106,7 @@ private:
     private:
         WorkspaceManagerCore* m_owner;
     };
+    /// @endcond
 
     void CleanTemporaryIconFolder();
     bool ReadKey(const TvlString& name, TvlString& text) const;

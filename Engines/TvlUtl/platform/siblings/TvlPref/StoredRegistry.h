@@ -83,11 +83,13 @@ public:
     std::size_t OpenKeys() const;
 
 private:
+    /// @cond
     struct OpenKey {
         RegistryStore::KeyId id = 0;
         std::wstring path;
         DWORD access = 0;
     };
+    /// @endcond
 
     LONG FullPath(HKEY key, const wchar_t* path, std::wstring& full) const;
     LONG Find(HKEY key, DWORD access, OpenKey& found);

@@ -100,11 +100,13 @@ public:
 
 private:
     static constexpr std::size_t kCapacity = 16;   // more than our own elements have; the rest is searched for
-    struct Attribute {                             // without initial values: most of the room stays unused
+    /// @cond
+    struct Attribute {   // without initial values: most of the room stays unused
         const char* name;
         std::size_t nameSize;
         const char* value;
     };
+    /// @endcond
 
     /// The value of an attribute of a name; null data when there is none.
     std::string_view Find(std::string_view name) const;
