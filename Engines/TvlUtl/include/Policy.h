@@ -4,6 +4,7 @@
 #include "TvlUtlApi.h"
 #include "siblings/TvlPlatform/TvlString.h"
 
+/// What the library offers by names of its own; plain exports and the older classes stand outside.
 namespace TvlUtl {
 
 // Machine-wide switches: text values of the product key under HKEY_LOCAL_MACHINE, read anew by every call. Words

@@ -3,6 +3,7 @@
 
 #include "TvlUtlApi.h"
 
+/// Consents of the user.
 namespace TvlUtl::Privacy {
 
 // The getters give 0 or 1; any value but 0 turns a consent on. Nothing in this library asks them before it sends: trackers

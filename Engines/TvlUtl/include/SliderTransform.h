@@ -7,6 +7,7 @@
 
 #include "TvlUtlApi.h"
 
+/// The classes of slider mappings, under the name by which controls link them.
 namespace Framework::UI::Experimental {
 
 /// What a slider control asks of a transformation. Slot order is part of the interface.

@@ -9,6 +9,7 @@
 #include <map>
 #include <memory>
 
+/// What the user does, on its way to the trackers.
 namespace Framework::Tracking {
 
 /// Names a tracker. The values belong to the applications.

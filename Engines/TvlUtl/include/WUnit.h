@@ -11,6 +11,7 @@
 class UnitWords;
 struct WParseDiagnosis;
 
+/// Interfaces between the framework of the user interface and the libraries below it.
 namespace Framework {
 
 /// What text fields need of a set of units. Slot order is part of the interface.

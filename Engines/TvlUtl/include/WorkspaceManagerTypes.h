@@ -19,6 +19,7 @@ enum UserInteractionMode_t : int {
 /// @param window a window of the application, whose monitor tells on systems where modes differ; may be null
 TVLUTL_API UserInteractionMode_t CurrentUserInteractionMode(HWND window);
 
+/// Types that workspace managers give and take.
 namespace WorkspaceManagerTypes {
 
 /// How an operation ended. The numbers are relied on.

@@ -10,6 +10,7 @@
 #include <set>
 #include <vector>
 
+/// Drawing scales and their presets.
 namespace TvlUtl::WorldScale {
 
 /// One scale with its label. A value; what it was made with stays.

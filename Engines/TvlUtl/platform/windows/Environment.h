@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+/// Everything that the library asks the operating system: one class for each subject, which tests can replace.
+/// docs/porting.md tells how to write another side.
 namespace Ports {
 
 /// What surrounds the process and does not change while it runs.

@@ -6,6 +6,8 @@
 #include "ScratchFolder.h"
 #include "siblings/TvlPlatform/TvlString.h"
 
+/// Surroundings for tests of applications: folders, registry, locale and windows that are no real ones. docs/test-kit.md
+/// has an example.
 namespace TvlTestKit {
 
 /// TVL_USER_DIR is the folder "user" of the world's own folder, and the registry is empty and in memory: nothing of the

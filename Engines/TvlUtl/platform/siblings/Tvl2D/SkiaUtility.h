@@ -3,6 +3,7 @@
 
 #include "siblings/SiblingsApi.h"
 
+/// Switches of the drawing library.
 namespace SkiaUtility {
 
 /// What texts are drawn for.

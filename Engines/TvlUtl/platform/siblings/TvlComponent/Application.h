@@ -40,6 +40,7 @@ public:
     /// @}
 };
 
+/// What the libraries know of the application that they run in.
 namespace TvlComponent {
 
 /// The application, or null before it gave its interface.
@@ -47,6 +48,7 @@ TVLSIBLINGS_API ITovelCmn_App* GetAppInterface();
 /// Gives the application's interface; null takes it back. The application keeps ownership.
 TVLSIBLINGS_API void SetAppInterface(ITovelCmn_App* application);
 
+/// Messages to the user, which wait until they are read.
 namespace MessageMgr {
 
 /// Shows a message through the application, which must be there.

@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+/// Events for the analytics service: what they are made of, and the files that they wait in.
 namespace ProductAnalytics {
 
 /// One event of a file.

@@ -1,6 +1,7 @@
 // What the user lets the suite tell about the use of it: names of the preferences, which are true unless they are changed.
 #pragma once
 
+/// Names of the preferences that consents are kept under.
 namespace Privacy {
 
 /// @{

@@ -7,6 +7,7 @@
 #include <mutex>
 #include <string>
 
+/// Switches of features, and what they call in the library.
 namespace FeatureManagement {
 
 /// A switch, known by its key.
@@ -15,6 +16,7 @@ struct Feature {
     bool isOnByDefault;    // what IsEnabled gives before anybody has switched it
 };
 
+/// The switches that the library asks.
 namespace Features {
 
 /// Measures in pixels show decimals. Off by default.

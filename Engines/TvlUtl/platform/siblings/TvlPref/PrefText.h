@@ -3,6 +3,7 @@
 
 #include "siblings/TvlPref/PrefStore.h"
 
+/// Preferences as texts.
 namespace TvlPref {
 
 /// The text of a value: "1" or "0"; the text itself; for a list each text with a line feed behind it, "\\" before a

@@ -11,6 +11,7 @@
 #include <unordered_map>
 #include <vector>
 
+/// The registry: the calls that the suite makes, and stores of our own behind them.
 namespace PREFUTILS {
 
 /// One value as it is stored: text types hold UTF-16LE.

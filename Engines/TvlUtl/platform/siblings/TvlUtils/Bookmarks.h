@@ -28,6 +28,7 @@ public:
     virtual bool StartAccess(const TvlString& path, const TvlString& name) = 0;
 };
 
+/// The grants of BookmarkProvider::Get, by functions.
 namespace Bookmark {
 
 /// BookmarkProvider::Supported of the system's grants.

@@ -12,6 +12,7 @@
 #include <system_error>
 #include <vector>
 
+/// Files and folders, as the stand-ins and the library reach them.
 namespace TvlUtils::SystemIO {
 
 /// How a file operation ended: true for success, else the reason.

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <optional>
 
+/// Digests, none of which protects anything.
 namespace TvlUtils::Hash {
 
 /// In the order of RFC 1321, the first byte first.

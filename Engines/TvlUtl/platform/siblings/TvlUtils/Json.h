@@ -11,6 +11,7 @@
 #include <variant>
 #include <vector>
 
+/// JSON as values; for reading alone.
 namespace TvlUtils::Json {
 
 struct Value;

@@ -11,6 +11,7 @@
 /// The operating system's interface of a stream (objidl.h), by pointer alone: sibling libraries hand it to each other.
 struct IStream;
 
+/// What every library of the suite uses: threads, events, streams, times and identifiers.
 namespace TvlUtils {
 
 /// Where Seek counts from.

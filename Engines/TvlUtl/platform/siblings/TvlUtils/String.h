@@ -4,6 +4,7 @@
 #include "siblings/SiblingsApi.h"
 #include "siblings/TvlPlatform/TvlString.h"
 
+/// Operations on texts that depend on no locale.
 namespace TvlUtils::String {
 
 /// "true" or "false".

@@ -5,6 +5,7 @@
 
 #include <memory>
 
+/// What controls of the user interface ask for.
 namespace Framework::UI {
 
 /// What keys are down while a message is handled. For the user interface thread.
@@ -21,6 +22,7 @@ public:
     virtual bool IsKeyDown(int virtualKey) const = 0;
 };
 
+/// What stands behind the interfaces on one system.
 namespace Win32Detail {
 
 /// A context over the keyboard of the machine.

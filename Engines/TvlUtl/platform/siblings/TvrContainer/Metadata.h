@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 
+/// Properties of documents; the schemas have their names.
 namespace Metadata {
 
 /// Types of values, with what an Any holds of them.
