@@ -20,6 +20,7 @@ enum eFileRead : int {
 /// Functions that return int give 1 for success and 0 for failure.
 class TVLUTL_API CExifTag {
 public:
+    /// All zeroes.
     CExifTag() = default;
     /// Frees `data`.
     ~CExifTag();
@@ -93,6 +94,7 @@ private:
 /// of thumbnails and of GPS data are not read. Functions that return int give 1 for success and 0 for failure.
 class TVLUTL_API CExif {
 public:
+    /// Without tags and without a file.
     CExif() = default;
     /// Deletes the tags, and the file that SetTempFileName named.
     ~CExif();

@@ -32,9 +32,9 @@ public:
     /// Display name to new and old folder.
     using Moves = std::map<TvlString, std::pair<TvlString, TvlString>>;
 
-    CFileLocations() = default;
     /// @{
     /// There is nothing in an object: everything is static.
+    CFileLocations() = default;
     CFileLocations(const CFileLocations&) = default;
     CFileLocations(CFileLocations&&) = default;
     CFileLocations& operator=(const CFileLocations&);

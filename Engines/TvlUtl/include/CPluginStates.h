@@ -11,9 +11,9 @@
 /// time.
 class TVLUTL_API CPluginStates {
 public:
-    CPluginStates() = default;
     /// @{
     /// There is nothing in an object: everything is static.
+    CPluginStates() = default;
     CPluginStates(const CPluginStates&) = default;
     CPluginStates(CPluginStates&&) = default;
     CPluginStates& operator=(const CPluginStates&);

@@ -16,11 +16,12 @@ class TVLUTL_API CpuID : public TvlUtils::Singleton<CpuID, 0> {
 public:
     /// Features that have a name in GetFeatureName.
     enum EFeature : int {
-        eSSSE3 = 1,
-        eAVX = 2,
-        eAVX2 = 3,
+        eSSSE3 = 1,   ///< "SSSE3"
+        eAVX = 2,     ///< "AVX"
+        eAVX2 = 3,    ///< "AVX2"
     };
 
+    /// Asks the processor. For objects of a test; others ask the one that GetInstance gives.
     CpuID();
 
     // Whether the processor has a feature, without regard to preferences; false on a machine that can't be asked.

@@ -7,8 +7,8 @@
 
 /// When a hook runs.
 enum EHookStage : int {
-    eHookStageStartup = 0,
-    eHookStageShutdown = 1,
+    eHookStageStartup = 0,    ///< the application starts
+    eHookStageShutdown = 1,   ///< the application stops
 };
 
 /// Keeps the hooks. One thread: no call takes a lock, and a hook must not add or remove hooks while hooks run.
@@ -19,8 +19,8 @@ public:
 
     /// Sort key of hooks; other values serve as well. Early hooks form a group of their own.
     enum EPriority : int {
-        eEarly = 0,
-        eDefault = 2,
+        eEarly = 0,     ///< a group of their own, which the host runs apart
+        eDefault = 2,   ///< where nothing else is asked for
     };
 
     /// The registrar of the process, made on first use.

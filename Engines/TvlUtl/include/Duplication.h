@@ -13,9 +13,9 @@ class IDuplicationContext;
 /// An object that can copy itself.
 class TVLUTL_API IDuplicatable {
 public:
-    IDuplicatable() = default;
     /// @{
-    /// There is no state to copy.
+    /// There is no state here.
+    IDuplicatable() = default;
     IDuplicatable(const IDuplicatable&) = default;
     IDuplicatable& operator=(const IDuplicatable&) = default;
     /// @}
@@ -42,9 +42,9 @@ public:
 /// The record of what has been copied so far, passed along the whole copy. For one thread at a time.
 class TVLUTL_API IDuplicationContext {
 public:
-    IDuplicationContext();
     /// @{
-    /// There is no state here to copy.
+    /// There is no state here.
+    IDuplicationContext();
     IDuplicationContext(const IDuplicationContext&);
     IDuplicationContext& operator=(const IDuplicationContext&);
     /// @}
@@ -78,6 +78,7 @@ protected:
 /// included, it needs little stack.
 class TVLUTL_API DuplicationContextImpl {
 public:
+    /// Nothing has been copied.
     DuplicationContextImpl();
     /// A copy is for reading: both would delete what is not detached. On failure of an assignment the target is as it
     /// was; what is taken out of it is not deleted.
@@ -121,6 +122,7 @@ private:
 /// so that they see what a derived class overrides.
 class TVLUTL_API DuplicationContext : public IDuplicationContext {
 public:
+    /// Nothing has been copied.
     DuplicationContext();
     /// @{
     /// As a copy of the engine: for reading alone.

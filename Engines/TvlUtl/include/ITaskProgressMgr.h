@@ -7,13 +7,13 @@ namespace TvlUtl {
 
 /// Which tasks a count takes in; other values take in all.
 enum ETaskState : int {
-    eTaskStateAny = 0,
-    eTaskStateCancelled = 1,
-    eTaskStateFailed = 2,
-    eTaskStateSound = 3,   ///< neither cancelled nor in error
-    eTaskStateCancelledOrFailed = 4,
-    eTaskStateNotFailed = 5,
-    eTaskStateNotCancelled = 6,
+    eTaskStateAny = 0,                 ///< every task
+    eTaskStateCancelled = 1,           ///< Cancel was called
+    eTaskStateFailed = 2,              ///< SetError was called
+    eTaskStateSound = 3,               ///< neither cancelled nor in error
+    eTaskStateCancelledOrFailed = 4,   ///< either, or both
+    eTaskStateNotFailed = 5,           ///< not in error, cancelled or not
+    eTaskStateNotCancelled = 6,        ///< not cancelled, in error or not
 };
 
 /// Registers tasks in groups, tells listeners of them and cleans up when they end. Any thread may call. An unknown group

@@ -19,10 +19,10 @@ class WXmlNode;
 enum PaperType : std::int32_t {
     kPaperCustom = 0,   ///< any size
     kPaperNone = 1,     ///< no dimensions
-    kPaperLetter = 3,
-    kPaperLegal = 4,
-    kPaperA3 = 14,
-    kPaperA4 = 15,
+    kPaperLetter = 3,   ///< 8.5 by 11 inches
+    kPaperLegal = 4,    ///< 8.5 by 14 inches
+    kPaperA3 = 14,      ///< 297 by 420 millimetres
+    kPaperA4 = 15,      ///< 210 by 297 millimetres
 };
 /// Predefined papers in a complete store, and the first place of custom ones.
 constexpr int kPaperTypeCount = 149;

@@ -13,6 +13,7 @@ namespace Framework::UI::Experimental {
 /// What a slider control asks of a transformation. Slot order is part of the interface.
 class TVLUTL_API WICmnUISliderTransform {
 public:
+    /// There is no state here.
     WICmnUISliderTransform();
     virtual ~WICmnUISliderTransform();
 

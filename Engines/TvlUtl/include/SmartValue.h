@@ -14,6 +14,7 @@
 /// One value for each of some units.
 class TVLUTL_API WUnitValuePair {
 public:
+    /// Without values.
     WUnitValuePair();
     /// @{
     /// Copies are objects of their own.
@@ -60,6 +61,7 @@ private:
 /// A default in several units, with the increments that go with it.
 class TVLUTL_API WSmartUnitValue {
 public:
+    /// Without values and increments.
     WSmartUnitValue();
     /// @{
     /// Copies are objects of their own.

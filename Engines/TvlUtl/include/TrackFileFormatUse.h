@@ -158,6 +158,7 @@ private:
 /// through handles of its own; a local one belongs to one scope.
 class TVLUTL_API TrackFileFormatUse {
 public:
+    /// An empty handle.
     TrackFileFormatUse() = default;
 
     // An empty path or context gives an empty handle.
@@ -228,6 +229,7 @@ private:
 /// Refers to a record without keeping it alive.
 class TVLUTL_API TrackFileFormatUseWeak {
 public:
+    /// Refers to no record.
     TrackFileFormatUseWeak() = default;
     /// @{
     /// Refers to the handle's record, or to none.

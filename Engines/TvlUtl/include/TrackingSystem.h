@@ -55,6 +55,7 @@ namespace Framework::Tracking {
 /// Whether the user shares anything is for the trackers to ask, see Privacy.h.
 class TVLUTL_API TrackingSystem : public TvlUtils::Singleton<TrackingSystem, 0> {
 public:
+    /// Without trackers.
     TrackingSystem();
     /// Releases the trackers, the first one first.
     ~TrackingSystem();

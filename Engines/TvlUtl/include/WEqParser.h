@@ -23,8 +23,8 @@ enum WTokenFlags : unsigned {
     kTokensLogarithms = 4,     ///< log, ln, sqrt
     kTokensTrigonometry = 8,   ///< sin to acot
     kTokensHyperbolic = 16,    ///< sinh, cosh, tanh
-    kTokensAll = 31,
-    kTokensUnits = 256,   ///< unit words and the list separator; StringToValue alone
+    kTokensAll = 31,           ///< all of these; no unit words
+    kTokensUnits = 256,        ///< unit words and the list separator; StringToValue alone
 };
 
 /// A piece of an expression: what it looks like, how strongly it binds and what it does to the values.
@@ -95,7 +95,7 @@ public:
 
 /// Why a text has no value.
 enum class WParseProblem : int {
-    None = 0,
+    None = 0,           ///< it has a value
     UnknownText,        ///< no token begins here
     ValueExpected,      ///< an operator, function or bracket has nothing to work on
     OperatorExpected,   ///< a value stands behind a value
@@ -146,6 +146,7 @@ public:
     ~WEqParser();
 
 protected:
+    /// Without a text and tokens, for derived classes to load.
     WEqParser();
     /// The next token, cut from the equation; null for a text that no token knows.
     virtual WToken* GetToken();

@@ -41,6 +41,7 @@ enum UnitTextForm : unsigned {
 /// Names are given as resource keys; a key without a text, and an empty one, give no name.
 class TVLUTL_API WUntiDef {
 public:
+    /// Id 0 and no values, until Load or Define.
     WUntiDef() = default;
     virtual ~WUntiDef() = default;
     /// Takes the values of the built-in measure with this object's id.
@@ -136,6 +137,7 @@ public:
 /// WUnit. Operations load the definitions that they use.
 class TVLUTL_API WUnitCollection {
 public:
+    /// Without definitions, until Initialise.
     WUnitCollection() = default;
     virtual ~WUnitCollection() = default;
     /// Whether a text is exactly a name of any of the definitions.
@@ -198,6 +200,7 @@ public:
 /// Fractions over 2, 4, 8 up to 128.
 class TVLUTL_API WUnitRationalBase2 : public WUnitRational {
 public:
+    /// Without definitions, until Initialise.
     WUnitRationalBase2();
     ~WUnitRationalBase2() override = default;
     WUnitRationalBase2(const WUnitRationalBase2&) = delete;
@@ -229,6 +232,7 @@ struct UnitMap {
 /// interface thread.
 class TVLUTL_API WUnit : public Framework::IUnit {
 public:
+    /// Without definitions and displays.
     WUnit();
     /// Copies share the objects, and both would delete them: only a WUnit without definitions may be copied safely.
     WUnit(const WUnit&);

@@ -17,6 +17,7 @@
 /// Failures of the registry and of files are not reported: what is missing is replaced by defaults.
 class TVLUTL_API WorkspaceManagerCore : public virtual IWorkspaceManagerCore {
 public:
+    /// Without workspaces, until Initialize.
     WorkspaceManagerCore();
     WorkspaceManagerCore(const WorkspaceManagerCore&) = delete;
     WorkspaceManagerCore& operator=(const WorkspaceManagerCore&) = delete;

@@ -11,8 +11,8 @@
 
 /// What the device is used with.
 enum UserInteractionMode_t : int {
-    kDesktopInteraction = 0,
-    kTabletInteraction = 1,
+    kDesktopInteraction = 0,   ///< mouse and keyboard
+    kTabletInteraction = 1,    ///< fingers or a pen
 };
 
 /// The mode that the system is in now.
@@ -30,8 +30,8 @@ enum class Result : int {
     CreateFailed = 3,       ///< the new workspace can't be made
     WorkspaceInvalid = 4,   ///< the path names no workspace
     DefaultProtected = 5,   ///< default workspaces are not deleted
-    FileNotWritable = 6,
-    ChangeFailed = 7,   ///< the application refused the change; it works with the workspace that it had
+    FileNotWritable = 6,    ///< the file of the workspace to be deleted can't be written
+    ChangeFailed = 7,       ///< the application refused the change; it works with the workspace that it had
 };
 
 /// How the device is held: stored and compared alone.

@@ -16,6 +16,7 @@ struct DialogRect {
     int width = 0;    // from left to right
     int height = 0;   // from top to bottom
 
+    /// Place and size alike.
     friend bool operator==(const DialogRect&, const DialogRect&) = default;
 };
 

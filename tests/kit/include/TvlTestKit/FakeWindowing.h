@@ -21,6 +21,7 @@ public:
         UINT style;             ///< MB_... bits of the call
     };
 
+    /// Puts the recorder in place of the system's windows.
     FakeWindowing() { SetForTests(this); }
     ~FakeWindowing() override { SetForTests(nullptr); }
 
@@ -54,16 +55,16 @@ public:
     void PumpMessages(HWND) override { calls.push_back(L"pump"); }
     void Destroy(HWND) override { calls.push_back(L"destroy"); }
 
-    std::vector<Box> boxes;             ///< in the order in which they were shown
-    std::vector<UINT> beeps;            ///< types of the sounds
-    std::vector<std::wstring> calls;    ///< the other calls, such as L"activate" or L"create 10,20"
-    std::set<HWND> gone;                ///< handles of windows that were destroyed
-    bool canLock = true;                ///< what LockUpdate answers
-    int answer = 1;                     ///< the button that every box is closed with
-    HWND visible = nullptr;             ///< the window that counts as visible
-    HWND created = nullptr;             ///< what CreateStatic gives
-    HWND active = nullptr;              ///< the window that is active
-    Ports::WindowRect foreground;       ///< of the window in the foreground
+    std::vector<Box> boxes;            ///< in the order in which they were shown
+    std::vector<UINT> beeps;           ///< types of the sounds
+    std::vector<std::wstring> calls;   ///< the other calls, such as L"activate" or L"create 10,20"
+    std::set<HWND> gone;               ///< handles of windows that were destroyed
+    bool canLock = true;               ///< what LockUpdate answers
+    int answer = 1;                    ///< the button that every box is closed with
+    HWND visible = nullptr;            ///< the window that counts as visible
+    HWND created = nullptr;            ///< what CreateStatic gives
+    HWND active = nullptr;             ///< the window that is active
+    Ports::WindowRect foreground;      ///< of the window in the foreground
 };
 
 }   // namespace TvlTestKit

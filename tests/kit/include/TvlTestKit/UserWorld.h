@@ -14,6 +14,7 @@ namespace TvlTestKit {
 /// machine's user is read or written. Names of files and folders count from the world's folder.
 class UserWorld {
 public:
+    /// Makes the folder and puts the registry in place.
     UserWorld();
 
     /// A path in the world's folder. Slashes become the system's separators.

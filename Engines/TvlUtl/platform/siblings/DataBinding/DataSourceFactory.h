@@ -14,6 +14,7 @@ TVLSIBLINGS_API TvlString DataSourceName(const std::type_info& type);
 template <class Source>
 class DataSourceFactory final : public IDataSourceFactory {
 public:
+    /// Adds the factory to the register.
     DataSourceFactory() { IDataSourceRegistrar::GetInstance().AddFactory(*this); }
     ~DataSourceFactory() { IDataSourceRegistrar::GetInstance().RemoveFactory(*this); }
     DataSourceFactory(const DataSourceFactory&) = delete;

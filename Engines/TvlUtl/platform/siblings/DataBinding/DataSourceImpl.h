@@ -16,6 +16,7 @@ public:
     /// Takes a property's new value, of whatever type; an empty one does nothing.
     using Setter = TvlUtils::basic_safe_function<void(const DataSourceValue&)>;
 
+    /// Without properties and without a provider.
     DataSourceImpl();
     ~DataSourceImpl() override;
     DataSourceImpl(const DataSourceImpl&) = delete;

@@ -8,9 +8,9 @@ namespace SkiaUtility {
 
 /// What texts are drawn for.
 enum class TextRendering {
-    Standard,
-    FarEast,   ///< fonts are looked for that have the characters of Japanese, Korean and traditional Chinese
-    Chinese,   ///< the same for simplified Chinese, whose characters look different
+    Standard,   ///< the fonts that texts name
+    FarEast,    ///< fonts are looked for that have the characters of Japanese, Korean and traditional Chinese
+    Chinese,    ///< the same for simplified Chinese, whose characters look different
 };
 
 // For the application's start, before the first text is drawn. Any thread may call.

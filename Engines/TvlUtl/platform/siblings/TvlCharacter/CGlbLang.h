@@ -7,6 +7,7 @@
 /// A language by its code: three ASCII characters, such as "ENU", the first one in the lowest byte. 0 is no language.
 class TVLSIBLINGS_API CGlbLang {
 public:
+    /// No language.
     constexpr CGlbLang() = default;
     /// The language of a code, which is not checked.
     explicit constexpr CGlbLang(ULONG code) : m_code(code) { }
@@ -37,8 +38,11 @@ public:
     /// Whether the language is written from right to left.
     bool IsRTL() const;
 
+    /// @{
+    /// By code, the number and not the letters.
     friend constexpr bool operator==(CGlbLang, CGlbLang) = default;
     friend constexpr auto operator<=>(CGlbLang, CGlbLang) = default;
+    /// @}
 
 private:
     ULONG m_code = 0;

@@ -13,14 +13,14 @@ namespace ProductAnalytics {
 
 /// What a group tells of.
 enum class PropertyGroup : int {
-    Document,
-    File,
-    VariableOutline,
-    PainterlyBrush,
-    Objects,
-    Bitmap,
-    Text,
-    GenAi,
+    Document,          ///< AddDocumentProperties
+    File,              ///< AddDocumentFileProperties
+    VariableOutline,   ///< AddVariableOutlineProperties
+    PainterlyBrush,    ///< AddPainterlyBrushProperties
+    Objects,           ///< AddObjectsProperties
+    Bitmap,            ///< AddBitmapProperties
+    Text,              ///< AddTextProperties
+    GenAi,             ///< AddGenAiProperties
 };
 
 /// The properties that a group writes, in the order of the arguments of its function.

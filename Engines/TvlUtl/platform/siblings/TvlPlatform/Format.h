@@ -17,9 +17,10 @@ namespace TvlPlatform {
 /// One argument of a printf form. Refers to text, does not own it.
 class FormatArgument {
 public:
-    /// What an argument is, whatever the form takes it for.
+    /// What an argument is, whatever the form takes it for; None is no argument.
     enum class Kind { None, Signed, Unsigned, Float, Wide, Narrow, Pointer };
 
+    /// No argument: any conversion prints nothing of it.
     FormatArgument() = default;
     /// An integer of any width, a bool, a character or an enumerator.
     template <class T>

@@ -28,6 +28,7 @@ class TvlStringT {
 public:
     static constexpr int npos = -1;   ///< no position
 
+    /// An empty text.
     TvlStringT() = default;
     /// A null pointer is an empty text.
     TvlStringT(const C* text) : m_text(text ? text : EmptyText()) { }
@@ -171,13 +172,19 @@ public:
         return *this;
     }
 
+    /// @{
+    /// By units, without regard to what they mean; a null pointer is not allowed.
     friend bool operator==(const TvlStringT& a, const TvlStringT& b) { return a.m_text == b.m_text; }
     friend bool operator==(const TvlStringT& a, const C* b) { return a.m_text == b; }
     friend auto operator<=>(const TvlStringT& a, const TvlStringT& b) { return a.m_text <=> b.m_text; }
+    /// @}
+    /// @{
+    /// One text behind the other; a null pointer is an empty text.
     friend TvlStringT operator+(TvlStringT a, const TvlStringT& b) { return std::move(a += b); }
     friend TvlStringT operator+(TvlStringT a, const C* b) { return std::move(a += TvlStringT(b)); }
     friend TvlStringT operator+(const C* a, const TvlStringT& b) { return TvlStringT(a) += b; }
     friend TvlStringT operator+(TvlStringT a, C b) { return std::move(a += b); }
+    /// @}
 
 private:
     static const C* EmptyText()
@@ -194,6 +201,7 @@ private:
 template <class C>
 class TvlStringViewT {
 public:
+    /// An empty text.
     TvlStringViewT() = default;
     /// @{
     /// Refers to text that lives as long as the view; null is an empty one.
@@ -232,8 +240,11 @@ public:
     /// Compare by simple case folding.
     int CompareNoCase(TvlStringViewT other) const { return Compare(other, CompareCase::Insensitive); }
 
+    /// @{
+    /// By units, without regard to what they mean.
     friend bool operator==(TvlStringViewT a, TvlStringViewT b) { return a.m_text == b.m_text; }
     friend auto operator<=>(TvlStringViewT a, TvlStringViewT b) { return a.m_text <=> b.m_text; }
+    /// @}
 
 private:
     std::basic_string_view<C> m_text;

@@ -7,7 +7,7 @@ namespace PREFUTILS {
 
 /// Win32 status codes that the registry gives.
 enum RegistryStatus : LONG {
-    kRegistryOk = 0,
+    kRegistryOk = 0,                  // ERROR_SUCCESS
     kRegistryNotFound = 2,            // ERROR_FILE_NOT_FOUND
     kRegistryAccessDenied = 5,        // ERROR_ACCESS_DENIED
     kRegistryInvalidHandle = 6,       // ERROR_INVALID_HANDLE

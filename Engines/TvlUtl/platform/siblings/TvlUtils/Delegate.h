@@ -35,6 +35,7 @@ public:
 
     /// Calls the stub, and passes on what it throws.
     Result operator()(Args... args) const { return m_stub(m_object, args...); }
+    /// Whether both words are equal.
     friend bool operator==(const Delegate&, const Delegate&) = default;
 
 private:

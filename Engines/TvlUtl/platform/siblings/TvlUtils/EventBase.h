@@ -51,6 +51,7 @@ public:
     /// @param sender who raised the event, as its class tells; the pointer has that class's type
     using Handler = std::function<void(void* sender)>;
 
+    /// Without handlers.
     EventBase() = default;
     ~EventBase();
     EventBase(const EventBase&) = delete;

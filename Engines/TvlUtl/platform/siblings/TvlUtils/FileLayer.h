@@ -65,9 +65,9 @@ public:
 
 /// What an entry of a folder is.
 enum class FileKind {
-    File,
-    Folder,
-    Other,   ///< a device, a pipe and the like
+    File,     ///< a regular file
+    Folder,   ///< what List can look into
+    Other,    ///< a device, a pipe and the like
 };
 
 /// What the file system tells of a path.

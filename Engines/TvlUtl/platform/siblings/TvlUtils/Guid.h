@@ -10,6 +10,7 @@ namespace TvlUtils {
 /// A GUID as a value.
 class TVLSIBLINGS_API Guid {
 public:
+    /// Nil.
     Guid() = default;
     /// The same identifier.
     explicit Guid(const GUID& value) : m_value(value) { }

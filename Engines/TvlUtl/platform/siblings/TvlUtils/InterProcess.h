@@ -34,11 +34,11 @@ public:
 
 /// How an InterProcessMutex was taken, or not.
 enum class MutexState {
-    Taken,
+    Taken,   ///< the caller owns it
     /// It is taken, and whoever had it last ended without giving it back: what the mutex guards may be half done.
     TakenFromTheDead,
-    TimedOut,
-    Failed,   ///< the system refuses it
+    TimedOut,   ///< another owned it all the time
+    Failed,     ///< the system refuses it
 };
 
 /// A mutex between the threads of all processes of the user that hold it by its name. Its owner may take it again, and

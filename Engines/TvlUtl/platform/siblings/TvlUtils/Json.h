@@ -21,6 +21,7 @@ using Array = std::vector<Value>;
 /// Members by name. Of a name that stands there twice the later value counts.
 class TVLSIBLINGS_API Object {
 public:
+    /// Without members.
     Object();
     /// @{
     /// Members are copied, or taken over.

@@ -8,7 +8,7 @@
 
 namespace TvlUtils {
 
-/// How grave a line is.
+/// How grave a line is: what went as it should, what was worked around, what could not be done.
 enum class LogLevel : int { Info = 0, Warning = 1, Error = 2 };
 
 /// Writes one line to the log: the receiver set by SetLogReceiver, or else standard error and the debugger.

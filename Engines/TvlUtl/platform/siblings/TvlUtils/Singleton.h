@@ -49,6 +49,7 @@ public:
     static void StaticFinalizer();
 
 protected:
+    /// For the derived class alone.
     Singleton();
     /// Makes the object.
     static T* CreateInstance();

@@ -16,8 +16,8 @@ namespace TvlUtils {
 
 /// Where Seek counts from.
 enum class SeekOrigin : int {
-    Start = 0,
-    Current = 1,
+    Start = 0,     ///< the first byte
+    Current = 1,   ///< the present position
 };
 
 /// What a stream reads from and writes to. One object belongs to one thread at a time.
@@ -40,8 +40,8 @@ public:
 
 /// Which operations a stream over a file is for.
 enum class StreamAccess {
-    Read,
-    ReadWrite,
+    Read,        ///< writing fails
+    ReadWrite,   ///< both
 };
 
 /// A value: copies refer to the same source and share its position. The source ends with its last copy.

@@ -21,10 +21,10 @@ TVLSIBLINGS_API double DblFromString(const TvlString& text);
 
 /// Sets of characters that can be added up.
 enum class CharacterSet : unsigned {
-    CapitalLetters = 1,   ///< A to Z
-    SmallLetters = 2,     ///< a to z
-    Digits = 4,           ///< 0 to 9
-    LettersAndDigits = 7,
+    CapitalLetters = 1,     ///< A to Z
+    SmallLetters = 2,       ///< a to z
+    Digits = 4,             ///< 0 to 9
+    LettersAndDigits = 7,   ///< all of these
 };
 
 /// Whether a text has nothing but characters of `set` and of `extra`. An empty text has nothing else.

@@ -11,6 +11,7 @@ namespace TvlUtils {
 /// on first use. It must be free when it is destroyed.
 class TVLSIBLINGS_API ThreadLock {
 public:
+    /// Nobody has it.
     ThreadLock() = default;
     ~ThreadLock();
     ThreadLock(const ThreadLock&) = delete;

@@ -15,6 +15,7 @@ enum class TimeZone : int {
 /// A point in time, to 100 nanoseconds.
 class Time {
 public:
+    /// The start of 1970, in UTC.
     Time() = default;
     /// Rounded down to 100 nanoseconds.
     explicit Time(std::chrono::sys_time<std::chrono::nanoseconds> time)
@@ -37,6 +38,7 @@ class TimeDelta {
 public:
     static constexpr long long kTicksPerSecond = 10'000'000;   ///< of 100 nanoseconds
 
+    /// No time at all.
     constexpr TimeDelta() = default;
     /// So many ticks.
     explicit constexpr TimeDelta(long long ticks) : m_ticks(ticks) { }
@@ -49,6 +51,7 @@ public:
         m_ticks += other.m_ticks;
         return *this;
     }
+    /// From `b` to `a`.
     friend constexpr TimeDelta operator-(TimeDelta a, TimeDelta b) { return TimeDelta(a.m_ticks - b.m_ticks); }
     /// The longer span is the greater.
     auto operator<=>(const TimeDelta&) const = default;
@@ -60,6 +63,7 @@ private:
 /// A point in time for measuring how long something takes: changes of the clock on the wall don't touch it.
 class TimeTicks {
 public:
+    /// The point that all others count from.
     TimeTicks() = default;
     /// The time of this moment. Any thread may call.
     static TimeTicks Now()
@@ -70,6 +74,7 @@ public:
         return now;
     }
 
+    /// From `b` to `a`.
     friend TimeDelta operator-(TimeTicks a, TimeTicks b) { return TimeDelta(a.m_ticks - b.m_ticks); }
     /// The later time is the greater.
     auto operator<=>(const TimeTicks&) const = default;

@@ -19,8 +19,8 @@ class ZipFile {
 public:
     /// What a container is opened for; a file that is opened for reading is never written.
     enum class OpenMode : int {
-        Read = 0,
-        ReadWrite = 1,
+        Read = 0,        ///< what would change it fails
+        ReadWrite = 1,   ///< changes are kept until Close
     };
 };
 

@@ -7,6 +7,7 @@
 /// A document or a template.
 class TVLSIBLINGS_API TvrContainer : public DocContainer {
 public:
+    /// No container: false, and every operation fails.
     TvrContainer() = default;
 
     /// Opens an existing document. Nothing is resolved here: the resolver and what stands behind the mode are of no effect.

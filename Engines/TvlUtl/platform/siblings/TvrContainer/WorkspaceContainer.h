@@ -6,6 +6,7 @@
 /// One workspace.
 class TVLSIBLINGS_API WorkspaceContainer : public DocContainer {
 public:
+    /// No container: false, and every operation fails.
     WorkspaceContainer() = default;
 
     /// Opens an existing workspace. For writing, a file that is marked read-only is refused.
