@@ -45,7 +45,7 @@ struct std::hash<TrackFileFormatUseDurationMarker> {
 /// What is known of one operation on one file. Setters give the record, so that calls can be chained.
 class TVLUTL_API TrackFileFormatUseData {
 public:
-    /// When each marker was passed, counted from the start of the stopwatch.
+    /// What MarkDuration has kept for each marker.
     using Markers = std::unordered_map<TrackFileFormatUseDurationMarker, TvlUtils::TimeDelta>;
 
     /// A record that knows no more than this. Its stopwatch runs at once where the context is "Open" or
@@ -72,7 +72,7 @@ public:
     const TvlStringT<wchar_t>& GetExportedRange() const { return m_exportedRange; }
     /// Path of the copy that was saved automatically; empty for none.
     const TvlStringT<wchar_t>& GetAutoSaveFilePath() const { return m_autoSaveFilePath; }
-    /// Resolution of an exported bitmap in the filter's unit, dots per inch as a rule; 0 for none.
+    /// Resolution of an exported bitmap, as the code that exports gives it; 0 for none.
     int GetExportFileResolution() const { return m_exportFileResolution; }
     /// Why the operation failed; no text while it has not.
     const std::optional<TvlStringT<wchar_t>>& GetErrorMessage() const { return m_errorMessage; }

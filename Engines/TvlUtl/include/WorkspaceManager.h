@@ -18,7 +18,8 @@ public:
     /// For the application, while it is told of a change: the change is given up.
     virtual void SetWorkspaceChangedFailed() = 0;
     /// @{
-    /// Full path of the workspace that stands in on the desktop; empty until it is set, and not looked at.
+    /// Full path of the workspace that stands in on the desktop, which is not checked: Initialize takes it from the
+    /// registry, or else "_default", and a change of the current workspace in this mode makes that the default.
     virtual void SetDefaultDesktopWorkspace(const TvlString& path) = 0;
     virtual TvlString GetDefaultDesktopWorkspace() const = 0;
     /// @}
@@ -29,7 +30,7 @@ public:
     /// @}
     /// Whether a change of the mode of interaction changes the workspace.
     virtual void SetTabletModeWorkspaceToggling(bool on) = 0;
-    /// What SetTabletModeWorkspaceToggling took last; false at the start.
+    /// What SetTabletModeWorkspaceToggling took last; before that what Initialize found in the registry, true for nothing.
     virtual bool GetTabletModeWorkspaceToggling() const = 0;
     /// Kept for the application: whether the user is choosing a workspace now.
     virtual void SetWorkspaceSelectionChanging(bool changing) = 0;
@@ -48,7 +49,7 @@ public:
         const TvlString& path, WorkspaceFileExportSettings& settings) = 0;
     /// Deletes a workspace; of the current one "_default" takes the place first.
     virtual WorkspaceManagerTypes::Result DeleteWorkspace(TvlString name) = 0;
-    /// IWorkspaceManagedApp::OnWorkspaceChanging with these arguments, its window frozen; 0 when the application does
+    /// IWorkspaceManagedApp::OnWorkspaceChanging with these arguments, its window not drawn meanwhile; 0 when the application does
     /// not want to be told, else 1, also where there is none to tell.
     virtual int _NotifyAppWSChanging(bool first, bool second) = 0;
     /// The same behind a change, with IWorkspaceManagedApp::OnWorkspaceChanged.

@@ -47,7 +47,8 @@ protected:
     /// The mode from now on. Changes no workspace.
     void SetUserInteractionMode(UserInteractionMode_t mode) { m_interactionMode = mode; }
     /// @{
-    /// Full path of the workspace that stands in on the desktop; empty until it is set, and not looked at.
+    /// Full path of the workspace that stands in on the desktop, which is not checked: Initialize takes it from the
+    /// registry, or else "_default", and a change of the current workspace in this mode makes that the default.
     void SetDefaultDesktopWorkspace(const TvlString& path);
     const TvlString& GetDefaultDesktopWorkspace() const { return m_defaultDesktop; }
     /// @}
@@ -57,7 +58,8 @@ protected:
     const TvlString& GetDefaultTabletWorkspace() const { return m_defaultTablet; }
     /// @}
     /// @{
-    /// Whether a change of the mode of interaction changes the workspace; false at the start.
+    /// Whether a change of the mode of interaction changes the workspace. Initialize takes it from the registry, and true
+    /// where nothing is stored.
     void SetTabletModeWorkspaceToggling(bool on) { m_tabletToggling = on; }
     bool GetTabletModeWorkspaceToggling() const { return m_tabletToggling; }
     /// @}

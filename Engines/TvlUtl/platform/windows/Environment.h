@@ -10,7 +10,7 @@
 /// docs/porting.md tells how to write another side.
 namespace Ports {
 
-/// What surrounds the process and does not change while it runs.
+/// Asks what surrounds the process, anew by each call.
 class TVLSIBLINGS_API Environment {
 public:
     /// The system's, or the one that stands in for it.

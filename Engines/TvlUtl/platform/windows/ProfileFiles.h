@@ -5,7 +5,7 @@
 
 namespace Ports {
 
-/// Reads and writes .ini files, each call one opening of the file.
+/// Reads and writes .ini files by the value.
 class TVLSIBLINGS_API ProfileFiles {
 public:
     /// The system's, or the one that stands in for it.

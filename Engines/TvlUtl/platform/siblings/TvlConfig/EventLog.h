@@ -21,7 +21,7 @@ struct StoredEvent {
     TvlString time;                              // of UTC, as "2024-05-31T08:15:30.250Z"
     TvlString name;                              // of the event, as EventDescription has it
     std::map<TvlString, TvlString> properties;   // values by their names
-    TvlString detail;                            // what was said of this one event; empty for nothing
+    TvlString detail;                            // any further text; usually empty
 
     /// All members alike.
     bool operator==(const StoredEvent&) const = default;

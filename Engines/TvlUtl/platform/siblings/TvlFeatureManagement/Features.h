@@ -31,7 +31,7 @@ class TVLSIBLINGS_API FeatureFlags {
 public:
     /// Whether the feature is on: as it was switched last, else as its default says.
     bool IsEnabled(const Feature& feature) const;
-    /// Switches the feature for this process.
+    /// Switches the feature, whatever its default.
     void Switch(const Feature& feature, bool on);
     /// Back to the default.
     void Reset(const Feature& feature);

@@ -65,8 +65,8 @@ public:
         DWORD access, const void* securityAttributes, HKEY* opened, DWORD* disposition) = 0;
     /// Deletes a key with everything below it, where the Win32 call refuses a key that has subkeys.
     virtual LONG RegDeleteKeyW(HKEY key, const wchar_t* path) = 0;
-    /// Name of the subkey `index` in the order of the names; `nameLength` counts characters, in with and out without
-    /// the zero. 259 behind the last, 234 when the name does not fit.
+    /// Name of the subkey `index` in the order of the names; `nameLength` counts characters,
+    /// the zero on the way in and not on the way out. 259 behind the last, 234 when the name does not fit.
     virtual LONG RegEnumKeyExW(HKEY key, DWORD index, wchar_t* name, DWORD* nameLength, DWORD* reserved,
         wchar_t* className, DWORD* classLength, void* lastWriteTime) = 0;
     /// Name, type and bytes of the value `index` in the order of the names; `type`, `data` and `size` may be null. 259

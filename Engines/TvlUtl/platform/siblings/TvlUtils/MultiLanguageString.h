@@ -49,7 +49,7 @@ public:
     const std::vector<std::pair<TvlString, TvlString>>& Texts() const { return m_texts; }
     /// Whether there is no text in any language; an empty text counts as one.
     bool IsEmpty() const { return m_texts.empty(); }
-    /// The same languages in the same order, with equal texts.
+    /// The same languages with equal texts, in whatever order.
     bool operator==(const MultiLanguageString& other) const;
 
     /// The suite's name of a language by Windows' id, whatever the region, save that Chinese as written in Taiwan, Hong Kong
