@@ -14,6 +14,7 @@ import guides
 import headers
 import includes
 import natvis
+import links
 import tally
 
 LIBRARY = "Engines/TvlUtl"
@@ -133,6 +134,19 @@ class Exports(unittest.TestCase):
         for line in ("Missing", "function Space::Hidden", "function Space", "class Wid"):
             with self.subTest(line=line):
                 self.assertEqual(self.offences(self.LIST + [line]), [[f"does not export {line}"]] * 2)
+
+
+class Links(unittest.TestCase):
+    def test_finds_links_without_a_target(self):
+        files = {
+            "a.html": '<a href="b.html#x">1</a><a href="https://x.org/gone">2</a><a class="el" href="#here" id="here">3</a>'
+                      '<a href="a&amp;b.html">4</a><a href="gone.html">5</a><a href="b.html#gone">6</a><a href="#gone">7</a>',
+            "b.html": '<h2 id="x">B</h2>',
+            "a&b.html": "",
+        }
+        with tempfile.TemporaryDirectory() as folder:
+            dead = list(links.dead_links(planted(folder, files)))
+        self.assertEqual([text.rpartition(" ")[2] for text in dead], ["#gone", "b.html#gone", "gone.html"])
 
 
 class Headers(unittest.TestCase):

@@ -8,8 +8,10 @@
 
 namespace Ports {
 
+/// Finds, loads and unloads modules, and tells where the program lies.
 class TVLSIBLINGS_API Modules {
 public:
+    /// The system's, or the one that stands in for it.
     static Modules& Get();
     /// Replaces the port; null restores the system's. The caller keeps ownership.
     static void SetForTests(Modules*);

@@ -21,6 +21,7 @@ public:
         UINT style;             ///< MB_... bits of the call
     };
 
+    /// Puts the recorder in place of the system's windows.
     FakeWindowing() { SetForTests(this); }
     ~FakeWindowing() override { SetForTests(nullptr); }
 

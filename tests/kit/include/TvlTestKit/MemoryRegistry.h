@@ -8,6 +8,7 @@ namespace TvlTestKit {
 /// Empty at first, gone with its object. One at a time.
 class MemoryRegistry {
 public:
+    /// Puts the empty registry in place of the process-wide one.
     MemoryRegistry() { PREFUTILS::IRegistry::SetForTests(&m_registry); }
     ~MemoryRegistry() { PREFUTILS::IRegistry::SetForTests(nullptr); }
     MemoryRegistry(const MemoryRegistry&) = delete;

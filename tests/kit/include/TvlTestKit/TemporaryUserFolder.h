@@ -10,6 +10,7 @@ namespace TvlTestKit {
 /// UserWorld brings one along.
 class TemporaryUserFolder {
 public:
+    /// Makes the folder, empty.
     TemporaryUserFolder() : m_environment({{L"TVL_USER_DIR", m_folder.Path().wstring()}}) { }
 
     /// Writes a file of the folder.

@@ -6,12 +6,15 @@
 #include "ScratchFolder.h"
 #include "siblings/TvlPlatform/TvlString.h"
 
+/// Surroundings for tests of applications: folders, registry, locale and windows that are no real ones. docs/test-kit.md
+/// has an example.
 namespace TvlTestKit {
 
 /// TVL_USER_DIR is the folder "user" of the world's own folder, and the registry is empty and in memory: nothing of the
 /// machine's user is read or written. Names of files and folders count from the world's folder.
 class UserWorld {
 public:
+    /// Makes the folder and puts the registry in place.
     UserWorld();
 
     /// A path in the world's folder. Slashes become the system's separators.

@@ -4,6 +4,7 @@
 #include "siblings/SiblingsApi.h"
 #include "siblings/TvlPlatform/TvlString.h"
 
+/// Folders of the suite and of the user, and what the configuration calls in the library.
 namespace TvlConfig {
 
 /// The installed suite's folder, read-only: TVL_SUITE_DIR of the environment, else the first of these that is there:
