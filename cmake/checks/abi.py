@@ -143,7 +143,9 @@ def layouts(compiler, folders):
 
 
 def collected(compiler, library, folders):
-    found = {f"export {symbol}": [] for symbol in exports.offered(library)}
+    # Weak copies of inline code come and go with what the compiler inlines; programs have their own.
+    weak = exports.symbols_of(library)
+    found = {f"export {symbol}": [] for symbol in exports.offered(library) if not weak[symbol]}
     found.update(layouts(compiler, folders))
     return found
 

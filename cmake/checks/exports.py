@@ -92,10 +92,15 @@ def suggestions(exports):
             yield f"function {name}"
 
 
+def symbols_of(library):
+    """{symbol: whether it is weak} of a library's exports."""
+    return dll_symbols(library) if Path(library).suffix == ".dll" else elf_symbols(library)
+
+
 def offered(library):
     """{symbol: qualified name} of what a library offers itself."""
     library = Path(library)
-    symbols = dll_symbols(library) if library.suffix == ".dll" else elf_symbols(library)
+    symbols = symbols_of(library)
     siblings = library.with_name("libTvlSiblings.so")
     others = elf_symbols(siblings) if library.suffix == ".so" and siblings.exists() else {}
     names = dict(zip(symbols, map(qualified, run("c++filt", text="\n".join(symbols)).splitlines())))
