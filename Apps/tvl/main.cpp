@@ -38,6 +38,7 @@ int main()   // NOLINT(bugprone-exception-escape)
     AddLanguageFolderCommands(app);
     AddTrackCommand(app);
     AddWorkspaceCommand(app);
+    AddSessionCommand(app);
 
     std::vector<std::string> arguments;
     for (const std::wstring& argument : Ports::Modules::Get().Arguments())
