@@ -96,9 +96,9 @@ std::size_t CountTags(CExif& exif)
 std::string TagText(CExifTag& tag)
 {
     TvlString label, value;
-    tag.GetDisplayLabel(label);
+    const bool isNamed = tag.GetDisplayLabel(label) != 0;
     tag.GetDisplayValue(value);
-    return Shown(label) + ": " + Shown(value);
+    return (isNamed ? Shown(label) : "tag " + std::to_string(tag.GetID())) + ": " + Shown(value);
 }
 }   // namespace
 

@@ -27,6 +27,16 @@ constexpr std::pair<const char*, DelayInitRegistrar::EPriority> kPanels[] = {
     {"dockers", DelayInitRegistrar::eDefault},
     {"event log", DelayInitRegistrar::eEarly},
 };
+
+/// The step of the choice that found a language; empty when none did.
+std::string ReasonFor(CGlbLang language)
+{
+    const TvlString beginning = language.GetIO_StrFmt() + TvlString(L":");
+    for (const auto& [step, finding] : TvlUtl::GetUILanguageSteps())
+        if (finding.Find(beginning.c_str()) == 0)
+            return Shown(step);
+    return {};
+}
 }   // namespace
 
 void RunStartHooks(Session& session, StepLog& log)
@@ -57,9 +67,8 @@ void ChooseLanguage(Session&, StepLog& log)
     Require(ui.GetLanguageDataPath(folder) != 0, "the language has no folder");
     log.Did(Count(languages.size(), "language") + " installed");
     log.Did(Shown(language.GetIO_StrFmt()) + " (" + Shown(chosen->second) + ") is in use");
-    const auto steps = TvlUtl::GetUILanguageSteps();
-    if (!steps.empty())
-        log.Did("because of the " + Shown(steps.back().step) + ": " + Shown(steps.back().finding));
+    if (const std::string reason = ReasonFor(language); !reason.empty())
+        log.Did("because of the " + reason);
 }
 
 void CheckProcessor(Session&, StepLog& log)
