@@ -9,6 +9,17 @@
 #include <algorithm>
 #include <iostream>
 
+namespace {
+/// Names the word that is no command, where one was expected; else what CLI11 says.
+std::string Explain(const CLI::App* app, const CLI::Error& error)
+{
+    const std::vector<std::string> unknown = app->remaining(true);
+    if (error.get_name() == "RequiredError" && !unknown.empty())
+        return "tvl: there is no command \"" + unknown.front() + "\"\nRun with --help for the commands.\n";
+    return CLI::FailureMessage::simple(app, error);
+}
+}   // namespace
+
 // What is thrown before the arguments are read ends the program.
 int main()   // NOLINT(bugprone-exception-escape)
 {
@@ -16,6 +27,7 @@ int main()   // NOLINT(bugprone-exception-escape)
     CLI::App app{"Tries the suite's utilities library on real input.", "tvl"};
     app.set_version_flag("--version", std::string("tvl ") + TvlUtlVersion());
     app.require_subcommand(1);
+    app.failure_message(Explain);
     AddMeasureCommand(app);
     AddConvertCommand(app);
     AddEvalCommand(app);

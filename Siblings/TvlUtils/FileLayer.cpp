@@ -13,11 +13,13 @@ namespace TvlUtils::SystemIO {
 namespace fs = std::filesystem;
 
 namespace {
-FileKind KindOf(fs::file_type type)
+/// Asks the system only for what the folder itself does not tell.
+FileKind KindOf(const fs::directory_entry& entry)
 {
-    if (type == fs::file_type::regular)
+    std::error_code unknown;
+    if (entry.is_regular_file(unknown))
         return FileKind::File;
-    return type == fs::file_type::directory ? FileKind::Folder : FileKind::Other;
+    return entry.is_directory(unknown) ? FileKind::Folder : FileKind::Other;
 }
 
 class SystemLayer final : public FileLayer {
@@ -36,28 +38,16 @@ public:
         entries.clear();
         std::error_code failed;
         for (fs::directory_iterator at(folder, failed), end; !failed && at != end; at.increment(failed)) {
-            std::error_code unknown;
-            const FileKind kind = KindOf(at->status(unknown).type());
-            entries.push_back({at->path().filename(), kind, kind == FileKind::Folder && IsSystemLink(at->path())});
+            const FileKind kind = KindOf(*at);
+            entries.push_back({at->path().filename(), kind, kind == FileKind::Folder && IsSystemLink(*at)});
         }
         return failed;
     }
 
     FileResult Stat(const fs::path& name, FileStatus& status) override
     {
-        std::error_code failed;
         // Not every system finds a folder whose name has a separator behind it.
-        const fs::path path = name.has_filename() ? name : name.parent_path();
-        const fs::file_status found = fs::status(path, failed);
-        if (!fs::exists(found))
-            return failed ? failed : std::make_error_code(std::errc::no_such_file_or_directory);
-        status.kind = KindOf(found.type());
-        status.isReadOnly = (found.permissions() & kWriters) == fs::perms::none;
-        status.size = 0;
-        status.modified = fs::last_write_time(path, failed);
-        if (!failed && status.kind == FileKind::File)
-            status.size = static_cast<long long>(fs::file_size(path, failed));
-        return failed;
+        return name.has_filename() ? StatSystemFile(name, status) : StatSystemFile(name.parent_path(), status);
     }
 
     FileResult MakeFolder(const fs::path& path) override

@@ -1,5 +1,5 @@
 // Streams over memory and over files.
-#include "siblings/TvlUtils/Stream.h"
+#include "siblings/TvlUtils/FileStream.h"
 
 #include "Windows/StreamInterface.h"
 #include "siblings/TvlUtils/FileLayer.h"
@@ -173,19 +173,37 @@ Stream Stream::OverMemory(const void* bytes, std::size_t size)
     return Stream(std::make_shared<MemorySource>(bytes, nullptr, size));
 }
 
-Stream Stream::OpenFile(const TvlString& path, StreamAccess access, long long first, long long size)
+namespace {
+/// Opens the range of `size` bytes from `first` on, as far as the file has them when it is opened: `size` becomes that.
+/// Null when the file can't be opened, is no regular file, or ends before `first`.
+std::shared_ptr<FileSource> OpenSource(const TvlString& path, SystemIO::OpenMode mode, long long first, long long& size)
 try {
     const std::filesystem::path name = SystemIO::ToFilePath(path);
     auto& files = SystemIO::FileLayer::Get();
-    const auto mode = access == StreamAccess::ReadWrite ? SystemIO::OpenMode::ReadWrite : SystemIO::OpenMode::Read;
     SystemIO::FileStatus status;
     std::unique_ptr<SystemIO::FileHandle> file;
     if (first < 0 || size < 0 || !files.Stat(name, status) || status.size < first || !files.Open(name, mode, file))
-        return {};
-    return Stream(std::make_shared<FileSource>(std::move(file), first, std::min(size, status.size - first)));
+        return nullptr;
+    size = std::min(size, status.size - first);
+    return std::make_shared<FileSource>(std::move(file), first, size);
 } catch (const std::exception&) {
     // A name that the file system can't express.
-    return {};
+    return nullptr;
+}
+}   // namespace
+
+Stream Stream::OpenFile(const TvlString& path, StreamAccess access, long long first, long long size)
+{
+    const auto mode = access == StreamAccess::ReadWrite ? SystemIO::OpenMode::ReadWrite : SystemIO::OpenMode::Read;
+    const auto source = OpenSource(path, mode, first, size);
+    return source ? Stream(source) : Stream();
+}
+
+FileStream FileStream::OpenForRead(const TvlString& path)
+{
+    long long size = kFurthest;
+    const auto source = OpenSource(path, SystemIO::OpenMode::Read, 0, size);
+    return source ? FileStream(Stream(source), size) : FileStream();
 }
 
 }   // namespace TvlUtils

@@ -1,25 +1,10 @@
 #include "siblings/TvlUtils/TextStreamReader.h"
 
 #include "siblings/TvlPlatform/TextEncoding.h"
-#include "siblings/TvlUtils/FileLayer.h"
-#include "siblings/TvlUtils/FilePath.h"
 
 #include <utility>
 
 namespace TvlUtils {
-
-FileStream FileStream::OpenForRead(const TvlString& path)
-try {
-    SystemIO::FileStatus status;
-    if (!SystemIO::FileLayer::Get().Stat(SystemIO::ToFilePath(path), status))
-        return {};
-    // The range keeps to the length that is told, should the file grow meanwhile.
-    Stream stream = OpenFile(path, StreamAccess::Read, 0, status.size);
-    return stream ? FileStream(std::move(stream), status.size) : FileStream();
-} catch (const std::exception&) {
-    // A name that the file system can't express.
-    return {};
-}
 
 namespace {
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";

@@ -11,8 +11,10 @@ FileResult OpenSystemFile(const std::filesystem::path& path, OpenMode mode, std:
 FileResult RenameSystemFile(const std::filesystem::path& from, const std::filesystem::path& to);
 /// FileLayer::Remove.
 FileResult RemoveSystemFile(const std::filesystem::path& path);
+/// FileLayer::Stat, for a name without a separator behind it.
+FileResult StatSystemFile(const std::filesystem::path& path, FileStatus& status);
 /// FolderEntry::isLink.
-bool IsSystemLink(const std::filesystem::path& path);
+bool IsSystemLink(const std::filesystem::directory_entry& entry);
 /// Ends the process without running or flushing anything.
 [[noreturn]] void EndProcessAtOnce(int exitCode);
 

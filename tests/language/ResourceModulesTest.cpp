@@ -110,6 +110,9 @@ TEST_F(ResourceModules, OneModuleStandsInForAll)
     EXPECT_EQ(Language().GetResourceModule(), before) << "there is none";
     EXPECT_EQ(Language().SwapCommonModule(common), nullptr);
     EXPECT_EQ(Language().LoadResourceDll(L"a.dll", L"nowhere"), common);
+    world.Remove("suite");
+    EXPECT_EQ(Language().LoadResourceDll(L"a.dll"), common) << "also without a folder of languages";
+    EXPECT_EQ(Language().LoadResourceDll(L""), nullptr);
     EXPECT_EQ(Language().FreeResourceDll(common), 1);
     EXPECT_EQ(modules.unloaded, 0);
     EXPECT_EQ(Language().BeginCommonResources(), before);

@@ -51,6 +51,7 @@ TEST(Tvl, AnswersWithATextAndAnExitCode)
         {{"eval", "2*(3+4)", "--locale", "en-US"}, 0, "14.0\n"},
         {{"eval", "sin 90", "--degrees", "--locale", "en-US"}, 0, "1.0\n"}, {{"measure", "2*-3"}, kBadInput, ""},
         {{"measure", "1", "--unit", "furlong"}, kBadInput, ""}, {{"eval", "1", "--locale", "xx-YY"}, kBadInput, ""},
+        {{"frobnicate"}, 106, ""},
         {{"convert", "1", "in"}, 106, ""},   // a missing argument, in the numbering of the option reader
     };
     for (const auto& [arguments, exitCode, output] : kRows) {
@@ -60,6 +61,13 @@ TEST(Tvl, AnswersWithATextAndAnExitCode)
         EXPECT_EQ(result.output, output) << line;
         EXPECT_EQ(result.errors.empty(), exitCode == 0) << line << result.errors;
     }
+}
+
+TEST(Tvl, NamesTheWordThatIsNoCommand)
+{
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"bogus"}, {"language", "bogus"}})
+        EXPECT_THAT(RunTvl(arguments).errors, HasSubstr("there is no command \"bogus\""));
+    EXPECT_THAT(RunTvl({"language"}).errors, HasSubstr("A subcommand is required"));
 }
 
 TEST(Tvl, ReadsLinesAndGoesOnBehindABadOne)

@@ -91,7 +91,7 @@ int GLB_UILanguage::WriteStoredLanguage(CGlbLang language) { return StoredLangua
 int GLB_UILanguage::GetLanguages(std::vector<std::pair<CGlbLang, TvlString>>& languages)
 {
     if (m_languages.empty())
-        ReadInstalled(false);
+        ReadInstalled();
     languages.clear();
     for (const auto& [code, entry] : m_languages)
         languages.emplace_back(CGlbLang(code), entry->UIName);

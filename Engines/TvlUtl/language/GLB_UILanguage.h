@@ -67,7 +67,9 @@ private:
     bool Apply(CGlbLang language);
     void SetCurrent(CGlbLang language);
     void SwitchTextRendering() const;
-    bool ReadInstalled(bool warn);
+    bool ReadInstalled();
+    void NoteInstalled() const;
+    void ForgetFolders();
 
     // The dialog step.
     bool AskUser(bool stale, bool offer);

@@ -14,7 +14,9 @@ namespace Path = TvlUtils::SystemIO::Path;
 namespace {
 // An "info.json" of the suite has some 80 bytes.
 constexpr TvlUtils::Json::Limits kLimits{.bytes = 65536, .depth = 16};
-constexpr int kLongestFolderName = 100;
+constexpr int kLongestName = 100;
+
+bool IsControl(wchar_t c) { return c < L' ' || c == 0x7F; }
 
 /// Whether a name is that of a folder, on every system, and no way out of the folder that it lies in. Windows drops points
 /// and blanks at a name's end.
@@ -23,10 +25,17 @@ bool IsFolderName(const TvlString& name)
     constexpr std::wstring_view kSpecial = L"/\\:*?\"<>|";
     const std::wstring& text = name.Std();
     const auto isRefused = [&](wchar_t c) {
-        return c < L' ' || c == 0xFFFD || kSpecial.find(c) != std::wstring_view::npos;
+        return IsControl(c) || c == 0xFFFD || kSpecial.find(c) != std::wstring_view::npos;
     };
-    return !text.empty() && name.GetLength() <= kLongestFolderName && text.find(L"..") == std::wstring::npos
+    return !text.empty() && name.GetLength() <= kLongestName && text.find(L"..") == std::wstring::npos
         && text.back() != L'.' && text.back() != L' ' && std::none_of(text.begin(), text.end(), isRefused);
+}
+
+/// Whether a name fits a row of the list that the user chooses from.
+bool IsShownName(const TvlString& name)
+{
+    const std::wstring& text = name.Std();
+    return !text.empty() && name.GetLength() <= kLongestName && std::none_of(text.begin(), text.end(), IsControl);
 }
 
 /// Names of the folders below `root`, sorted.
@@ -60,7 +69,7 @@ std::optional<LanguageInfo> ReadLanguageInfo(std::string_view text)
     if (!object || !object->GetValue(L"langCode", code) || !object->GetValue(L"dirName", info.entry.DirName)
         || !object->GetValue(L"uiName", info.entry.UIName) || !info.language.SetFromIO_StrFmt(code))
         return std::nullopt;
-    if (!IsFolderName(info.entry.DirName) || info.entry.UIName.IsEmpty())
+    if (!IsFolderName(info.entry.DirName) || !IsShownName(info.entry.UIName))
         return std::nullopt;
     return info;
 }

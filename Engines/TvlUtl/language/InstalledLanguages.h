@@ -25,7 +25,8 @@ struct LanguageInfo {
 };
 
 /// Reads the UTF-8 text of an "info.json"; empty for one that is not whole. A folder's name that leads anywhere but to a
-/// folder beside the others is refused, and so is a text that no installer writes: too long or too deep.
+/// folder beside the others is refused, and so are a shown name that is no single line of at most 100 characters and a
+/// text that no installer writes: too long or too deep.
 std::optional<LanguageInfo> ReadLanguageInfo(std::string_view text);
 
 /// Reads the languages below `root` anew. Those whose folder lacks `resourceFile`, which may be empty, go to `others`. Of

@@ -60,6 +60,8 @@ bool GLB_UILanguage::AskAlone()
     if (!mutex || !shown)
         throw std::runtime_error("the language dialog's lock can't be made");
     const TvlUtils::InterProcessLock hold(mutex);
+    if (!hold)
+        throw std::runtime_error("the language dialog's lock can't be taken");
     if (shown->isSignalled()) {
         TakeOthersAnswer();
         Note(kStep, L"asked by another process, which left " + m_language.GetIO_StrFmt());
@@ -93,6 +95,9 @@ void GLB_UILanguage::TakeAnswer(CGlbLang chosen)
 /// The process that asked has stored the answer: all that were started together agree on it.
 void GLB_UILanguage::TakeOthersAnswer()
 {
-    if (const CGlbLang usable = Usable(StoredLanguage::Read()))
-        SetCurrent(usable);
+    const CGlbLang usable = Usable(StoredLanguage::Read());
+    if (!usable || usable == m_language)
+        return;
+    SetCurrent(usable);
+    ForgetFolders();
 }

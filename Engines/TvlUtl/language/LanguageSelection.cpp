@@ -47,46 +47,54 @@ bool GLB_UILanguage::SelectLanguage()
     if (m_language)
         return true;
     SelectionSteps::Begin();
-    if (!ReadInstalled(true))
+    const bool hasLanguages = ReadInstalled();
+    NoteInstalled();
+    if (!hasLanguages) {
+        Warn(m_languageRoot.path.IsEmpty() ? L"The base UI Language directory is invalid"
+                                           : L"The UI Language registration list is invalid.");
         return false;
+    }
     bool stale = false;
     bool laterTry = false;
     bool fellBack = false;
     if (SelectFrom(stale, laterTry, fellBack)) {
         const bool offer = StoredLanguage::ReadShowSelection() || fellBack;
-        if (AskUser(stale && laterTry, offer)) {
-            for (CachedFolder* const folder : {&m_languageRoot, &m_relativeRoot}) {
-                const std::lock_guard hold(folder->lock);
-                folder->path.Empty();
-            }
-            TvlString root;
-            GetLanguageRoot(root);
-            INIClearLangRelProgDirCache();
-        }
+        if (AskUser(stale && laterTry, offer))
+            ForgetFolders();
     }
     SwitchTextRendering();
     Note(L"language", Named(m_language));
     return static_cast<bool>(m_language);
 }
 
-bool GLB_UILanguage::ReadInstalled(bool warn)
+bool GLB_UILanguage::ReadInstalled()
 {
     TvlString root;
-    const bool hasRoot = GetLanguageRoot(root);
-    Note(L"language folder", hasRoot ? root : TvlString(L"none"));
-    if (!hasRoot) {
-        if (warn)
-            Warn(L"The base UI Language directory is invalid");
+    if (!GetLanguageRoot(root))
         return false;
-    }
     ReadInstalledLanguages(root, ApplicationInfo::Settings().GetResourceFileName(), m_languages, m_otherLanguages);
+    return !m_languages.empty();
+}
+
+void GLB_UILanguage::NoteInstalled() const
+{
+    Note(L"language folder", m_languageRoot.path.IsEmpty() ? TvlString(L"none") : m_languageRoot.path);
     TvlString codes;
     for (const auto& [code, entry] : m_languages)
         codes += (codes.IsEmpty() ? L"" : L" ") + CGlbLang(code).GetIO_StrFmt();
     Note(L"installed languages", m_languages.empty() ? TvlString(L"none") : codes);
-    if (m_languages.empty() && warn)
-        Warn(L"The UI Language registration list is invalid.");
-    return !m_languages.empty();
+}
+
+/// The folders lie elsewhere once the user has chosen.
+void GLB_UILanguage::ForgetFolders()
+{
+    for (CachedFolder* const folder : {&m_languageRoot, &m_relativeRoot}) {
+        const std::lock_guard hold(folder->lock);
+        folder->path.Empty();
+    }
+    TvlString root;
+    GetLanguageRoot(root);
+    INIClearLangRelProgDirCache();
 }
 
 bool GLB_UILanguage::SelectFrom(bool& stale, bool& laterTry, bool& fellBack)

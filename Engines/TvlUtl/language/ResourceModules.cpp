@@ -23,6 +23,8 @@ void WarnOfMissing(const TvlString& path)
 
 HMODULE GLB_UILanguage::LoadResourceDll(const wchar_t* name)
 {
+    if (m_commonModule && name && *name)
+        return m_commonModule;   // also where there is no folder of languages
     TvlString root;
     GetLanguageRoot(root);
     return LoadResourceDll(name, root.c_str());

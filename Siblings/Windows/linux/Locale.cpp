@@ -22,10 +22,11 @@ std::wstring ToWide(const icu::UnicodeString& text)
     return wide;
 }
 
-/// The environment's locale; the C locale, which has no regional settings, counts as American English.
-icu::Locale EnvironmentLocale()
+/// The environment's locale of a category such as "LC_NUMERIC"; the C locale, which has no regional settings, counts as
+/// American English.
+icu::Locale EnvironmentLocale(const char* category)
 {
-    for (const char* name : {"LC_ALL", "LC_NUMERIC", "LANG"}) {
+    for (const char* name : {"LC_ALL", category, "LANG"}) {
         const char* const value = std::getenv(name);
         if (!value || !*value)
             continue;
@@ -110,7 +111,7 @@ public:
     unsigned SettingsVersion() const override { return m_version; }
     std::optional<std::wstring> FormatNumber(std::wstring_view number, const NumberFormat& format) const override;
     LCID UserLocaleId() const override { return m_settings.id; }
-    LANGID UserUILanguage() const override { return static_cast<LANGID>(m_settings.id); }
+    LANGID UserUILanguage() const override { return m_uiLanguage; }
 
     bool UseLocale(const std::wstring& name) override
     {
@@ -124,6 +125,7 @@ public:
         if (U_FAILURE(status) || !*locale.getLanguage() || std::none_of(known, known + count, sameLanguage))
             return false;
         m_settings = Settings(locale);
+        m_uiLanguage = static_cast<LANGID>(m_settings.id);
         ++m_version;
         return true;
     }
@@ -156,7 +158,9 @@ private:
         return nullptr;
     }
 
-    Settings m_settings = Settings(EnvironmentLocale());
+    Settings m_settings = Settings(EnvironmentLocale("LC_NUMERIC"));
+    // Numbers may follow another country than the words: LC_NUMERIC=de_DE beside LC_MESSAGES=en_GB.
+    LANGID m_uiLanguage = static_cast<LANGID>(EnvironmentLocale("LC_MESSAGES").getLCID());
     unsigned m_version = 1;
 };
 

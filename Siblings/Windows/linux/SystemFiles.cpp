@@ -2,6 +2,7 @@
 #include "Windows/SystemFiles.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -125,10 +126,26 @@ FileResult RemoveSystemFile(const std::filesystem::path& path)
     return std::remove(path.c_str()) < 0 ? LastError() : FileResult();
 }
 
-bool IsSystemLink(const std::filesystem::path& path)
+FileResult StatSystemFile(const std::filesystem::path& path, FileStatus& status)
 {
-    struct stat status = {};
-    return lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+    constexpr mode_t kWriters = S_IWUSR | S_IWGRP | S_IWOTH;
+    struct stat found = {};
+    if (stat(path.c_str(), &found) < 0)
+        return LastError();
+    status.kind = S_ISREG(found.st_mode) ? FileKind::File : S_ISDIR(found.st_mode) ? FileKind::Folder : FileKind::Other;
+    status.isReadOnly = (found.st_mode & kWriters) == 0;
+    status.size = status.kind == FileKind::File ? found.st_size : 0;
+    const auto sinceEpoch =
+        std::chrono::seconds(found.st_mtim.tv_sec) + std::chrono::nanoseconds(found.st_mtim.tv_nsec);
+    status.modified = std::chrono::file_clock::from_sys(
+        std::chrono::time_point<std::chrono::system_clock, std::chrono::nanoseconds>(sinceEpoch));
+    return {};
+}
+
+bool IsSystemLink(const std::filesystem::directory_entry& entry)
+{
+    std::error_code unknown;
+    return entry.is_symlink(unknown);
 }
 
 void EndProcessAtOnce(int exitCode) { _exit(exitCode); }

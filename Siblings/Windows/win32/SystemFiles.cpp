@@ -136,16 +136,35 @@ FileResult RemoveSystemFile(const std::filesystem::path& path)
     return removed ? FileResult() : LastError();
 }
 
-bool IsSystemLink(const std::filesystem::path& path)
+FileResult StatSystemFile(const std::filesystem::path& path, FileStatus& status)
 {
-    WIN32_FIND_DATAW entry;
-    HANDLE const search = FindFirstFileW(path.c_str(), &entry);
+    namespace fs = std::filesystem;
+    std::error_code failed;
+    const fs::file_status found = fs::status(path, failed);
+    if (!fs::exists(found))
+        return failed ? failed : std::make_error_code(std::errc::no_such_file_or_directory);
+    status.kind = fs::is_regular_file(found) ? FileKind::File
+        : fs::is_directory(found)            ? FileKind::Folder
+                                             : FileKind::Other;
+    constexpr fs::perms kWriters = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    status.isReadOnly = (found.permissions() & kWriters) == fs::perms::none;
+    status.size = 0;
+    status.modified = fs::last_write_time(path, failed);
+    if (!failed && status.kind == FileKind::File)
+        status.size = static_cast<long long>(fs::file_size(path, failed));
+    return failed;
+}
+
+bool IsSystemLink(const std::filesystem::directory_entry& entry)
+{
+    WIN32_FIND_DATAW found;
+    HANDLE const search = FindFirstFileW(entry.path().c_str(), &found);
     if (search == INVALID_HANDLE_VALUE)
         return false;
     FindClose(search);
     // Files that a cloud service fetches on demand are reparse points, too.
-    return (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT)
-        && (entry.dwReserved0 == IO_REPARSE_TAG_SYMLINK || entry.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
+    return (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT)
+        && (found.dwReserved0 == IO_REPARSE_TAG_SYMLINK || found.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
 }
 
 void EndProcessAtOnce(int exitCode)

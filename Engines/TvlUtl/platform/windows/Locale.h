@@ -56,7 +56,8 @@ public:
     virtual LANGID UserUILanguage() const = 0;
     /// EnumUILanguagesW: how many languages the system's own user interface has; empty when the system does not tell.
     virtual std::optional<int> UILanguageCount() const { return 1; }
-    /// Makes a locale the user's default for this process, by its BCP 47 name such as L"de-DE"; false when it is unknown.
+    /// Makes a locale the user's default for this process, by its BCP 47 name such as L"de-DE", numbers and, where the
+    /// system has one setting for each, words alike; false when it is unknown.
     virtual bool UseLocale(const std::wstring& name) = 0;
 };
 
