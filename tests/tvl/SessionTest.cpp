@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <set>
 
 namespace {
 
@@ -17,6 +18,12 @@ constexpr int kBadInput = 2;
 
 class Session : public testing::Test {
 protected:
+    ~Session() override
+    {
+        for (const std::string& key : m_keys)
+            RunProgram({"tvl", {"registry", "delete", key}, {}, {}});
+    }
+
     fs::path Folder() const { return m_folder.Path() / "session"; }
     /// What stands for the user's own files, which no session touches.
     fs::path User() const { return m_folder.Path() / "user"; }
@@ -36,13 +43,25 @@ protected:
         all.insert(all.end(), options.begin(), options.end());
         const ChildResult result = Run(all);
         EXPECT_EQ(result.exitCode, exitCode) << result.output << result.errors;
-        json played = json::parse(result.output, nullptr, false);
-        EXPECT_TRUE(played.is_object()) << result.output << result.errors;
+        json played = Read(result);
         EXPECT_EQ(played.value("succeeded", exitCode != 0), exitCode == 0);
         return played;
     }
 
+    /// Reads what a session has printed. Where its registry is no file, the key goes with the test.
+    json Read(const ChildResult& result) const
+    {
+        json played = json::parse(result.output, nullptr, false);
+        EXPECT_TRUE(played.is_object()) << result.output << result.errors;
+        if (const std::string registry = played.value("registry", ""); registry.starts_with("HKEY_"))
+            m_keys.insert(registry);
+        return played;
+    }
+
     ScratchFolder m_folder;
+
+private:
+    mutable std::set<std::string> m_keys;
 };
 
 const json& StepNamed(const json& played, const std::string& name)
@@ -195,7 +214,7 @@ TEST_F(Session, NamesTheFolderThatItMakes)
 {
     const ChildResult result = Run({"--json"});
     ASSERT_EQ(result.exitCode, 0) << result.output << result.errors;
-    const fs::path folder = fs::path(json::parse(result.output).at("folder").get<std::string>());
+    const fs::path folder = fs::path(Read(result).at("folder").get<std::string>());
     EXPECT_TRUE(fs::exists(folder / "Flyer.svg"));
     EXPECT_EQ(fs::weakly_canonical(folder).parent_path(), fs::weakly_canonical(User() / "Temp"));
 }
