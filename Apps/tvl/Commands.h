@@ -30,7 +30,6 @@ void AddPlugInsCommand(CLI::App& app);
 void AddPolicyCommand(CLI::App& app);
 void AddRegistryCommand(CLI::App& app);
 void AddScaleCommand(CLI::App& app);
-void AddSessionCommand(CLI::App& app);
 void AddSizeCommand(CLI::App& app);
 void AddSliderCommand(CLI::App& app);
 void AddSmartCommand(CLI::App& app);

@@ -2,6 +2,7 @@
 #include "Commands.h"
 
 #include "TvlUtlVersion.h"
+#include "session/SessionCommand.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "windows/Modules.h"
 

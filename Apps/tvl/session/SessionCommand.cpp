@@ -1,4 +1,6 @@
 // tvl session: an application's life from its start to its end, in a folder of its own.
+#include "SessionCommand.h"
+
 #include "Commands.h"
 #include "Session.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
