@@ -160,7 +160,7 @@ class Documents(unittest.TestCase):
     def test_finds_commands_that_are_not_run(self):
         help_text = "Usage: tvl\n\nSubcommands:\n  paper   finds papers\n  --json\n"
         page = ("Run `tvl paper --json` or `tvl papers`, `tvl paper --yaml`, `./dev test` or `./dev tset`.\n\n"
-                "    ./dev test -R units\n    cmake --build build\n    apt-get install all\n    tvl plugin\n    $ tvl 1\n")
+                "    ./dev test -R units\n    cmake --build build\n    apt-get install all\n    tvl plugin\n    $ tvl 1\n    export it\n")
         with tempfile.TemporaryDirectory() as folder:
             program = Path(planted(folder, {"tvl": f"#!/bin/sh\necho '{help_text}'\n", "page.md": page})) / "tvl"
             program.chmod(0o755)

@@ -72,8 +72,10 @@ def offences(programs, document):
 
 def unprompted(text):
     """(line number, line) of what looks like a command in a block and is not run."""
-    return [(number, line[4:]) for number, line in enumerate(FENCED.sub(lambda m: "\n" * m.group().count("\n"), text)
-            .splitlines(), 1) if line.startswith("    ") and COMMAND.match(line[4:])]
+    blank = FENCED.sub(lambda fenced: "\n" * fenced.group().count("\n"), text)
+    outputs = {number + i for number, _, lines in examples(text) for i in range(len(lines) + 1)}
+    return [(number, line[4:]) for number, line in enumerate(blank.splitlines(), 1)
+            if line.startswith("    ") and COMMAND.match(line[4:]) and number not in outputs]
 
 
 def forms(text):

@@ -127,7 +127,7 @@ TEST_F(Session, DoesWhatAnApplicationDoes)
             EXPECT_TRUE(fs::exists(Folder() / fs::path(file.get<std::string>()))) << file;
             ++files;
         }
-    EXPECT_GE(files, 12u);
+    EXPECT_GE(files, 11u);
     EXPECT_FALSE(fs::exists(User()));
     EXPECT_FALSE(fs::exists(m_folder.Path() / "user.db"));
     EXPECT_FALSE(fs::exists(Folder() / "Workspaces" / "Draft.tvws"));

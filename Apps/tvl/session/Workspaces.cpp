@@ -56,6 +56,7 @@ void Create(WorkspaceManager& manager, const wchar_t* name, const wchar_t* descr
 /// Changes the workspace, and sees to it that it has changed.
 void SwitchTo(Session& session, const wchar_t* name)
 {
+    session.application->RefreshPreferences();   // where nobody is told of the change they are saved as they are
     RequireOk(session.application->Switch(name), "the change to " + Quoted(name));
     RequireCurrent(session, name);
 }
