@@ -10,6 +10,9 @@
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "siblings/TvlUtils/SystemIO.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace SystemIO = TvlUtils::SystemIO;
 
 namespace {

@@ -69,14 +69,14 @@ TvlString KeyOf(const TvlString& folder)
     return L"Software\\Tovel\\Sessions\\" + name;
 }
 
-bool HasUserRoot(PREFUTILS::IRegistry& registry)
+/// Whether the registry is a file, which it makes when it is first used.
+bool IsInFile(PREFUTILS::IRegistry& registry, const TvlString& file)
 {
     HKEY key = nullptr;
-    const LONG status =
-        registry.RegOpenKeyExW(PREFUTILS::RegistryRoot(0x80000001), L"Software", 0, PREFUTILS::kRegistryRead, &key);
-    if (status == PREFUTILS::kRegistryOk)
+    if (registry.RegOpenKeyExW(PREFUTILS::RegistryRoot(0x80000001), L"Software", 0, PREFUTILS::kRegistryRead, &key)
+        == PREFUTILS::kRegistryOk)
         registry.RegCloseKey(key);
-    return status == PREFUTILS::kRegistryOk;
+    return SystemIO::File::Exists(file);
 }
 }   // namespace
 
@@ -86,9 +86,8 @@ SessionFolder::SessionFolder(TvlString path) : m_path(std::move(path)), m_regist
     Ports::Environment::SetForTests(&environment);
 
     PREFUTILS::IRegistry& system = PREFUTILS::IRegistry::GetInstance();
-    static_cast<void>(HasUserRoot(system));
-    if (SystemIO::File::Exists(m_registry))
-        return;   // the registry is that file
+    if (IsInFile(system, m_registry))
+        return;
     const TvlString key = KeyOf(m_path);
     static RegistryBelow& registry = *new RegistryBelow(system, key);
     if (!registry.IsOpen())

@@ -7,7 +7,6 @@
 #include "siblings/TvlUtils/Singleton.h"
 
 #include <algorithm>
-#include <array>
 
 namespace {
 /// An object that exists once, of the application's own.
