@@ -143,10 +143,10 @@ LONG StoredRegistry::FullPath(HKEY key, const wchar_t* path, std::wstring& full)
 }
 
 /// The key of a handle, which must grant `access`.
-LONG StoredRegistry::Find(HKEY key, DWORD access, OpenKey& found)
+LONG StoredRegistry::Find(HKEY key, DWORD access, RegistryStore::KeyId& found)
 {
     if (const wchar_t* const root = RootName(key)) {
-        found = {m_store->FindKey(root), root, kRegistryReadWrite};
+        found = m_store->FindKey(root);
         return kRegistryOk;
     }
     const auto open = m_open.find(key);
@@ -154,15 +154,15 @@ LONG StoredRegistry::Find(HKEY key, DWORD access, OpenKey& found)
         return kRegistryInvalidHandle;
     if (!(open->second.access & (access | kGenericAccess)))
         return kRegistryAccessDenied;
-    found = open->second;
+    found = open->second.id;
     return kRegistryOk;
 }
 
 /// What a look-up that found nothing gives: a deleted key has its own status. Asked last, since reads that succeed are
 /// by far the most.
-LONG StoredRegistry::Missing(const OpenKey& key, LONG status)
+LONG StoredRegistry::Missing(RegistryStore::KeyId key, LONG status)
 {
-    return m_store->KeyLives(key.id) ? status : static_cast<LONG>(kRegistryKeyDeleted);
+    return m_store->KeyLives(key) ? status : static_cast<LONG>(kRegistryKeyDeleted);
 }
 
 HKEY StoredRegistry::Add(OpenKey key)
@@ -203,7 +203,7 @@ LONG StoredRegistry::RegCreateKeyExW(
     return Guarded([&]() -> LONG {
         if (!opened || !path)
             return kRegistryInvalidParameter;
-        OpenKey parent;
+        RegistryStore::KeyId parent = 0;
         if (const LONG status = Find(key, kCreateSubkey | kEnumerate | kQueryValue, parent); status != kRegistryOk)
             return status;
         std::wstring full;
@@ -242,10 +242,10 @@ LONG StoredRegistry::RegEnumKeyExW(
 {
     const std::lock_guard hold(m_lock);
     return Guarded([&]() -> LONG {
-        OpenKey open;
+        RegistryStore::KeyId open = 0;
         if (const LONG status = Find(key, kEnumerate, open); status != kRegistryOk)
             return status;
-        const auto subkey = m_store->SubkeyName(open.id, index);
+        const auto subkey = m_store->SubkeyName(open, index);
         if (!subkey)
             return Missing(open, kRegistryNoMoreItems);
         if (className && classLength && *classLength > 0)
@@ -261,10 +261,10 @@ LONG StoredRegistry::RegEnumValueW(
 {
     const std::lock_guard hold(m_lock);
     return Guarded([&]() -> LONG {
-        OpenKey open;
+        RegistryStore::KeyId open = 0;
         if (const LONG status = Find(key, kQueryValue, open); status != kRegistryOk)
             return status;
-        auto value = m_store->ValueAt(open.id, index);
+        auto value = m_store->ValueAt(open, index);
         if (!value)
             return Missing(open, kRegistryNoMoreItems);
         if (const LONG status = DeliverName(value->first, name, nameLength); status != kRegistryOk)
@@ -280,11 +280,10 @@ LONG StoredRegistry::RegSetValueExW(HKEY key, const wchar_t* name, DWORD, DWORD 
         const std::wstring_view valueName = name ? name : L"";
         if ((!data && size > 0) || valueName.size() > kLongestValueName)
             return kRegistryInvalidParameter;
-        OpenKey open;
+        RegistryStore::KeyId open = 0;
         if (const LONG status = Find(key, kSetValue, open); status != kRegistryOk)
             return status;
-        return m_store->SetValue(open.id, valueName, {type, Stored(type, data, size)}) ? kRegistryOk
-                                                                                       : kRegistryKeyDeleted;
+        return m_store->SetValue(open, valueName, {type, Stored(type, data, size)}) ? kRegistryOk : kRegistryKeyDeleted;
     });
 }
 
@@ -292,10 +291,10 @@ LONG StoredRegistry::RegQueryValueExW(HKEY key, const wchar_t* name, DWORD*, DWO
 {
     const std::lock_guard hold(m_lock);
     return Guarded([&]() -> LONG {
-        OpenKey open;
+        RegistryStore::KeyId open = 0;
         if (const LONG status = Find(key, kQueryValue, open); status != kRegistryOk)
             return status;
-        auto value = m_store->Value(open.id, name ? name : L"");
+        auto value = m_store->Value(open, name ? name : L"");
         return value ? Deliver(std::move(*value), type, data, size) : Missing(open, kRegistryNotFound);
     });
 }
@@ -304,12 +303,45 @@ LONG StoredRegistry::RegDeleteValueW(HKEY key, const wchar_t* name)
 {
     const std::lock_guard hold(m_lock);
     return Guarded([&]() -> LONG {
-        OpenKey open;
+        RegistryStore::KeyId open = 0;
         if (const LONG status = Find(key, kSetValue, open); status != kRegistryOk)
             return status;
-        return m_store->DeleteValue(open.id, name ? name : L"") ? static_cast<LONG>(kRegistryOk)
-                                                                : Missing(open, kRegistryNotFound);
+        return m_store->DeleteValue(open, name ? name : L"") ? static_cast<LONG>(kRegistryOk)
+                                                             : Missing(open, kRegistryNotFound);
     });
+}
+
+LONG StoredRegistry::BeginBatch()
+{
+    m_lock.lock();
+    const LONG status = Guarded([&]() -> LONG {
+        m_batches.reserve(m_batches.size() + 1);
+        m_store->BeginBatch();
+        m_batches.push_back(m_lastHandle);
+        return kRegistryOk;
+    });
+    if (status != kRegistryOk)
+        m_lock.unlock();
+    return status;
+}
+
+LONG StoredRegistry::EndBatch(bool keep)
+{
+    const std::lock_guard hold(m_lock);
+    if (m_batches.empty())
+        return kRegistryInvalidParameter;
+    const LONG status = Guarded([&]() -> LONG {
+        m_store->EndBatch(keep);
+        return kRegistryOk;
+    });
+    // What is made next may be given the numbers of keys that were taken back: their handles must not find it.
+    if (!keep || status != kRegistryOk)
+        for (auto& [handle, open] : m_open)
+            if (reinterpret_cast<std::uintptr_t>(handle) > m_batches.back())
+                open.id = 0;
+    m_batches.pop_back();
+    m_lock.unlock();
+    return status;
 }
 
 }   // namespace PREFUTILS

@@ -28,9 +28,9 @@ def run(*command, text=None):
 
 
 def elf_symbols(library):
-    """{symbol: whether it is weak} of an ELF library's exports."""
+    """{symbol: whether it is weak} of an ELF library's exports. The names of versions (A) are none."""
     lines = (line.split() for line in run("nm", "-D", "--defined-only", str(library)).splitlines())
-    return {words[-1].split("@")[0]: words[-2] in "WVuwv" for words in lines}
+    return {words[-1].split("@")[0]: words[-2] in "WVuwv" for words in lines if words[-2] != "A"}
 
 
 def dll_symbols(library):

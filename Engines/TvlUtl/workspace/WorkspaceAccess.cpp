@@ -20,6 +20,12 @@ WorkspaceContainer OpenWorkspaceForWriting(const TvlString& path)
     return container;
 }
 
+bool HasReadableSettings(const TvlString& path)
+{
+    return static_cast<bool>(
+        OpenWorkspaceForReading(path).OpenFile(ContentPath(WorkspaceContainerSchema::settingsFile), false));
+}
+
 TvlString ContentPath(const wchar_t* file) { return ZipContainerSchema::GetContentFilename(file); }
 
 TvlString UILanguageName()

@@ -5,10 +5,12 @@
 #include "SettingsOrigin.h"
 #include "TopMostOwnerWnd.h"
 #include "WUTLRegistry.h"
+#include "WorkspaceAccess.h"
 #include "WorkspaceNames.h"
 #include "siblings/TvlComponent/Application.h"
 #include "siblings/TvlConfig/SuiteFolders.h"
 #include "siblings/TvlConfig/WorkspaceFolders.h"
+#include "siblings/TvlPref/IRegistry.h"
 #include "siblings/TvlPref/IniIoPolicy.h"
 #include "siblings/TvlResources/Resources.h"
 #include "siblings/TvlUtils/LogMessage.h"
@@ -61,6 +63,13 @@ bool AskForReset()
 std::vector<TvlString> WorkspaceFilesOf(const TvlString& folder)
 {
     return File::Find(folder, TvlString(L"*.") + WorkspaceNames::kExtension, false, false);
+}
+
+/// Whether a workspace's settings could not be written and nothing is in their place: the mark of the work stays then, so
+/// that the next start tries again.
+bool IsWithoutSettings(const TvlString& settings, const WorkspaceFile* file)
+{
+    return file && SettingsOrigin::IsUnread(settings, file->GetFilename()) && !File::Exists(settings);
 }
 
 /// Copies the suite's workspaces that the user's folder lacks.
@@ -125,7 +134,8 @@ void WorkspaceManagerCore::Reset(WSM_INIT& init, const std::function<bool()>& co
     LoadLastUsedWorkspace();
     if (WorkspaceFile* const current = GetCurrentWorkspace())
         ExtractSettingsFromWorkspace(*current);
-    mark.Done();
+    if (!IsWithoutSettings(GetProfileSettingsFile(), GetCurrentWorkspace()))
+        mark.Done();
 }
 
 void WorkspaceManagerCore::InitializeIcons()
@@ -204,7 +214,8 @@ void WorkspaceManagerCore::ClearOldAndApplyNewWS(const WSM_INIT& init)
         ExtractSettingsFromWorkspace(*current);
     if (!isSame && Path::Exists(path))
         WriteKey(kLastUsed, path);
-    mark.Done();
+    if (!IsWithoutSettings(GetProfileSettingsFile(), GetCurrentWorkspace()))
+        mark.Done();
 }
 
 void WorkspaceManagerCore::ClearCurrentWS(const WSM_INIT& init, bool deleteCurrent)
@@ -269,17 +280,29 @@ void WorkspaceManagerCore::ExtractSettingsFromWorkspace(WorkspaceFile& file)
     const TvlString settings = GetProfileSettingsFile();
     const InterruptionMark mark(settings, InterruptionMark::kExtracting);
     WorkspaceFileExportSettings exported;
-    file.LoadSettings(settings, m_additionalFiles, exported);
-    ProcessLegacySettings(exported);
-    SettingsOrigin::Record(settings, file.GetFilename());
+    const bool isLoaded = file.LoadSettings(settings, m_additionalFiles, exported);
+    // On a full disk another workspace's settings stay there: they must not find their way into this one.
+    const bool isUnread = !isLoaded && HasReadableSettings(file.GetFilename());
+    SettingsOrigin::SetUnread(settings, isUnread ? file.GetFilename() : TvlString());
+    if (!isUnread) {
+        ProcessLegacySettings(exported);
+        SettingsOrigin::Record(settings, file.GetFilename());
+    }
     IniUpdateRegistry(settings.c_str());
-    mark.Done();
+    if (!IsWithoutSettings(settings, &file))
+        mark.Done();
 }
 
 void WorkspaceManagerCore::SaveSettingsToWorkspace(WorkspaceFile& file)
 {
     const auto mutex = AcquireWSMutex();
-    file.SaveSettings(GetProfileSettingsFile(), m_additionalFiles);
+    if (!SettingsOrigin::IsUnread(GetProfileSettingsFile(), file.GetFilename())) {
+        file.SaveSettings(GetProfileSettingsFile(), m_additionalFiles);
+        return;
+    }
+    TvlUtils::LogMessage(TvlUtils::LogLevel::Warning,
+        L"The settings are not saved, for they are not those of this workspace, which could not be extracted: "
+            + file.GetFilename());
 }
 
 void WorkspaceManagerCore::ProcessLegacySettings(const WorkspaceFile& file)
@@ -332,10 +355,12 @@ void WorkspaceManagerCore::CleanTemporaryIconFolder()
 void WorkspaceManagerCore::AppShuttingDown()
 {
     const auto mutex = AcquireWSMutex();
-    if (WorkspaceFile* const current = GetCurrentWorkspace())
+    WorkspaceFile* const current = GetCurrentWorkspace();
+    if (current)
         SaveSettingsToWorkspace(*current);
     CleanTemporaryIconFolder();
-    if (IsInitialized())
+    // The next start begins with the workspace that the settings are of.
+    if (IsInitialized() && !(current && SettingsOrigin::IsUnread(GetProfileSettingsFile(), current->GetFilename())))
         WriteLastUsedWorkspace();
     SettingsOrigin::Close(GetProfileSettingsFile());
 }
@@ -345,8 +370,10 @@ void WorkspaceManagerCore::WriteLastUsedWorkspace() const
     const WorkspaceFile* const current = GetCurrentWorkspace();
     if (!current)
         return;
+    PREFUTILS::RegistryBatch batch;
     WriteKey(kLastUsed, current->GetFilename());
     WriteKey(kDesktopModeDefault, m_defaultDesktop);
     WriteKey(kTabletModeDefault, m_defaultTablet);
     WriteKey(kTabletModeToggling, m_tabletToggling ? kOn : kOff);
+    batch.Commit();   // what can't be written is missing the next time
 }

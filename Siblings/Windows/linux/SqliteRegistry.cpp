@@ -235,27 +235,48 @@ public:
         return sqlite3_changes(m_database.get()) > 0;
     }
 
+    void BeginBatch() override
+    {
+        m_batches.reserve(m_batches.size() + 1);
+        m_batches.push_back(std::make_unique<Transaction>(*this));
+    }
+
+    void EndBatch(bool keep) override
+    {
+        const std::unique_ptr<Transaction> batch = std::move(m_batches.back());
+        m_batches.pop_back();
+        if (keep)
+            batch->Commit();
+    }
+
 private:
     struct Closer {
         void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
         void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
     };
 
-    /// A write transaction: rolled back unless it is committed.
+    /// A write transaction, or a part of the one that is open: rolled back unless it is committed.
     class Transaction {
     public:
-        explicit Transaction(SqliteStore& store) : m_store(store) { Run("BEGIN IMMEDIATE"); }
+        explicit Transaction(SqliteStore& store) : m_store(store), m_isInner(store.IsInTransaction())
+        {
+            Run(m_isInner ? "SAVEPOINT part" : "BEGIN IMMEDIATE");
+        }
         ~Transaction()
         {
-            if (!m_committed)
-                sqlite3_exec(m_store.m_database.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+            if (!m_committed && m_store.IsInTransaction())
+                sqlite3_exec(m_store.m_database.get(), m_isInner ? "ROLLBACK TO part; RELEASE part" : "ROLLBACK",
+                    nullptr, nullptr, nullptr);
         }
         Transaction(const Transaction&) = delete;
         Transaction& operator=(const Transaction&) = delete;
 
         void Commit()
         {
-            Run("COMMIT");
+            // SQLite takes a transaction back by itself when the disk fails.
+            if (!m_store.IsInTransaction())
+                throw StoreFailure{kRegistryDiskFull};
+            Run(m_isInner ? "RELEASE part" : "COMMIT");
             m_committed = true;
         }
 
@@ -269,6 +290,7 @@ private:
         }
 
         SqliteStore& m_store;
+        bool m_isInner;
         bool m_committed = false;
     };
 
@@ -285,10 +307,15 @@ private:
         return code;
     }
 
+    bool IsInTransaction() const { return m_database && sqlite3_get_autocommit(m_database.get()) == 0; }
+
     void RequireOpen() const
     {
         if (m_status != SQLITE_OK)
             throw StoreFailure{StatusOf(m_status)};
+        // The batch was taken back in its middle: its rest must not be done without its beginning.
+        if (!m_batches.empty() && !IsInTransaction())
+            throw StoreFailure{kRegistryDiskFull};
     }
 
     Query Use(Statement statement) const
@@ -306,6 +333,7 @@ private:
     int m_status = SQLITE_OK;
     std::unique_ptr<sqlite3, Closer> m_database;
     std::unique_ptr<sqlite3_stmt, Closer> m_statements[kStatements];
+    std::vector<std::unique_ptr<Transaction>> m_batches;   // one within the other
 };
 
 /// The file named by TVL_REGISTRY, or one in the user's configuration folder.

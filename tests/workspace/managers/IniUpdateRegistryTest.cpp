@@ -1,6 +1,7 @@
 // A settings file becomes the preferences in the registry.
 #include "IniUpdateRegistry.h"
 #include "ManagerFixture.h"
+#include "MockRegistry.h"
 #include "siblings/TvlUtils/LogMessage.h"
 
 namespace {
@@ -90,6 +91,32 @@ TEST_F(SettingsToRegistry, TellsWhatCanNotBeWrittenAndGoesOn)
     const std::wstring key = std::wstring(kPreferences) + L"\\" + std::wstring(longName.begin(), longName.end());
     EXPECT_EQ(log[0], L"Failed to create registry key  '" + key + L"'");
     EXPECT_EQ(Preference(L"s", L"n"), L"1");
+}
+
+TEST_F(SettingsToRegistry, KeepsItsMarkWhenTheRegistryTakesTheTreeBack)
+{
+    for (const LONG status : {PREFUTILS::kRegistryOk, PREFUTILS::kRegistryDiskFull}) {
+        testing::NiceMock<MockRegistry> registry;
+        EXPECT_CALL(registry, BeginBatch());
+        EXPECT_CALL(registry, EndBatch(true)).WillOnce(testing::Return(status));
+        Apply("[s]\nn=1");
+        EXPECT_EQ(world.Has("s.ini.applying"), status != PREFUTILS::kRegistryOk);
+    }
+}
+
+TEST_F(SettingsToRegistry, OpensEachKeyOnceBesidesTheQuestionWhetherItIsThere)
+{
+    testing::NiceMock<MockRegistry> registry;
+    std::map<std::wstring, int> opened;
+    ON_CALL(registry, RegOpenKeyExW).WillByDefault([&](HKEY, const wchar_t* path, DWORD, DWORD, HKEY*) {
+        ++opened[path];
+        return 0;
+    });
+    EXPECT_CALL(registry, RegSetValueExW).Times(4);
+    Apply("[a]\nn=1\nm=2\no=3\n[b/c]\nn=1");
+    const std::wstring target = std::wstring(kPreferences).substr(18);   // without the root
+    EXPECT_EQ(opened[target + L"\\a"], 2);
+    EXPECT_EQ(opened[target + L"\\b\\c"], 2);
 }
 
 TEST_F(SettingsToRegistry, NamesWhatItSetsInAVerboseLog)

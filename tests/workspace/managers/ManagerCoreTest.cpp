@@ -376,15 +376,4 @@ TEST(WSManagerMutexName, IsTheSameInAnyCase)
     EXPECT_NE(WSManagerMutex::NameFor(L"a"), WSManagerMutex::NameFor(L"b"));
 }
 
-TEST_F(ManagerCore, ReadsTheSystemsModeOfInteraction)
-{
-    constexpr const wchar_t* kShell =
-        L"HKEY_CURRENT_USER\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\ImmersiveShell";
-    EXPECT_EQ(CurrentUserInteractionMode(nullptr), kDesktopInteraction);
-    for (const ULONG value : {1u, 0u, 7u}) {
-        WUTLRegistry::CreateKey(kShell, WUTLRegistry::kReadWriteAccess, 0);
-        WUTLRegistry(kShell).SetValue(L"TabletMode", value);
-        EXPECT_EQ(CurrentUserInteractionMode(app.window), value ? kTabletInteraction : kDesktopInteraction);
-    }
-}
 }   // namespace

@@ -8,8 +8,10 @@
 
 namespace Ports {
 
+/// The terminal that standard input and standard error lead to, if any.
 class TVLSIBLINGS_API Terminal {
 public:
+    /// The system's, or the one that stands in for it.
     static Terminal& Get();
     /// Replaces the port; null restores the system's. The caller keeps ownership.
     static void SetForTests(Terminal*);
