@@ -2,6 +2,7 @@
 #include "Commands.h"
 
 #include "TvlUtlVersion.h"
+#include "session/SessionCommand.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "windows/Modules.h"
 
@@ -50,6 +51,7 @@ int main()   // NOLINT(bugprone-exception-escape)
     AddLanguageFolderCommands(app);
     AddTrackCommand(app);
     AddWorkspaceCommand(app);
+    AddSessionCommand(app);
 
     std::vector<std::string> arguments;
     for (const std::wstring& argument : Ports::Modules::Get().Arguments())

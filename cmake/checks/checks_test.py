@@ -173,6 +173,18 @@ class Documents(unittest.TestCase):
         self.assertEqual((len(wrong), shown), (1, 2))
         self.assertIn("page.md:7: $ echo wrong", wrong[0])
 
+    def test_finds_commands_that_are_not_run(self):
+        help_text = "Usage: tvl\n\nSubcommands:\n  paper   finds papers\n  --json\n"
+        page = ("Run `tvl paper --json` or `tvl papers`, `tvl paper --yaml`, `./dev test` or `./dev tset`.\n\n"
+                "    ./dev test -R units\n    cmake --build build\n    apt-get install all\n    tvl plugin\n    $ tvl 1\n    export it\n")
+        with tempfile.TemporaryDirectory() as folder:
+            program = Path(planted(folder, {"tvl": f"#!/bin/sh\necho '{help_text}'\n", "page.md": page})) / "tvl"
+            program.chmod(0o755)
+            left = documents.not_run(folder, Path(folder) / "page.md")
+        self.assertEqual([text.split("page.md:")[1].split("\n")[0] for text in left], [
+            "5: apt-get install all", " tvl papers: there is no command papers", " tvl paper --yaml: there is no option --yaml",
+            " ./dev tset: ./dev lists no tset", " tvl plugin: there is no command plugin"])
+
     def test_finds_dead_links(self):
         files = {
             "page.md": "[a](other.md) [b](other.md#two-words) [c](https://x.org/gone) [d](sub) [e](#here)\n## Here\n"

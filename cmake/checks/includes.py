@@ -84,6 +84,8 @@ class Tree:
         """The file of this tree that an include in `path` finds, or None when it is none of ours."""
         places = [Path(path).parent.as_posix(), f"{LIBRARY}/include", f"{LIBRARY}/platform", "Siblings", "tests/support"]
         places += [f"{LIBRARY}/{folder}" for folder in self.folders]
+        if path.startswith("Apps/"):
+            places.append("/".join(path.split("/")[:2]))   # the program's folder
         for place in places:
             for candidate in (f"{place}/{name}", f"{place}/{name}.in"):
                 if (self.root / candidate).is_file():
