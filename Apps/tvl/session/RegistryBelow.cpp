@@ -67,3 +67,7 @@ LONG RegistryBelow::RegDeleteValueW(HKEY key, const wchar_t* name)
 {
     return m_system.RegDeleteValueW(Place(key), name);
 }
+
+LONG RegistryBelow::BeginBatch() { return m_system.BeginBatch(); }
+
+LONG RegistryBelow::EndBatch(bool keep) { return m_system.EndBatch(keep); }

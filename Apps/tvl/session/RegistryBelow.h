@@ -31,6 +31,8 @@ public:
     LONG RegQueryValueExW(
         HKEY key, const wchar_t* name, DWORD* reserved, DWORD* type, BYTE* data, DWORD* size) override;
     LONG RegDeleteValueW(HKEY key, const wchar_t* name) override;
+    LONG BeginBatch() override;
+    LONG EndBatch(bool keep) override;
 
 private:
     HKEY Place(HKEY key) const;

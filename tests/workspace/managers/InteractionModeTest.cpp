@@ -31,6 +31,7 @@ public:
         return isKnown ? reinterpret_cast<void*>(&GetTabletMode) : nullptr;
     }
     std::wstring ProgramPath() const override { return {}; }
+    std::wstring PathOf(const void*) const override { return {}; }
     std::vector<std::wstring> Arguments() const override { return {}; }
 
     static bool GetTabletMode(HWND window, bool* isTablet)
