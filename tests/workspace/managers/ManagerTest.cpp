@@ -230,6 +230,8 @@ TEST_F(Manager, CopiesNoMoreIconsThanTheUserAllows)
     const auto manager = Started();
     const TvlString small = world.MakeFile("small.bin");
     const TvlString large = world.MakeFile("large.bin", std::string(700 << 10, '\0'));
+    manager->SetCurrentWorkspace(L"A", false, false);
+    WorkspaceFile& target = *manager->GetCurrentWorkspace();
     CAppPrefObject<TvlString>(L"Workspaces/MaxEntryMegabytes", L"64").SetValue(L"1");
     CAppPrefObject<TvlString>(L"Workspaces/MaxIcons", L"1000").SetValue(L"3");
     struct Row {
@@ -244,8 +246,6 @@ TEST_F(Manager, CopiesNoMoreIconsThanTheUserAllows)
         WorkspaceFile source = Make(name);
         for (int i = 0; i < count; ++i)
             source.AddFile(icon, L"content/icons/" + TvlString(std::to_wstring(i)) + L".ico");
-        manager->SetCurrentWorkspace(L"A", false, false);
-        WorkspaceFile& target = *manager->GetCurrentWorkspace();
         EXPECT_EQ(manager->CopyIconsFromWorkspace(source), isWhole) << name;
         const auto icons = target.GetFilesInDirectory(L"content/icons/.*");
         EXPECT_EQ(icons.size(), copied) << name;
