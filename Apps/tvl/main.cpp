@@ -1,6 +1,7 @@
 // tvl: tries the library's families on real input.
 #include "Commands.h"
 
+#include "TerminalFilter.h"
 #include "TvlUtlVersion.h"
 #include "session/SessionCommand.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
@@ -25,6 +26,7 @@ std::string Explain(const CLI::App* app, const CLI::Error& error)
 int main()   // NOLINT(bugprone-exception-escape)
 {
     std::ios::sync_with_stdio(false);
+    const TerminalGuard guard;
     CLI::App app{"Tries the suite's utilities library on real input.", "tvl"};
     app.set_version_flag("--version", std::string("tvl ") + TvlUtlVersion());
     app.require_subcommand(1);

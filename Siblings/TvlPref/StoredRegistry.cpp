@@ -14,6 +14,8 @@ constexpr const wchar_t* kRootNames[] = {L"HKEY_CLASSES_ROOT", L"HKEY_CURRENT_US
 constexpr DWORD kFirstRoot = 0x80000000;
 constexpr std::size_t kLongestKeyName = 255;   // characters of one part of a path
 constexpr std::size_t kLongestValueName = 16383;
+// Keys below a root, as on Windows. Every key of a path holds the whole of it: names from files could fill the disk.
+constexpr std::ptrdiff_t kMostLevels = 512;
 constexpr DWORD kGenericAccess = 0xF2000000;   // GENERIC_* and MAXIMUM_ALLOWED grant everything
 constexpr DWORD kQueryValue = 0x1;
 constexpr DWORD kSetValue = 0x2;
@@ -88,7 +90,7 @@ const wchar_t* RootName(HKEY key)
     return extended && index < std::size(kRootNames) ? kRootNames[index] : nullptr;
 }
 
-/// Appends the parts of a path, without those that are empty; false when one is too long.
+/// Appends the parts of a path, without those that are empty; false when one is too long or there are too many.
 bool AppendParts(std::wstring_view path, std::wstring& full)
 {
     while (!path.empty()) {
@@ -99,7 +101,7 @@ bool AppendParts(std::wstring_view path, std::wstring& full)
         if (!part.empty())
             full.append(L"\\").append(part);
     }
-    return true;
+    return std::count(full.begin(), full.end(), L'\\') <= kMostLevels;
 }
 
 /// Runs an operation on the store and turns its failure into a status.

@@ -196,6 +196,19 @@ class Documents(unittest.TestCase):
             dead = documents.dead_links(Path(planted(folder, files)) / "page.md")
         self.assertEqual([text.rpartition(" ")[2] for text in dead], ["gone.md", "other.md#gone", "#gone"])
 
+    def test_finds_limits_that_went_stale(self):
+        row = "| some text | {} | `{}` in `a/b.h` |\n"
+        right = [("4,096", "kA"), ("64 MiB", "kB"), ("256 MiB", "kC"), ("64 KiB", "bytes"), ("16", "depth"), ("16 MiB", "kD")]
+        wrong = [("4096 KiB", "kA"), ("63 MiB", "kB"), ("1", "kGone"), ("7", "kSum"), ("16", "kDepth")]
+        files = {
+            "page.md": "".join(row.format(*cells) for cells in right + wrong) + "| x | 1 | `kA` in `gone.h` |\n",
+            "a/b.h": "constexpr int kA = 4096;\nlong long kB = 64LL << 20;\nint kC = std::size_t{256} << 20;\n"
+                     "Limits kL{.bytes = 65536, .depth = 16};\nunsigned kD = 16u << 20;   // bytes\nint kSum = 3 + 4;\n",
+        }
+        with tempfile.TemporaryDirectory() as folder:
+            stale = documents.stale_limits(Path(planted(folder, files)) / "page.md", folder)
+        self.assertEqual([text.split()[1] for text in stale], ["kA", "kB", "kGone", "kSum", "kDepth", "kA"])
+
 
 class Guides(unittest.TestCase):
     PAGE = "# Sums\n\n    not this\n\n```cpp\nint main()\n{\n}\n```\n\nIt prints:\n\n    1\n\n    2\n\nText.\n"

@@ -2,7 +2,8 @@
 
 A shown command is a line "    $ COMMAND"; the indented lines up to the next command or the end of the block are its
 output, standard error included. PROGRAMS is the folder where the commands find this tree's programs. A link to a place in
-this tree must lead to a file, and to a heading where it names one.
+this tree must lead to a file, and to a heading where it names one. A row of a table that ends with a number and a cell
+"`CONSTANT` in `FILE`" must give the number that the file gives the constant.
 
 A command without "$" is only allowed where it can't be run here: those of RUN_ELSEWHERE, with the reason. Forms of the
 program's commands ("tvl paper find", in a block or within text) must name a command that there is, and options that it
@@ -34,6 +35,8 @@ RUN_ELSEWHERE = {
     "git switch": "would leave the branch that is being tested",
     "export PATH=": "what this test does for the commands itself",
 }
+LIMIT = re.compile(r"^\|.*\| *([\d,]+)(?: ([KMG])iB)? *\| *`(\w+)` in `([^`]+)` *\|$", re.MULTILINE)
+SHIFTS = {"": 0, "K": 10, "M": 20, "G": 30}
 HEADING = re.compile(r"^#+ +(.+?) *$", re.MULTILINE)
 
 
@@ -133,10 +136,32 @@ def dead_links(document):
     return dead
 
 
+def value_of(name, source):
+    """The number that a constant or a field has in a source of C++; None where it has none."""
+    plain = re.sub(r"std::size_t\{(\d+)\}", r"\1", source)
+    given = re.search(rf"\b{name} *= *([^;,}}]*)[;,}}]", plain)
+    parts = given and re.fullmatch(r"(\d+)[uUlL]*(?: *(<<|\*) *(\d+)[uUlL]*)?", given.group(1).strip())
+    if not parts:
+        return None
+    first, operator, second = int(parts.group(1)), parts.group(2), int(parts.group(3) or 0)
+    return first << second if operator == "<<" else first * second if operator else first
+
+
+def stale_limits(document, root="."):
+    """One text for each row of a table, limit before constant, whose number is not the constant's in this tree."""
+    stale = []
+    for number, unit, name, path in LIMIT.findall(Path(document).read_text(encoding="utf-8")):
+        source = Path(root) / path
+        value = value_of(name, source.read_text(encoding="utf-8")) if source.exists() else None
+        if value != int(number.replace(",", "")) << SHIFTS[unit]:
+            stale.append(f"{document}: {name} of {path} is {value}, not {number}{unit and f' {unit}iB'}")
+    return stale
+
+
 def main():
     if len(sys.argv) < 3:
         sys.exit(__doc__)
-    dead = [text for document in sys.argv[2:] for text in dead_links(document)]
+    dead = [text for document in sys.argv[2:] for text in [*dead_links(document), *stale_limits(document)]]
     print(*dead, sep="\n", end="\n" if dead else "")
     results = [offences(sys.argv[1], document) for document in sys.argv[2:]]
     for wrong, _ in results:
@@ -145,7 +170,7 @@ def main():
     print(*left, sep="\n", end="\n" if left else "")
     failed, shown = sum(len(wrong) for wrong, _ in results), sum(count for _, count in results)
     print(f"{shown} commands of {len(results)} documents run, {failed} print something else, {len(left)} are not run; "
-          f"{len(dead)} dead links")
+          f"{len(dead)} dead links and stale limits")
     return 1 if failed or left or dead or not shown else 0
 
 

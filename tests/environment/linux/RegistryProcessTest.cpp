@@ -5,7 +5,9 @@
 #include "ChildProcess.h"
 
 #include <csignal>
+#include <filesystem>
 #include <gtest/gtest.h>
+#include <map>
 #include <random>
 #include <sstream>
 #include <sys/resource.h>
@@ -164,6 +166,38 @@ TEST_F(RegistryProcesses, LearnThatABatchCouldNotBeKept)
     EXPECT_TRUE(Holds(L"old", 1));
     Set(L"old", 3);
     EXPECT_TRUE(Holds(L"old", 3)) << "the registry works again";
+}
+
+struct Surroundings {
+    const char* name;
+    std::map<std::string, std::string> variables;
+    const char* file;   // where the registry lies then, below the world's folder; null for nowhere
+};
+
+TEST(RegistryPlace, IsNeverTheFolderThatAProcessHappensToBeIn)
+{
+    const ScratchFolder folder;
+    const std::string here = folder.Path().string();
+    const Surroundings rows[] = {
+        {"a home", {{"XDG_CONFIG_HOME", ""}, {"HOME", here + "/home"}}, "home/.config/TvlUtl/registry.db"},
+        {"a folder of settings", {{"XDG_CONFIG_HOME", here + "/settings"}, {"HOME", ""}},
+            "settings/TvlUtl/registry.db"},
+        {"a relative folder of settings", {{"XDG_CONFIG_HOME", "relative"}, {"HOME", here + "/other"}},
+            "other/.config/TvlUtl/registry.db"},
+        {"a relative home", {{"XDG_CONFIG_HOME", ""}, {"HOME", "relative"}}, nullptr},
+        {"nothing", {{"XDG_CONFIG_HOME", ""}, {"HOME", ""}}, nullptr},
+    };
+    for (const auto& [name, variables, file] : rows) {
+        auto environment = variables;
+        environment["TVL_REGISTRY"] = "";
+        EXPECT_EQ(RunProgram({"registry_writer", {kBaseArgument, "n", "2"}, {}, environment, {}}).exitCode, 0) << name;
+        EXPECT_FALSE(std::filesystem::exists("relative") || std::filesystem::exists(".config")) << name;
+        if (!file)
+            continue;
+        const std::filesystem::path path = folder.Path() / file;
+        EXPECT_TRUE(std::filesystem::exists(path)) << name;
+        EXPECT_EQ(std::filesystem::status(path.parent_path()).permissions(), std::filesystem::perms::owner_all) << name;
+    }
 }
 
 }   // namespace

@@ -55,6 +55,26 @@ TEST_F(SettingsToRegistry, WritesEachEntryAsAText)
     EXPECT_EQ(world.registry.OpenKeys(), 0u);
 }
 
+TEST_F(SettingsToRegistry, PassesOverSectionsThatAreTooDeepForARegistry)
+{
+    const auto deep = [](int levels) {
+        TvlString name = L"a";
+        for (int i = 1; i < levels; ++i)
+            name += L"\\a";
+        return name;
+    };
+    const auto apply = [&](int levels) { Apply("[" + TvlPlatform::ToUtf8(deep(levels)) + "]\nn=1\n[s]\nn=2"); };
+    constexpr int kMostLevels = 512 - 5;   // of the registry, without those above the preferences
+    for (const int levels : {kMostLevels + 1, 1 << 19}) {
+        apply(levels);
+        EXPECT_EQ(Preference(L"s", L"n"), L"2");
+        EXPECT_NE(WUTLRegistry::IsValid((TvlString(kPreferences) + L"\\a").c_str()), 0) << levels;
+    }
+    apply(kMostLevels);
+    EXPECT_EQ(Preference(deep(kMostLevels).c_str(), L"n"), L"1");
+    EXPECT_EQ(world.registry.OpenKeys(), 0u);
+}
+
 TEST_F(SettingsToRegistry, StoresTextsWithoutTheirEndMark)
 {
     Apply("[s]\nn=\nm=abc");

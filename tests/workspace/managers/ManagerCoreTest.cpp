@@ -354,6 +354,16 @@ TEST_F(ManagerCore, ExtractsNoMoreIconsThanTheUserAllows)
     EXPECT_EQ(Started()->ExtractIconResources().size(), 2u);
 }
 
+TEST_F(ManagerCore, ExtractsNoMoreBytesOfIconsThanOneEntryMayHave)
+{
+    WorkspaceFile file = Make("_default");
+    const TvlString large = world.MakeFile("icon.bin", std::string(700 << 10, '\0'));
+    for (const wchar_t* const name : {L"content/icons/a.ico", L"content/icons/b.ico", L"content/icons/c.ico"})
+        file.AddFile(large, name);
+    CAppPrefObject<TvlString>(L"Workspaces/MaxEntryMegabytes", L"64").SetValue(L"1");
+    EXPECT_EQ(Started()->ExtractIconResources().size(), 2u) << "the second one is more than is left";
+}
+
 TEST_F(ManagerCore, SharesOneHoldOfTheMutexInAProcess)
 {
     OpenManager manager;

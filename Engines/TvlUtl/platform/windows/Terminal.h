@@ -23,6 +23,8 @@ public:
     virtual bool UnderstandsEscapes() const = 0;
     /// Whether somebody sits at it: standard input and standard error are both a terminal.
     virtual bool IsInteractive() const { return false; }
+    /// Whether a terminal shows standard output.
+    virtual bool ShowsOutput() const { return false; }
     /// Writes to standard error, without a line's end.
     virtual void Write(const std::wstring&) { }
     /// A line of standard input without its end; empty at the input's end.
