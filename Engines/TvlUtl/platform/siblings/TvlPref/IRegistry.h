@@ -97,6 +97,7 @@ public:
 /// A batch for as long as it lives; one that is not committed is taken back where that is possible.
 class TVLSIBLINGS_API RegistryBatch {
 public:
+    /// Begins the batch; when that fails, changes are made each at once. `registry` must outlive it.
     explicit RegistryBatch(IRegistry& registry = IRegistry::GetInstance());
     ~RegistryBatch();
     RegistryBatch(const RegistryBatch&) = delete;

@@ -51,9 +51,9 @@ public:
     virtual bool SetValue(KeyId key, std::wstring_view name, const RegistryValue& value) = 0;
     /// False when there is no such value.
     virtual bool DeleteValue(KeyId key, std::wstring_view name) = 0;
-    /// Begins a batch, which may stand within another, and ends the last one: keeps its changes or takes them back, as a
-    /// failure to keep them does. A store without batches makes each change at once.
+    /// Begins a batch, which may stand within another. A store without batches makes each change at once.
     virtual void BeginBatch() { }
+    /// Ends the last batch: keeps its changes or takes them back, as a failure to keep them does.
     virtual void EndBatch([[maybe_unused]] bool keep) { }
 };
 
