@@ -257,13 +257,19 @@ TEST_F(Gallery, SwitchesWorkspaces)
         << "before and after";
 }
 
-TEST_F(Gallery, MakesWorkspaces)
+TEST_F(Gallery, MakesAndDeletesWorkspaces)
 {
     ASSERT_TRUE(Screen().GoTo(L"Workspaces"));
     const LRESULT before = Screen().Send(kWorkspaceList, LVM_GETITEMCOUNT);
     Screen().Type(kWorkspaceName, L"mine");
     GalleryScreen::Press(VK_RETURN);
-    EXPECT_TRUE(Waits([before] { return Screen().Send(kWorkspaceList, LVM_GETITEMCOUNT) == before + 1; }));
+    ASSERT_TRUE(Waits([before] { return Screen().Send(kWorkspaceList, LVM_GETITEMCOUNT) == before + 1; }));
+    GalleryScreen::Press('W', VK_MENU);   // to the list
+    ASSERT_TRUE(Waits([] { return Screen().Focus() == kWorkspaceList; }));
+    GalleryScreen::Press(VK_HOME);   // the default one comes later
+    GalleryScreen::Press('D', VK_MENU);
+    EXPECT_TRUE(Waits([before] { return Screen().Send(kWorkspaceList, LVM_GETITEMCOUNT) == before; }))
+        << testing::PrintToString(Screen().Text(kWorkspaceTold));
 }
 
 }   // namespace
