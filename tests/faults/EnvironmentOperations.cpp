@@ -132,7 +132,7 @@ HeapOperations EnvironmentOperations()
             [](Surroundings& surroundings, const HeapRun& outcome) { surroundings.Expect(L"%3A.tvr", outcome); }),
         Row<Surroundings>(
             "FormatDataSize", [](Surroundings& surroundings) { surroundings.text = TvlUtl::FormatDataSize(123456789); },
-            [](Surroundings& surroundings, const HeapRun& outcome) { surroundings.Expect(L"118", outcome); }),
+            [](Surroundings& surroundings, const HeapRun& outcome) { surroundings.Expect(L"117 ", outcome); }),
         Row<Surroundings>(
             "GetCurrentUserName", [](Surroundings& surroundings) { surroundings.text = TvlUtl::GetCurrentUserName(); },
             [](Surroundings&, const HeapRun&) {}),

@@ -26,8 +26,8 @@ struct Files {
     /// A file is the old one or the new one, and no other file is left beside it once all went well.
     void Check(const char* name, const std::string& old, const std::string& next, const HeapRun& outcome)
     {
-        const std::string bytes = world.Get(name).value_or("none");
-        EXPECT_TRUE(bytes == next || (bytes == old && !isDone)) << bytes;
+        const std::string found = world.Get(name).value_or("none");
+        EXPECT_TRUE(found == next || (found == old && !isDone)) << found;
         EXPECT_TRUE(isDone || outcome.hasFailed);
         if (outcome.IsSound()) {
             EXPECT_EQ(world.files.CountFiles(), kFiles) << "leftovers";

