@@ -1,6 +1,7 @@
 // Texts by key, from the JSON files of the suite's language folders.
 #include "siblings/TvlResources/Resources.h"
 
+#include "TvlUtils/FileAccess.h"
 #include "Windows/SystemFiles.h"
 #include "siblings/TvlConfig/SuiteFolders.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
@@ -27,6 +28,7 @@ namespace {
 using Texts = std::unordered_map<TvlString, TvlString>;
 using TvlUtils::SystemIO::FromFilePath;
 using TvlUtils::SystemIO::ToFilePath;
+using TvlUtils::SystemIO::Within;
 namespace fs = std::filesystem;
 namespace Json = TvlUtils::Json;
 
@@ -98,12 +100,13 @@ void ReadFile(const fs::path& path, Texts& texts)
 
 void ReadFolder(const std::wstring& folder, Texts& texts)
 {
-    const fs::path path = ToFilePath(TvlConfig::GetSuiteDir()) / "Languages" / ToFilePath(folder) / "Data" / "Texts";
+    const fs::path path =
+        Within(ToFilePath(TvlConfig::GetSuiteDir()), "Languages") / ToFilePath(folder) / "Data" / "Texts";
     std::vector<TvlUtils::SystemIO::FolderEntry> entries;
     const auto listed = TvlUtils::SystemIO::ListSystemFolder(path, entries);
     for (const auto& entry : entries)
         if (entry.name.extension() == ".json")
-            ReadFile(path / entry.name, texts);
+            ReadFile(Within(path, entry.name), texts);
     if (!listed)
         TvlUtils::LogMessage(TvlUtils::LogLevel::Error, TvlString().Format(L"no texts in \"%s\"", FromFilePath(path)));
 }

@@ -30,6 +30,7 @@ HeapOperations ManagerOperations()
             [](ManagerWorld& managers) {
                 managers.manager.reset();
                 managers.Restart();
+                managers.result = Result::Ok;
             },
             [](ManagerWorld& managers, const HeapRun& outcome) { CheckResult(managers, outcome); }),
         Row<Started>(

@@ -27,9 +27,16 @@ WorkspaceManager& ManagerWorld::Manager()
     return *manager;
 }
 
+void ManagerWorld::End()
+{
+    if (manager)
+        manager->AppShuttingDown();
+    manager.reset();
+}
+
 void ManagerWorld::CheckNextStart()
 {
-    manager.reset();
+    End();
     const auto next = Start();
     const auto& workspaces = next->GetWorkspaces();
     EXPECT_GE(workspaces.cend() - workspaces.cbegin(), 3);

@@ -16,6 +16,8 @@ struct ManagerWorld : WorkspaceFaultWorld {
     void Restart() { manager = Start(); }
     /// The manager, started when it is not there: a run that could not end it leaves it for the next.
     WorkspaceManager& Manager();
+    /// Ends the application, as long as it runs, in the way that it should.
+    void End();
     /// What a process that starts now finds: all workspaces with settings of their own, and a current one.
     void CheckNextStart();
 

@@ -77,7 +77,9 @@ FileOperations WritesOfWorkspaces()
             "switch", 60,
             [](Managing& managing) {
                 managing.Restart();
-                return managing.manager->SetCurrentWorkspace(L"A", false, false) == Result::Ok;
+                const Result result = managing.manager->SetCurrentWorkspace(L"A", false, false);
+                managing.End();
+                return result == Result::Ok;
             },
             CheckNextStart),
         FileRow<Managing>(
@@ -85,7 +87,9 @@ FileOperations WritesOfWorkspaces()
             [](Managing& managing) {
                 managing.Restart();
                 managing.manager->DeleteWorkspace(L"New");
-                return managing.manager->CreateNewWorkspace(L"New", L"A", L"title", L"about") == Result::Ok;
+                const Result result = managing.manager->CreateNewWorkspace(L"New", L"A", L"title", L"about");
+                managing.End();
+                return result == Result::Ok;
             },
             [](Managing& managing, const FileRun& run) { CheckCopy(managing, "user/Workspaces/New.tvws", run); }),
         FileRow<Managing>(
@@ -95,7 +99,9 @@ FileOperations WritesOfWorkspaces()
                 const TvlString path = FaultWorld::Path("user/exported.tvws");
                 File::Delete(path);
                 // The result does not tell: there is no target when the copy failed.
-                return managing.manager->ExportWorkspace(path, {}) == Result::Ok && File::Exists(path);
+                const bool isDone = managing.manager->ExportWorkspace(path, {}) == Result::Ok && File::Exists(path);
+                managing.End();
+                return isDone;
             },
             [](Managing& managing, const FileRun& run) { CheckCopy(managing, "user/exported.tvws", run); }),
         FileRow<Managing>(
@@ -103,7 +109,9 @@ FileOperations WritesOfWorkspaces()
             [](Managing& managing) {
                 managing.Restart();
                 managing.manager->CreateNewWorkspace(L"New", L"A", L"title", L"about");
-                return managing.manager->DeleteWorkspace(L"New") == Result::Ok;
+                const Result result = managing.manager->DeleteWorkspace(L"New");
+                managing.End();
+                return result == Result::Ok;
             },
             [](Managing& managing, const FileRun& run) {
                 EXPECT_FALSE(run.isDone && managing.world.Get("user/Workspaces/New.tvws"));

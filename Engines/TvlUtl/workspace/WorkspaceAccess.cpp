@@ -20,6 +20,12 @@ WorkspaceContainer OpenWorkspaceForWriting(const TvlString& path)
     return container;
 }
 
+bool MayHaveSettings(const TvlString& path)
+{
+    const WorkspaceContainer container = OpenWorkspaceForReading(path);
+    return !container || container.DoesFileExist(ContentPath(WorkspaceContainerSchema::settingsFile));
+}
+
 TvlString ContentPath(const wchar_t* file) { return ZipContainerSchema::GetContentFilename(file); }
 
 TvlString UILanguageName()

@@ -5,12 +5,14 @@
 #include "SettingsOrigin.h"
 #include "TopMostOwnerWnd.h"
 #include "WUTLRegistry.h"
+#include "WorkspaceAccess.h"
 #include "WorkspaceNames.h"
 #include "siblings/TvlComponent/Application.h"
 #include "siblings/TvlConfig/SuiteFolders.h"
 #include "siblings/TvlConfig/WorkspaceFolders.h"
 #include "siblings/TvlPref/IniIoPolicy.h"
 #include "siblings/TvlResources/Resources.h"
+#include "siblings/TvlUtils/FilePath.h"
 #include "siblings/TvlUtils/LogMessage.h"
 #include "siblings/TvlUtils/SystemIO.h"
 #include "windows/Windowing.h"
@@ -64,6 +66,13 @@ std::vector<TvlString> WorkspaceFilesOf(const TvlString& folder)
 }
 
 /// Copies the suite's workspaces that the user's folder lacks.
+/// Whether there is nothing of this name. What can't be looked at is not missing: a new file would take its place.
+bool IsMissing(const TvlString& path)
+{
+    TvlUtils::SystemIO::FileStatus status;
+    return TvlUtils::SystemIO::FileLayer::Get().Stat(TvlUtils::SystemIO::ToFilePath(path), status).IsMissing();
+}
+
 void CopyStockWorkspaces(const TvlString& userFolder)
 {
     const std::vector<TvlString> present = WorkspaceFilesOf(userFolder);
@@ -74,7 +83,8 @@ void CopyStockWorkspaces(const TvlString& userFolder)
         if (isPresent)
             continue;
         const TvlString copy = Path::Combine(userFolder, name);
-        static_cast<void>(File::Copy(stock, copy, true));   // what can't be copied is missing in the list
+        // What can't be copied is missing in the list; a workspace that could not be listed stays.
+        static_cast<void>(File::Copy(stock, copy, false));
         File::MakeWritable(copy);
     }
 }
@@ -139,7 +149,7 @@ void WorkspaceManagerCore::ConstructWorkspaceList()
     m_workspaces.clear();
     const TvlString userFolder = GetUserProfileWorkspaceDir();
     CopyStockWorkspaces(userFolder);
-    if (const TvlString path = GetDefaultWorkspacePath(); !Path::Exists(path))
+    if (const TvlString path = GetDefaultWorkspacePath(); IsMissing(path))
         WorkspaceFile::CreateDefault(path);
     for (const TvlString& path : WorkspaceFilesOf(userFolder))
         if (WorkspaceFile file(path); file)
@@ -269,16 +279,21 @@ void WorkspaceManagerCore::ExtractSettingsFromWorkspace(WorkspaceFile& file)
     const TvlString settings = GetProfileSettingsFile();
     const InterruptionMark mark(settings, InterruptionMark::kExtracting);
     WorkspaceFileExportSettings exported;
-    file.LoadSettings(settings, m_additionalFiles, exported);
+    const bool isLoaded = file.LoadSettings(settings, m_additionalFiles, exported);
     ProcessLegacySettings(exported);
     SettingsOrigin::Record(settings, file.GetFilename());
     IniUpdateRegistry(settings.c_str());
-    mark.Done();
+    // Settings that could not be extracted are extracted by the next start; see SaveSettingsToWorkspace.
+    if (isLoaded || !MayHaveSettings(file.GetFilename()))
+        mark.Done();
 }
 
 void WorkspaceManagerCore::SaveSettingsToWorkspace(WorkspaceFile& file)
 {
     const auto mutex = AcquireWSMutex();
+    // Those on disk are another workspace's then: this one keeps its own.
+    if (InterruptionMark::WasLeft(GetProfileSettingsFile(), InterruptionMark::kExtracting))
+        return;
     file.SaveSettings(GetProfileSettingsFile(), m_additionalFiles);
 }
 
