@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 #include <string>
+#include <string_view>
 
 namespace {
 using Fault = MemoryFiles::Fault;
@@ -36,6 +37,15 @@ std::vector<FileOperation> AllOperations()
 
 class FileFaults : public testing::TestWithParam<FileOperation> {
 protected:
+    static std::size_t CountAsides(const MemoryFiles& files)
+    {
+        constexpr std::string_view kEnd = ".aside\n";
+        const std::string names = files.ListFiles();
+        std::size_t count = 0;
+        for (std::size_t at = 0; (at = names.find(kEnd, at)) != names.npos; at += kEnd.size())
+            ++count;
+        return count;
+    }
     /// Runs the operation to its end or that of the process.
     static FileRun Run(const FileTrial& trial)
     {
@@ -79,7 +89,9 @@ protected:
         EXPECT_TRUE(next.isDone) << "with sound files again";
         trial.forget();
         trial.check(next);
-        EXPECT_LE(trial.files->CountFiles(), soundFiles) << "leftovers:\n" << trial.files->ListFiles();
+        EXPECT_LE(trial.files->CountFiles() - (GetParam().writesAgain ? 0 : CountAsides(*trial.files)), soundFiles)
+            << "leftovers:\n"
+            << trial.files->ListFiles();
         return run.hasFailed;
     }
 };

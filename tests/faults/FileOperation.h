@@ -29,6 +29,9 @@ struct FileOperation {
     const char* name;
     std::size_t recorded;   // file operations that it is known to do; fewer of them say that the seam has come loose
     std::function<FileTrial()> begin;
+    /// Whether a second run writes every file that a first one did. What a failed writer could not take away from beside a
+    /// file goes with the next success on that file, and on no other.
+    bool writesAgain = true;
 
     friend void PrintTo(const FileOperation& operation, std::ostream* out) { *out << operation.name; }
 };

@@ -18,6 +18,7 @@ void CheckResult(ManagerWorld& managers, const HeapRun& outcome)
 {
     EXPECT_TRUE(managers.result == Result::Ok || outcome.hasFailed) << static_cast<int>(managers.result);
     managers.result = Result::InitFailed;
+    managers.mayMix = managers.mayMix || outcome.hasFailed;
     managers.CheckNextStart();
 }
 }   // namespace

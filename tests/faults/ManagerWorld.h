@@ -19,8 +19,12 @@ struct ManagerWorld : WorkspaceFaultWorld {
     /// Ends the application, as long as it runs, in the way that it should.
     void End();
     /// What a process that starts now finds: all workspaces with settings of their own, and a current one.
+    /// @see mayMix
     void CheckNextStart();
 
+    /// A start that could not list the workspaces takes another one for the current one, and its end saves the settings on
+    /// disk there: a known limit, docs/reliability.md. Settings are those of some workspace then.
+    bool mayMix = false;
     std::unique_ptr<WorkspaceManager> manager;
     WorkspaceManagerTypes::Result result{};
 };

@@ -5,6 +5,7 @@
 #include "siblings/TvlUtils/SystemIO.h"
 
 #include <gtest/gtest.h>
+#include <string_view>
 
 namespace {
 using Result = WorkspaceManagerTypes::Result;
@@ -65,7 +66,7 @@ struct OneFile : WorkspaceFaultWorld {
 
 FileOperations WritesOfWorkspaces()
 {
-    return {
+    FileOperations operations = {
         FileRow<Managing>(
             "start", 20,
             [](Managing& managing) {
@@ -81,7 +82,10 @@ FileOperations WritesOfWorkspaces()
                 managing.End();
                 return result == Result::Ok;
             },
-            CheckNextStart),
+            [](Managing& managing, const FileRun& run) {
+                managing.mayMix = managing.mayMix || run.hasFailed;
+                CheckNextStart(managing, run);
+            }),
         FileRow<Managing>(
             "create", 60,
             [](Managing& managing) {
@@ -149,4 +153,8 @@ FileOperations WritesOfWorkspaces()
                 file.Check("old", run);
             }),
     };
+    // A second switch to the workspace that is current already saves nothing to the one before.
+    for (FileOperation& operation : operations)
+        operation.writesAgain = operation.name != std::string_view("switch");
+    return operations;
 }
