@@ -14,6 +14,7 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
+#include <sstream>
 #include <unistd.h>
 #include <vector>
 #include <zip.h>
@@ -195,7 +196,9 @@ public:
         for (const char* const name : {"a.tvws", "b.tvws"}) {
             std::filesystem::copy_file(
                 TheWorkspace().File(), File(name), std::filesystem::copy_options::overwrite_existing);
-            WorkspaceFile(TvlUtils::SystemIO::FromFilePath(File(name))).SaveSettings(Settings(), {});
+            const TvlString path = TvlUtils::SystemIO::FromFilePath(File(name));
+            WorkspaceFile(path).SaveSettings(Settings(), {});
+            FillUp(path);
         }
         WSM_INIT init;
         init.Product = L"Suite";
@@ -210,6 +213,18 @@ public:
     WorkspaceManager manager;
 
 private:
+    /// Adds bytes that don't shrink, up to a file of 1 MB.
+    static void FillUp(const TvlString& path)
+    {
+        std::mt19937 random(7);
+        std::string bytes(1'000'000 - std::filesystem::file_size(TvlUtils::SystemIO::ToFilePath(path)), '\0');
+        for (char& c : bytes)
+            c = static_cast<char>(random());
+        WorkspaceContainer container = WorkspaceContainer::Open(path, ZipFile::OpenMode::ReadWrite);
+        container.CreateFileW(L"content/picture.bin", false, false, nullptr).Write(bytes.data(), bytes.size());
+        container.Close();
+    }
+
     std::filesystem::path m_folder = std::filesystem::temp_directory_path() / "bench-managers";
     PREFUTILS::StoredRegistry m_registry{PREFUTILS::MakeMemoryStore()};
 };
@@ -231,29 +246,109 @@ void WorkspaceManagerSwitch_Own(benchmark::State& state)
     }
 }
 
-/// The same reads and writes of files; nothing becomes of the settings.
+/// What a switch writes beside the archives by the system's calls, with the same flushes.
+void FlushPath(const std::string& path)
+{
+    const int descriptor = open(path.c_str(), O_RDONLY);
+    fsync(descriptor);
+    close(descriptor);
+}
+
+void WriteFlushed(const std::string& path, std::string_view bytes)
+{
+    const std::string aside = path + ".aside";
+    std::ofstream(aside, std::ios::binary) << bytes;
+    Replace(aside, path);
+    FlushPath(std::filesystem::path(path).parent_path());
+}
+
+std::string ReadFile(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    std::string bytes(static_cast<std::size_t>(std::filesystem::file_size(path)), '\0');
+    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return bytes;
+}
+
+/// Each line "name=value" becomes a value of its section's key, below a key that was emptied first.
+void StoreSettings(PREFUTILS::IRegistry& registry, const std::string& settings)
+{
+    const HKEY user = PREFUTILS::RegistryRoot(0x80000001);
+    const std::wstring target = L"SOFTWARE\\Peer\\Application Preferences";
+    registry.RegDeleteKeyW(user, target.c_str());
+    HKEY key = nullptr;
+    std::istringstream lines(settings);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.ends_with('\r'))
+            line.pop_back();
+        if (line.starts_with('[')) {
+            if (key)
+                registry.RegCloseKey(key);
+            const std::wstring section = target + L"\\" + TvlPlatform::FromUtf8(line.substr(1, line.size() - 2));
+            registry.RegCreateKeyExW(
+                user, section.c_str(), 0, nullptr, 0, PREFUTILS::kRegistryReadWrite, nullptr, &key, nullptr);
+        } else if (const std::size_t equals = line.find('='); equals != line.npos) {
+            const std::wstring name = TvlPlatform::FromUtf8(line.substr(0, equals));
+            const std::wstring value = TvlPlatform::FromUtf8(line.substr(equals + 1));
+            registry.RegSetValueExW(key, name.c_str(), 0, PREFUTILS::kRegistryText,
+                reinterpret_cast<const BYTE*>(value.data()), static_cast<DWORD>(value.size() * sizeof(wchar_t)));
+        }
+    }
+    registry.RegCloseKey(key);
+}
+
+/// A workspace takes the settings file in, as libzip replaces a file. It does not flush: that is done here.
+void StoreEntry(const std::string& archive, const std::string& settings)
+{
+    zip_t* const changed = zip_open(archive.c_str(), ZIP_CHECKCONS, nullptr);
+    zip_source_t* const source = zip_source_buffer(changed, settings.data(), settings.size(), 0);
+    zip_file_add(changed, "content/settings.ini", source, ZIP_FL_OVERWRITE);
+    zip_close(changed);
+    FlushPath(archive);
+    FlushPath(std::filesystem::path(archive).parent_path());
+}
+
+std::string LoadEntry(const std::string& archive)
+{
+    zip_t* const opened = zip_open(archive.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, nullptr);
+    std::string settings =
+        ReadEntry(opened, static_cast<zip_uint64_t>(zip_name_locate(opened, "content/settings.ini", 0)));
+    zip_discard(opened);
+    return settings;
+}
+
+/// A file that stands beside the settings as long as they are being replaced.
+class Mark {
+public:
+    explicit Mark(std::string path) : m_path(std::move(path))
+    {
+        close(open(m_path.c_str(), O_WRONLY | O_CREAT | O_EXCL, 0666));
+    }
+    Mark(const Mark&) = delete;
+    Mark& operator=(const Mark&) = delete;
+    ~Mark() { unlink(m_path.c_str()); }
+
+private:
+    std::string m_path;
+};
+
+/// The same by libzip and the system's calls alone: the settings file into the one workspace, the other's out of it and
+/// into the registry, and what is noted beside them.
 void WorkspaceManagerSwitch_Libzip(benchmark::State& state)
 {
     const std::string files[] = {TheManager().File("a.tvws"), TheManager().File("b.tvws")};
-    const std::string target = TheManager().File("settings.ini.peer");
-    std::string settings(20'000, '1');
+    const std::string settings = TheManager().File("peer.ini");
+    PREFUTILS::StoredRegistry registry{PREFUTILS::MakeMemoryStore()};
+    WriteFlushed(settings, LoadEntry(files[0]));
     std::size_t current = 0;
     for (auto _ : state) {
-        zip_t* archive = zip_open(files[current].c_str(), ZIP_CHECKCONS, nullptr);
-        zip_source_t* const source = zip_source_buffer(archive, settings.data(), settings.size(), 0);
-        zip_file_add(archive, "content/settings.ini", source, ZIP_FL_OVERWRITE);
-        zip_close(archive);
-        const int descriptor = open(files[current].c_str(), O_RDONLY);
-        fsync(descriptor);
-        close(descriptor);
-
+        StoreEntry(files[current], ReadFile(settings));
         current = 1 - current;
-        archive = zip_open(files[current].c_str(), ZIP_RDONLY | ZIP_CHECKCONS, nullptr);
-        const auto index = zip_name_locate(archive, "content/settings.ini", 0);
-        const std::string extracted = ReadEntry(archive, static_cast<zip_uint64_t>(index));
-        zip_discard(archive);
-        std::ofstream(target + ".aside", std::ios::binary) << extracted;
-        Replace(target + ".aside", target);
+        const Mark extracting(settings + ".extracting");
+        WriteFlushed(settings, LoadEntry(files[current]));
+        WriteFlushed(settings + ".origin", files[current]);
+        const Mark applying(settings + ".applying");
+        StoreSettings(registry, ReadFile(settings));
     }
 }
 

@@ -1,7 +1,8 @@
 """Measures benchmarks beside their peers and compares the ratios with limits.txt: ratios.py FOLDER [NAME]
 
 FOLDER holds the programs bench_*. NAME, a part of a benchmark's name, picks some. The runs of a program are interleaved at
-random, so that a busy machine burdens both sides alike, and the least processor time of each benchmark counts. Exits with
+random, so that a busy machine burdens both sides alike, and the least processor time of each benchmark counts; a
+benchmark that measures by itself ("/manual_time") counts with the time that it tells. Exits with
 1 when a ratio is above its limit, 2 when a line has no benchmark.
 """
 import json
@@ -16,11 +17,12 @@ SECONDS = "0.05"
 
 
 def limits(path, wanted):
-    """(own, peer, limit, whether the mean counts) of each line."""
+    """(own, peer, limit, whether the mean counts) of each line; a limit that begins with "+" stays a text."""
     for line in path.read_text().splitlines():
         words = line.split("#")[0].split()
         if words and wanted in words[0]:
-            yield words[0], words[1], float(Fraction(words[2])), words[3:] == ["mean"]
+            limit = words[2] if words[2].startswith("+") else float(Fraction(words[2]))
+            yield words[0], words[1], limit, words[3:] == ["mean"]
 
 
 def listed(program):
@@ -38,8 +40,8 @@ def least_times(program, names):
     times = {}
     for row in json.loads(run.stdout)["benchmarks"]:
         if row["run_type"] == "iteration":
-            time = row["cpu_time"] * scale[row["time_unit"]]
             name = row["run_name"]
+            time = row["real_time" if name.endswith("/manual_time") else "cpu_time"] * scale[row["time_unit"]]
             times[name] = min(time, times.get(name, math.inf))
     return times
 
@@ -51,6 +53,12 @@ def ratios(times, own, peer, mean):
     if mean and pairs:
         return [(own, math.exp(sum(math.log(ratio) for _, ratio in pairs) / len(pairs)))]
     return pairs
+
+
+def ratio_of_more(times, peer, limit):
+    """The ratio that "+N", N microseconds more than the peer, comes to."""
+    base = min((time for name, time in times.items() if name.split("/")[0] == peer), default=math.inf)
+    return 1 + float(limit) * 1e3 / base
 
 
 def main():
@@ -66,6 +74,8 @@ def main():
     print(f"{'benchmark':44} {'peer':28} {'ratio':>8} {'limit':>8}")
     for own, peer, limit, mean in rows:
         found = ratios(times, own, peer, mean)
+        if isinstance(limit, str):
+            limit = ratio_of_more(times, peer, limit)
         if not found:
             print(f"{own:44} {peer:28}  no such benchmarks")
             status = 2

@@ -46,7 +46,11 @@ set(TVL_INTERFACES "${PROJECT_SOURCE_DIR}/Engines/TvlUtl/include" "${PROJECT_SOU
 configure_file("${PROJECT_SOURCE_DIR}/Engines/TvlUtl/include/TvlUtlVersion.h.in"
     "${PROJECT_BINARY_DIR}/include/TvlUtlVersion.h" @ONLY)
 add_library(TvlHeaders INTERFACE)
-target_include_directories(TvlHeaders INTERFACE ${TVL_INTERFACES})
+set_target_properties(TvlHeaders PROPERTIES EXPORT_NAME Headers)
+target_compile_features(TvlHeaders INTERFACE cxx_std_20)
+foreach(interface ${TVL_INTERFACES})
+    target_include_directories(TvlHeaders INTERFACE "$<BUILD_INTERFACE:${interface}>")
+endforeach()
 
 # One folder of the library as an object library. USES lists the folders below it whose headers it may include:
 # a folder that is not listed is not on the include path. SOURCES adds files that stand directly in Engines/TvlUtl.
@@ -62,21 +66,78 @@ function(tvl_library_folder name)
     set_property(GLOBAL APPEND PROPERTY TVL_FOLDERS TvlUtl_${name})
 endfunction()
 
-# Exports what belongs to explicit instantiations of TvlUtils::Singleton but carries no export mark on windows: the
-# variables inside their functions. Each instantiation is given by its template arguments as the compiler writes them in
-# symbols, such as 5CpuIDLi0E for <CpuID, 0>. Once for a library.
-function(tvl_export_singletons target)
-    if(NOT WIN32)
-        return()
+# Versions of a shared library. Before 1.0.0 a minor version may change interfaces, so the name that programs ask for at
+# run time has both numbers.
+function(tvl_shared_library_version target)
+    set(interfaces ${PROJECT_VERSION_MAJOR})
+    if(PROJECT_VERSION_MAJOR EQUAL 0)
+        set(interfaces ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
     endif()
+    set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${interfaces})
+    if(UNIX)
+        set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
+    endif()
+endfunction()
+
+# What a library exports, as the linker wants it: a version script on linux, a .def file on windows.
+# LIST names the file of exports; without one all that carries an export mark is exported. The plain names of both targets
+# and, on linux, the C++ families come from it. On windows the marks in the code choose the C++ functions.
+# SINGLETONS are explicit instantiations of TvlUtils::Singleton by their template arguments, as the compiler writes them
+# in symbols, such as 5CpuIDLi0E for <CpuID, 0>: the variables inside their functions carry no mark on windows.
+function(tvl_exports target)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "LIST" "SINGLETONS")
+    set(plain "")
+    set(families "")
+    if(arg_LIST)
+        set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${arg_LIST}")
+        file(STRINGS "${arg_LIST}" lines)
+        foreach(line ${lines})
+            string(REGEX REPLACE "[ \t]*#.*" "" line "${line}")
+            if(line MATCHES "^(function|class) (.+)")
+                list(APPEND families "${CMAKE_MATCH_2}")
+            elseif(line)
+                list(APPEND plain "${line}")
+            endif()
+        endforeach()
+    endif()
+    if(WIN32)
+        tvl_module_definition(${target} "${plain}" "${arg_SINGLETONS}")
+    elseif(arg_LIST)
+        tvl_version_script(${target} "${plain}" "${families}")
+    endif()
+endfunction()
+
+function(tvl_module_definition target plain singletons)
     set(exports "EXPORTS\n")
-    foreach(arguments ${ARGN})
+    foreach(name ${plain})
+        string(APPEND exports "${name}\n")
+    endforeach()
+    foreach(arguments ${singletons})
         set(function "N8TvlUtils9SingletonI${arguments}E16GetSingletonDataEb")
         string(APPEND exports "_ZZ${function}E8g_pEntry DATA\n_ZZ${function}E10resetEntry DATA\n"
             "_ZGVZ${function}E10resetEntry DATA\n")
     endforeach()
     file(CONFIGURE OUTPUT "${target}.def" CONTENT "${exports}" @ONLY)
     target_sources(${target} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/${target}.def")
+endfunction()
+
+# Patterns stand for arguments and members. Weak copies of inline code that other libraries have too stay visible, and so
+# do tables and type information: a process may hold one of each alone.
+function(tvl_version_script target plain families)
+    string(JOIN ";\n        " names ${plain})
+    set(patterns "")
+    foreach(name ${families})
+        string(APPEND patterns "            ${name}*;\n            *?${name}::*;\n")
+    endforeach()
+    string(TOUPPER "${target}" node)
+    foreach(shared std:: __gnu_cxx:: TvlUtils:: for?)
+        string(APPEND patterns "            ${shared}*;\n            *?${shared}*;\n")
+    endforeach()
+    string(CONCAT script "${node}_${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR} {\n    global:\n        ${names};\n"
+        "        __odr_asan*;\n        extern \"C++\" {\n${patterns}        };\n    local:\n        *;\n};\n")
+    file(CONFIGURE OUTPUT "${target}.map" CONTENT "${script}" @ONLY)
+    target_link_options(${target} PRIVATE "LINKER:--version-script=${CMAKE_CURRENT_BINARY_DIR}/${target}.map")
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${CMAKE_CURRENT_BINARY_DIR}/${target}.map")
 endfunction()
 
 # Tests write to a registry of the build's own. A request that no heap can meet answers null under a sanitizer too, as it does without one.

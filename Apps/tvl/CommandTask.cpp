@@ -1,6 +1,7 @@
 #include "CommandTask.h"
 
 #include "Commands.h"
+#include "TerminalFilter.h"
 #include "windows/Terminal.h"
 
 #include <CLI/CLI.hpp>
@@ -53,7 +54,7 @@ Interrupts::~Interrupts()
 }
 
 CommandTask::CommandTask(const wchar_t* name)
-    : m_view(std::cerr, ErrorScreen()),
+    : m_view(UnfilteredErrors(), ErrorScreen()),
       m_task(TvlUtl::ITaskProgressMgr::GetInst().CreateTask(kCommandGroup, kCommandType, name))
 {
 }

@@ -1,4 +1,5 @@
 // tvl measure: what a numeric field makes of a text.
+#include "../MeasureText.h"
 #include "Commands.h"
 #include "MeasureOptions.h"
 #include "TextInput.h"

@@ -1,8 +1,8 @@
 #include "MeasureOptions.h"
 
+#include "../MeasureText.h"
 #include "Commands.h"
 #include "Units.h"
-#include "WRegionalSupportFormat.h"
 #include "WUnit.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "windows/Locale.h"
@@ -17,15 +17,6 @@
 namespace {
 constexpr int kDisplays = 41;   // ids of built-in displays are below
 constexpr int kNoDisplays[] = {18, 19, 20, 21};
-constexpr std::size_t kSeparatorCapacity = 16;
-
-struct SameMeasure {
-    int display;
-    int measure;
-};
-
-// Picas and ciceros, which the procedural functions know by the ids of their chains with points and didots.
-constexpr SameMeasure kSameMeasures[] = {{24, 3}, {25, 12}, {35, 12}, {36, 3}};
 
 bool IsDisplay(int id)
 {
@@ -53,8 +44,6 @@ std::optional<int> IdOf(const std::string& text)
     }
     return std::nullopt;
 }
-
-bool ShowsFractions(int id) { return id == 31 || id == 33 || id == 34; }
 }   // namespace
 
 int UnitName::Id() const
@@ -67,10 +56,7 @@ int UnitName::Id() const
 
 int UnitName::MeasureId() const
 {
-    int id = Id();
-    for (const auto& [display, measure] : kSameMeasures)
-        if (id == display)
-            id = measure;
+    const int id = ProceduralUnit(Id());
     if (UNITConvertUnitToBase(static_cast<unsigned>(id), 0.0, 1.0) != 0.0)
         return id;
     std::cerr << "tvl: \"" << text << "\" is a unit of texts alone; use one that is a plain measure\n";
@@ -118,20 +104,4 @@ void PrintProblem(const TvlString& text, std::size_t position, const TvlString& 
     std::cout.flush();
     std::cerr << "tvl: " << TvlPlatform::ToUtf8(shown) << "\n     " << std::string(position - begin, ' ') << "^ "
               << TvlPlatform::ToUtf8(problem) << "\n";
-}
-
-TvlString RegionalText(WUnit& units, int id, double value, unsigned form, int decimals)
-{
-    units.GetUnitString(id, form);   // loads every part of a chain
-    TvlString text = units.DisplayUnitValueAsString(id, value, form, decimals);
-    if (!std::isfinite(value) || ShowsFractions(id) || units.GetNumberOfUnitInCollection(id) != 1)
-        return text;
-    // Numbers are formatted with a point; the regional form wants the region's own separator.
-    const auto separator = Ports::Locale::Get().Setting(Ports::LocaleSetting::DecimalSeparator, kSeparatorCapacity);
-    if (const int point = text.Find(L'.'); point >= 0 && separator && !separator->empty()) {
-        const bool isLast = point + 1 == text.GetLength() || text.GetAt(point + 1) == L' ';
-        text = text.Left(point) + (isLast ? TvlString() : TvlString(*separator)) + text.Mid(point + 1);
-    }
-    WRegionalSupportFormat().GetValueInLocaleFormat(text, text);
-    return text;
 }

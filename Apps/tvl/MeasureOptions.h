@@ -11,7 +11,6 @@
 namespace CLI {
 class App;
 }
-class WUnit;
 
 /// A unit as it was written on the command line.
 struct UnitName {
@@ -42,6 +41,3 @@ struct NumberOptions {
 
 /// Prints a text that has no value, with a mark below the place, to standard error.
 void PrintProblem(const TvlString& text, std::size_t position, const TvlString& problem);
-
-/// A value as text in the user's region: on displays of one part grouped and with the user's separators.
-TvlString RegionalText(WUnit& units, int id, double value, unsigned form, int decimals);

@@ -228,8 +228,11 @@ void Export(const Arguments& arguments)
 void Delete(const Arguments& arguments)
 {
     WorkspaceHost host = arguments.Host();
-    Require(host.Manager().DeleteWorkspace(WorkspaceName(arguments.name)));
+    const TvlString name = WorkspaceName(arguments.name);
+    Require(host.Manager().DeleteWorkspace(name));
     host.ShutDown();
+    if (SystemIO::File::Exists(SystemIO::Path::Combine(GetUserProfileWorkspaceDir(), name, L"tvws")))
+        EndWithBadInput("the file can't be deleted");
 }
 
 void Reset(const Arguments& arguments)
@@ -296,7 +299,7 @@ void RemoveIcon(const Arguments& arguments)
 {
     WorkspaceHost host = arguments.Host();
     if (!host.Manager().RemoveIconResource(FromUtf8(arguments.name)))
-        EndWithBadInput("there is no icon \"" + arguments.name + "\"");
+        EndWithBadInput("the icon \"" + arguments.name + "\" can't be removed; is there one of this name?");
 }
 
 void CopyIcons(const Arguments& arguments)

@@ -28,7 +28,7 @@ WorkspaceHost::WorkspaceHost(UserInteractionMode_t mode, bool reset)
     WorkspaceFile* const current = m_manager.GetCurrentWorkspace();
     if (current && !TvlUtils::SystemIO::File::Exists(m_manager.GetProfileSettingsFile()))
         m_manager.ExtractSettingsFromWorkspace(*current);   // the first start of all
-    m_preferences = PreferenceTree::FromRegistry();
+    RefreshPreferences();
 }
 
 WorkspaceHost::~WorkspaceHost()
@@ -61,19 +61,21 @@ void WorkspaceHost::OnWorkspaceChanging(bool, bool)
         m_manager.SetWorkspaceChangedFailed();
 }
 
-void WorkspaceHost::OnWorkspaceChanged(bool, bool) { m_preferences = PreferenceTree::FromRegistry(); }
+void WorkspaceHost::OnWorkspaceChanged(bool, bool) { RefreshPreferences(); }
 
 void WorkspaceHost::SaveWorkspaceState() { SavePreferences(); }
 
+bool WorkspaceHost::IsTold() const { return Windowing::Get().IsWindow(GetMainWindow()); }
+
 Result WorkspaceHost::Switch(const TvlString& name)
 {
-    const bool isTold = Windowing::Get().IsWindow(GetMainWindow());
+    const bool isTold = IsTold();
     const WSManagerMutex mutex;
     if (!isTold)
         SavePreferences();
     const Result result = m_manager.SetCurrentWorkspace(name, true, true);
     if (!isTold)
-        m_preferences = PreferenceTree::FromRegistry();
+        RefreshPreferences();
     return result;
 }
 

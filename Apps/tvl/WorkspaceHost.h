@@ -9,7 +9,7 @@
 
 /// Comes up with the user's current workspace. Keeps the preferences in memory, as applications do: before a change of the
 /// workspace they are written to its settings, and afterwards read anew. Ends the command when it can't start.
-class WorkspaceHost final : public ITovelCmn_App, private IWorkspaceManagedApp {
+class WorkspaceHost : public ITovelCmn_App, protected IWorkspaceManagedApp {
 public:
     explicit WorkspaceHost(UserInteractionMode_t mode, bool reset = false);
     WorkspaceHost(const WorkspaceHost&) = delete;
@@ -18,6 +18,10 @@ public:
 
     WorkspaceManager& Manager() { return m_manager; }
     const PreferenceTree& Preferences() const { return m_preferences; }
+    /// Takes over what has been changed in the registry since.
+    void RefreshPreferences() { m_preferences = PreferenceTree::FromRegistry(); }
+    /// Whether the manager tells the application of changes: where windows could not be made it does not.
+    bool IsTold() const;
     /// Changes the workspace, and tells the application also where there are no windows.
     WorkspaceManagerTypes::Result Switch(const TvlString& name);
     /// Ends the session: the settings go to the workspace.
@@ -26,12 +30,14 @@ public:
     void ShowMessage(const wchar_t* text) override;
     HWND GetMainWindow() const override;
 
-private:
+protected:
     void OnWorkspaceChanging(bool first, bool second) override;
     void OnWorkspaceChanged(bool first, bool second) override;
     void SaveWorkspaceState() override;
     bool CanNotify() override { return true; }
     void OnInteractionModeChanged() override { }
+
+private:
     bool SavePreferences();
 
     WorkspaceManager m_manager;

@@ -1,7 +1,9 @@
 // tvl: tries the library's families on real input.
 #include "Commands.h"
 
+#include "TerminalFilter.h"
 #include "TvlUtlVersion.h"
+#include "session/SessionCommand.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "windows/Modules.h"
 
@@ -24,6 +26,7 @@ std::string Explain(const CLI::App* app, const CLI::Error& error)
 int main()   // NOLINT(bugprone-exception-escape)
 {
     std::ios::sync_with_stdio(false);
+    const TerminalGuard guard;
     CLI::App app{"Tries the suite's utilities library on real input.", "tvl"};
     app.set_version_flag("--version", std::string("tvl ") + TvlUtlVersion());
     app.require_subcommand(1);
@@ -50,6 +53,7 @@ int main()   // NOLINT(bugprone-exception-escape)
     AddLanguageFolderCommands(app);
     AddTrackCommand(app);
     AddWorkspaceCommand(app);
+    AddSessionCommand(app);
 
     std::vector<std::string> arguments;
     for (const std::wstring& argument : Ports::Modules::Get().Arguments())

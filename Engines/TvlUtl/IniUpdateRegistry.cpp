@@ -49,19 +49,27 @@ void WriteEntry(WUTLRegistry& key, const TvlString& keyName, const IniParser::En
         LogFailure(L"Failed to set value '" + name + L"' for key '" + keyName + L"'");
 }
 
+/// Whether there is such a key in the end.
+bool MakeKey(const TvlString& key)
+{
+    return Exists(key)
+        || WUTLRegistry::CreateKey(key.c_str(), WUTLRegistry::kReadWriteAccess, 0) == PREFUTILS::kRegistryOk
+        || Exists(key);
+}
+
 void WriteSection(const IniParser::Section& section)
 {
     TvlString subKey = section.first;
     subKey.Replace(L"/", L"\\");
     subKey = TargetKey() + L"\\" + subKey;
-    if (!Exists(subKey))
-        WUTLRegistry::CreateKey(subKey.c_str(), WUTLRegistry::kReadWriteAccess, 0);
-    if (!Exists(subKey))
+    if (!MakeKey(subKey))
         return LogFailure(
             L"Failed to create registry key  '" + subKey + L"'");   // two blanks: logs are searched for it
     WUTLRegistry key(subKey.c_str(), WUTLRegistry::kReadWriteAccess, 1);
-    if (key.IsValid() != PREFUTILS::kRegistryOk)
-        return;
+    TvlString location;
+    key.GetCurrentKeyLocation(location);
+    if (location.IsEmpty())
+        return;   // it can't be opened for writing
     for (const IniParser::Entry& entry : section.second)
         WriteEntry(key, subKey, entry);
 }
@@ -75,10 +83,14 @@ try {
         TvlUtils::LogMessage(LogLevel::Info, TvlString(L"Reading workspace settings file: ") + path);
     const std::vector<IniParser::Section> sections = IniParser(path).GetAllData();
     const InterruptionMark mark(path, InterruptionMark::kApplying);
+    PREFUTILS::RegistryBatch batch;
     DeleteTree();
     for (const IniParser::Section& section : sections)
         WriteSection(section);
-    mark.Done();
+    if (batch.Commit() == PREFUTILS::kRegistryOk)
+        mark.Done();
+    else
+        LogFailure(TvlString(L"The preferences stay as they were, for the registry fails: ") + path);
 } catch (const std::bad_alloc&) {
     TvlUtils::LogMessage(LogLevel::Error, L"Out of memory for the settings of the workspace");
 }

@@ -7,16 +7,28 @@
 #include "windows/Environment.h"
 #include "windows/Modules.h"
 
+#include <filesystem>
 #include <mutex>
 
 namespace TvlConfig {
+
+namespace fs = std::filesystem;
 
 TvlString GetSuiteDir()
 {
     if (const auto folder = Ports::Environment::Get().Variable(L"TVL_SUITE_DIR"); folder && !folder->empty())
         return *folder;
-    const auto program = TvlUtils::SystemIO::ToFilePath(Ports::Modules::Get().ProgramPath());
-    return TvlUtils::SystemIO::FromFilePath(program.parent_path() / "Suite");
+    // Any address of this library tells where it lies.
+    static const char inThisLibrary = 0;
+    const Ports::Modules& modules = Ports::Modules::Get();
+    const fs::path program = TvlUtils::SystemIO::ToFilePath(modules.ProgramPath()).parent_path();
+    const fs::path library = TvlUtils::SystemIO::ToFilePath(modules.PathOf(&inThisLibrary)).parent_path();
+    const fs::path places[] = {program / "Suite", library / "Suite", library / TVL_SUITE_FROM_LIBRARY};
+    std::error_code ignored;
+    for (const fs::path& place : places)
+        if (fs::is_directory(place, ignored))
+            return TvlUtils::SystemIO::FromFilePath(place.lexically_normal());
+    return TvlUtils::SystemIO::FromFilePath(places[0]);
 }
 
 }   // namespace TvlConfig

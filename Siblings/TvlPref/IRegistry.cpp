@@ -1,6 +1,7 @@
 #include "TvlPref/SystemRegistry.h"
 
 #include <atomic>
+#include <utility>
 
 namespace PREFUTILS {
 
@@ -15,5 +16,20 @@ IRegistry& IRegistry::GetInstance()
 }
 
 void IRegistry::SetForTests(IRegistry* registry) { replacement.store(registry, std::memory_order_release); }
+
+RegistryBatch::RegistryBatch(IRegistry& registry) : m_registry(registry), m_isOpen(registry.BeginBatch() == kRegistryOk)
+{
+}
+
+RegistryBatch::~RegistryBatch()
+{
+    if (m_isOpen)
+        m_registry.EndBatch(false);
+}
+
+LONG RegistryBatch::Commit()
+{
+    return std::exchange(m_isOpen, false) ? m_registry.EndBatch(true) : static_cast<LONG>(kRegistryOk);
+}
 
 }   // namespace PREFUTILS

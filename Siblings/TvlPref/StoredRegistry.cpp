@@ -14,6 +14,8 @@ constexpr const wchar_t* kRootNames[] = {L"HKEY_CLASSES_ROOT", L"HKEY_CURRENT_US
 constexpr DWORD kFirstRoot = 0x80000000;
 constexpr std::size_t kLongestKeyName = 255;   // characters of one part of a path
 constexpr std::size_t kLongestValueName = 16383;
+// Keys below a root, as on Windows. Every key of a path holds the whole of it: names from files could fill the disk.
+constexpr std::ptrdiff_t kMostLevels = 512;
 constexpr DWORD kGenericAccess = 0xF2000000;   // GENERIC_* and MAXIMUM_ALLOWED grant everything
 constexpr DWORD kQueryValue = 0x1;
 constexpr DWORD kSetValue = 0x2;
@@ -88,7 +90,7 @@ const wchar_t* RootName(HKEY key)
     return extended && index < std::size(kRootNames) ? kRootNames[index] : nullptr;
 }
 
-/// Appends the parts of a path, without those that are empty; false when one is too long.
+/// Appends the parts of a path, without those that are empty; false when one is too long or there are too many.
 bool AppendParts(std::wstring_view path, std::wstring& full)
 {
     while (!path.empty()) {
@@ -99,7 +101,7 @@ bool AppendParts(std::wstring_view path, std::wstring& full)
         if (!part.empty())
             full.append(L"\\").append(part);
     }
-    return true;
+    return std::count(full.begin(), full.end(), L'\\') <= kMostLevels;
 }
 
 /// Runs an operation on the store and turns its failure into a status.
@@ -143,10 +145,10 @@ LONG StoredRegistry::FullPath(HKEY key, const wchar_t* path, std::wstring& full)
 }
 
 /// The key of a handle, which must grant `access`.
-LONG StoredRegistry::Find(HKEY key, DWORD access, OpenKey& found)
+LONG StoredRegistry::Find(HKEY key, DWORD access, RegistryStore::KeyId& found)
 {
     if (const wchar_t* const root = RootName(key)) {
-        found = {m_store->FindKey(root), root, kRegistryReadWrite};
+        found = m_store->FindKey(root);
         return kRegistryOk;
     }
     const auto open = m_open.find(key);
@@ -154,15 +156,15 @@ LONG StoredRegistry::Find(HKEY key, DWORD access, OpenKey& found)
         return kRegistryInvalidHandle;
     if (!(open->second.access & (access | kGenericAccess)))
         return kRegistryAccessDenied;
-    found = open->second;
+    found = open->second.id;
     return kRegistryOk;
 }
 
 /// What a look-up that found nothing gives: a deleted key has its own status. Asked last, since reads that succeed are
 /// by far the most.
-LONG StoredRegistry::Missing(const OpenKey& key, LONG status)
+LONG StoredRegistry::Missing(RegistryStore::KeyId key, LONG status)
 {
-    return m_store->KeyLives(key.id) ? status : static_cast<LONG>(kRegistryKeyDeleted);
+    return m_store->KeyLives(key) ? status : static_cast<LONG>(kRegistryKeyDeleted);
 }
 
 HKEY StoredRegistry::Add(OpenKey key)
@@ -203,7 +205,7 @@ LONG StoredRegistry::RegCreateKeyExW(
     return Guarded([&]() -> LONG {
         if (!opened || !path)
             return kRegistryInvalidParameter;
-        OpenKey parent;
+        RegistryStore::KeyId parent = 0;
         if (const LONG status = Find(key, kCreateSubkey | kEnumerate | kQueryValue, parent); status != kRegistryOk)
             return status;
         std::wstring full;
@@ -242,10 +244,10 @@ LONG StoredRegistry::RegEnumKeyExW(
 {
     const std::lock_guard hold(m_lock);
     return Guarded([&]() -> LONG {
-        OpenKey open;
+        RegistryStore::KeyId open = 0;
         if (const LONG status = Find(key, kEnumerate, open); status != kRegistryOk)
             return status;
-        const auto subkey = m_store->SubkeyName(open.id, index);
+        const auto subkey = m_store->SubkeyName(open, index);
         if (!subkey)
             return Missing(open, kRegistryNoMoreItems);
         if (className && classLength && *classLength > 0)
@@ -261,10 +263,10 @@ LONG StoredRegistry::RegEnumValueW(
 {
     const std::lock_guard hold(m_lock);
     return Guarded([&]() -> LONG {
-        OpenKey open;
+        RegistryStore::KeyId open = 0;
         if (const LONG status = Find(key, kQueryValue, open); status != kRegistryOk)
             return status;
-        auto value = m_store->ValueAt(open.id, index);
+        auto value = m_store->ValueAt(open, index);
         if (!value)
             return Missing(open, kRegistryNoMoreItems);
         if (const LONG status = DeliverName(value->first, name, nameLength); status != kRegistryOk)
@@ -280,11 +282,10 @@ LONG StoredRegistry::RegSetValueExW(HKEY key, const wchar_t* name, DWORD, DWORD 
         const std::wstring_view valueName = name ? name : L"";
         if ((!data && size > 0) || valueName.size() > kLongestValueName)
             return kRegistryInvalidParameter;
-        OpenKey open;
+        RegistryStore::KeyId open = 0;
         if (const LONG status = Find(key, kSetValue, open); status != kRegistryOk)
             return status;
-        return m_store->SetValue(open.id, valueName, {type, Stored(type, data, size)}) ? kRegistryOk
-                                                                                       : kRegistryKeyDeleted;
+        return m_store->SetValue(open, valueName, {type, Stored(type, data, size)}) ? kRegistryOk : kRegistryKeyDeleted;
     });
 }
 
@@ -292,10 +293,10 @@ LONG StoredRegistry::RegQueryValueExW(HKEY key, const wchar_t* name, DWORD*, DWO
 {
     const std::lock_guard hold(m_lock);
     return Guarded([&]() -> LONG {
-        OpenKey open;
+        RegistryStore::KeyId open = 0;
         if (const LONG status = Find(key, kQueryValue, open); status != kRegistryOk)
             return status;
-        auto value = m_store->Value(open.id, name ? name : L"");
+        auto value = m_store->Value(open, name ? name : L"");
         return value ? Deliver(std::move(*value), type, data, size) : Missing(open, kRegistryNotFound);
     });
 }
@@ -304,12 +305,45 @@ LONG StoredRegistry::RegDeleteValueW(HKEY key, const wchar_t* name)
 {
     const std::lock_guard hold(m_lock);
     return Guarded([&]() -> LONG {
-        OpenKey open;
+        RegistryStore::KeyId open = 0;
         if (const LONG status = Find(key, kSetValue, open); status != kRegistryOk)
             return status;
-        return m_store->DeleteValue(open.id, name ? name : L"") ? static_cast<LONG>(kRegistryOk)
-                                                                : Missing(open, kRegistryNotFound);
+        return m_store->DeleteValue(open, name ? name : L"") ? static_cast<LONG>(kRegistryOk)
+                                                             : Missing(open, kRegistryNotFound);
     });
+}
+
+LONG StoredRegistry::BeginBatch()
+{
+    m_lock.lock();
+    const LONG status = Guarded([&]() -> LONG {
+        m_batches.reserve(m_batches.size() + 1);
+        m_store->BeginBatch();
+        m_batches.push_back(m_lastHandle);
+        return kRegistryOk;
+    });
+    if (status != kRegistryOk)
+        m_lock.unlock();
+    return status;
+}
+
+LONG StoredRegistry::EndBatch(bool keep)
+{
+    const std::lock_guard hold(m_lock);
+    if (m_batches.empty())
+        return kRegistryInvalidParameter;
+    const LONG status = Guarded([&]() -> LONG {
+        m_store->EndBatch(keep);
+        return kRegistryOk;
+    });
+    // What is made next may be given the numbers of keys that were taken back: their handles must not find it.
+    if (!keep || status != kRegistryOk)
+        for (auto& [handle, open] : m_open)
+            if (reinterpret_cast<std::uintptr_t>(handle) > m_batches.back())
+                open.id = 0;
+    m_batches.pop_back();
+    m_lock.unlock();
+    return status;
 }
 
 }   // namespace PREFUTILS

@@ -3,6 +3,7 @@
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "windows/Debug.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstdio>
 #include <mutex>
@@ -18,6 +19,15 @@ std::function<void(LogLevel, const TvlString&)>& Receiver()
 {
     static std::function<void(LogLevel, const TvlString&)> receiver;
     return receiver;
+}
+
+/// Messages hold names and texts from files. A terminal would obey what is no character of them, and a line's end would
+/// let a file write lines of its own.
+std::wstring OneLine(std::wstring text)
+{
+    const auto isControl = [](wchar_t c) { return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029; };
+    std::replace_if(text.begin(), text.end(), isControl, L' ');
+    return text;
 }
 }   // namespace
 
@@ -35,9 +45,10 @@ try {
     const std::lock_guard hold(logLock);
     if (Receiver())
         return Receiver()(level, text);
-    const std::string bytes = TvlPlatform::ToUtf8(text);
+    const std::wstring line = OneLine(text.Std());
+    const std::string bytes = TvlPlatform::ToUtf8(line);
     std::fprintf(stderr, "%s: %s\n", kNames[static_cast<int>(level)], bytes.c_str());
-    Ports::Debug::Get().Output(text.Std() + L"\n");
+    Ports::Debug::Get().Output(line + L"\n");
 } catch (...) {
     // A line that can't be written is lost: the log must not bring its caller down.
 }

@@ -1,7 +1,7 @@
 // Places that the system knows.
 #include "siblings/TvlUtils/SystemIO.h"
 
-#include "siblings/TvlUtils/FilePath.h"
+#include "TvlUtils/FileAccess.h"
 #include "windows/Environment.h"
 #include "windows/Modules.h"
 #include "windows/UserFolders.h"
@@ -29,8 +29,16 @@ TvlString GetTempFolder()
 
 TvlString CreateNewTempFolder()
 {
-    const TvlString folder = GetTempFileNameW(GetTempFolder(), L"tvl", L"");
-    return Folder::EnsureExists(folder) ? folder : TvlString();
+    const TvlString place = GetTempFolder();
+    if (place.IsEmpty())
+        return {};
+    const TvlString folder = GetTempFileNameW(place, L"tvl", L"");
+    // One that is there is somebody else's, who could change what is put into it.
+    if (!Reported([&] { return FileLayer::Get().MakeFolder(PathOf(folder)); }))
+        return {};
+    std::error_code failed;   // where there are no such rights the folder above decides
+    std::filesystem::permissions(PathOf(folder), std::filesystem::perms::owner_all, failed);
+    return folder;
 }
 
 TvlString GetProcessFileName(void* process)

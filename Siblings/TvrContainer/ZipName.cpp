@@ -9,16 +9,28 @@
 namespace TvrContainers {
 
 namespace {
-// Windows takes these for devices, whatever the folder and the extension.
-constexpr std::string_view kDevices[] = {"con", "prn", "aux", "nul", "com1", "com2", "com3", "com4", "com5", "com6",
-    "com7", "com8", "com9", "lpt1", "lpt2", "lpt3", "lpt4", "lpt5", "lpt6", "lpt7", "lpt8", "lpt9"};
+// Windows takes these for devices, whatever the folder and the extension; raised digits count as digits there.
+constexpr std::string_view kDevices[] = {"con", "conin$", "conout$", "prn", "aux", "nul", "com1", "com2", "com3",
+    "com4", "com5", "com6", "com7", "com8", "com9", "com\u00B9", "com\u00B2", "com\u00B3", "lpt1", "lpt2", "lpt3",
+    "lpt4", "lpt5", "lpt6", "lpt7", "lpt8", "lpt9", "lpt\u00B9", "lpt\u00B2", "lpt\u00B3"};
 
 bool IsDevice(std::string_view element)
 {
     std::string stem(element.substr(0, element.find('.')));
+    stem.erase(stem.find_last_not_of(' ') + 1);   // Windows passes over blanks before the point
     std::transform(stem.begin(), stem.end(), stem.begin(),
         [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; });
     return std::find(std::begin(kDevices), std::end(kDevices), stem) != std::end(kDevices);
+}
+
+/// Whether there are control characters, of ASCII or of the block behind it: terminals obey both.
+bool HasControls(std::string_view name)
+{
+    const auto isControl = [](char c) { return (c >= 0 && c < ' ') || c == 0x7F; };
+    // U+0080 to U+009F in UTF-8.
+    const auto isLater = [](unsigned char lead, unsigned char c) { return lead == 0xC2 && c >= 0x80 && c < 0xA0; };
+    return std::any_of(name.begin(), name.end(), isControl)
+        || std::adjacent_find(name.begin(), name.end(), isLater) != name.end();
 }
 
 const char* RefusedElement(std::string_view element)
@@ -36,7 +48,7 @@ std::string RefusedName(const std::string& name)
 {
     if (name.empty() || name.size() > DocContainer::kMaxNameBytes)
         return "its name is empty or too long";
-    if (std::any_of(name.begin(), name.end(), [](char c) { return (c >= 0 && c < ' ') || c == 0x7F; }))
+    if (HasControls(name))
         return "its name has control characters";
     // Drives, streams of files, and Windows' separator.
     if (name.find_first_of(":\\") != name.npos)

@@ -7,11 +7,14 @@ import tempfile
 import unittest
 from pathlib import Path
 
+import abi
 import documents
 import exports
 import guides
 import headers
 import includes
+import natvis
+import links
 import tally
 
 LIBRARY = "Engines/TvlUtl"
@@ -133,6 +136,19 @@ class Exports(unittest.TestCase):
                 self.assertEqual(self.offences(self.LIST + [line]), [[f"does not export {line}"]] * 2)
 
 
+class Links(unittest.TestCase):
+    def test_finds_links_without_a_target(self):
+        files = {
+            "a.html": '<a href="b.html#x">1</a><a href="https://x.org/gone">2</a><a class="el" href="#here" id="here">3</a>'
+                      '<a href="a&amp;b.html">4</a><a href="gone.html">5</a><a href="b.html#gone">6</a><a href="#gone">7</a>',
+            "b.html": '<h2 id="x">B</h2>',
+            "a&b.html": "",
+        }
+        with tempfile.TemporaryDirectory() as folder:
+            dead = list(links.dead_links(planted(folder, files)))
+        self.assertEqual([text.rpartition(" ")[2] for text in dead], ["#gone", "b.html#gone", "gone.html"])
+
+
 class Headers(unittest.TestCase):
     COMPILER = "x86_64-w64-mingw32-g++-posix"
     ASIDE = '#pragma push_macro("DeleteFile")\n#undef DeleteFile\nint DeleteFile();\n#pragma pop_macro("DeleteFile")\n'
@@ -157,6 +173,18 @@ class Documents(unittest.TestCase):
         self.assertEqual((len(wrong), shown), (1, 2))
         self.assertIn("page.md:7: $ echo wrong", wrong[0])
 
+    def test_finds_commands_that_are_not_run(self):
+        help_text = "Usage: tvl\n\nSubcommands:\n  paper   finds papers\n  --json\n"
+        page = ("Run `tvl paper --json` or `tvl papers`, `tvl paper --yaml`, `./dev test` or `./dev tset`.\n\n"
+                "    ./dev test -R units\n    cmake --build build\n    apt-get install all\n    tvl plugin\n    $ tvl 1\n    export it\n")
+        with tempfile.TemporaryDirectory() as folder:
+            program = Path(planted(folder, {"tvl": f"#!/bin/sh\necho '{help_text}'\n", "page.md": page})) / "tvl"
+            program.chmod(0o755)
+            left = documents.not_run(folder, Path(folder) / "page.md")
+        self.assertEqual([text.split("page.md:")[1].split("\n")[0] for text in left], [
+            "5: apt-get install all", " tvl papers: there is no command papers", " tvl paper --yaml: there is no option --yaml",
+            " ./dev tset: ./dev lists no tset", " tvl plugin: there is no command plugin"])
+
     def test_finds_dead_links(self):
         files = {
             "page.md": "[a](other.md) [b](other.md#two-words) [c](https://x.org/gone) [d](sub) [e](#here)\n## Here\n"
@@ -167,6 +195,19 @@ class Documents(unittest.TestCase):
         with tempfile.TemporaryDirectory() as folder:
             dead = documents.dead_links(Path(planted(folder, files)) / "page.md")
         self.assertEqual([text.rpartition(" ")[2] for text in dead], ["gone.md", "other.md#gone", "#gone"])
+
+    def test_finds_limits_that_went_stale(self):
+        row = "| some text | {} | `{}` in `a/b.h` |\n"
+        right = [("4,096", "kA"), ("64 MiB", "kB"), ("256 MiB", "kC"), ("64 KiB", "bytes"), ("16", "depth"), ("16 MiB", "kD")]
+        wrong = [("4096 KiB", "kA"), ("63 MiB", "kB"), ("1", "kGone"), ("7", "kSum"), ("16", "kDepth")]
+        files = {
+            "page.md": "".join(row.format(*cells) for cells in right + wrong) + "| x | 1 | `kA` in `gone.h` |\n",
+            "a/b.h": "constexpr int kA = 4096;\nlong long kB = 64LL << 20;\nint kC = std::size_t{256} << 20;\n"
+                     "Limits kL{.bytes = 65536, .depth = 16};\nunsigned kD = 16u << 20;   // bytes\nint kSum = 3 + 4;\n",
+        }
+        with tempfile.TemporaryDirectory() as folder:
+            stale = documents.stale_limits(Path(planted(folder, files)) / "page.md", folder)
+        self.assertEqual([text.split()[1] for text in stale], ["kA", "kB", "kGone", "kSum", "kDepth", "kA"])
 
 
 class Guides(unittest.TestCase):
@@ -186,6 +227,77 @@ class Guides(unittest.TestCase):
         self.assertIn("sums.md is missing", self.offences(None)[0])
         self.assertIn("+int main(int)", self.offences(self.PAGE, source="int main(int)\n{\n}\n")[0])
         self.assertIn("+3", self.offences(self.PAGE, output="1\n\n3\n")[0])
+
+
+class Abi(unittest.TestCase):
+    HEADER = """
+        #include <string>
+        namespace Space { struct Pair { int first; const char* names[2]; }; enum Kind { kOne = 1, kTwo }; }
+        class Base { public: virtual ~Base() = default; virtual int Call(int) = 0; virtual void Other() = 0; Space::Pair pair; };
+    """
+    CHANGES = [
+        ("int first;", "long long first;", "class Space::Pair: now field 0 first long long int"),
+        ("int first; ", "", "class Space::Pair: no longer field 0 first int"),
+        ("virtual int Call(int) = 0; virtual void Other() = 0;", "virtual void Other() = 0; virtual int Call(int) = 0;",
+         "class Base: no longer slot 2 Base::Call(int)"),
+        ("kTwo", "kTwo = 3", "enum Space::Kind: no longer constant kTwo 2"),
+        ("class Base", "class Bass", "class Base is gone"),
+    ]
+    COMPILERS = ["g++", "x86_64-w64-mingw32-g++-posix"]
+
+    def test_tells_each_change(self):
+        for compiler in self.COMPILERS:
+            recorded = abi.read(abi.written("0.1.0", self.layouts_of(compiler, self.HEADER)))[1]
+            self.assertEqual(len(recorded), 3, recorded)
+            for before, after, told in self.CHANGES:
+                with self.subTest(compiler=compiler, after=after):
+                    text = self.HEADER.replace(before, after).replace("~Base", "~" + ("Bass" if "Bass" in after else "Base"))
+                    self.assertIn(told, list(abi.changes(recorded, self.layouts_of(compiler, text))))
+
+    def layouts_of(self, compiler, text):
+        with tempfile.TemporaryDirectory() as folder:
+            return abi.layouts(compiler, [planted(folder, {"Planted.h": "#pragma once\n" + text})])
+
+    def test_allows_what_is_added(self):
+        recorded = self.layouts_of("g++", self.HEADER)
+        found = self.layouts_of("g++", self.HEADER.replace("kTwo", "kTwo, kThree") + "struct More { int it; };")
+        self.assertEqual(list(abi.changes(recorded, found)), [])
+
+    def test_versions_promise_interfaces(self):
+        for older, newer, same in [("0.1.0", "0.1.7", True), ("0.1.0", "0.2.0", False), ("1.2.0", "1.9.0", True),
+                                   ("1.2.0", "2.0.0", False)]:
+            self.assertEqual(abi.interfaces(older) == abi.interfaces(newer), same, (older, newer))
+
+
+class Natvis(unittest.TestCase):
+    HEADER = """
+        struct Pair { int first = 1; int Call() { int inner; return first; } };   // gone
+        template <class C> class Text { public: operator bool() const; C* operator[](int) { return m_text; } C* m_text; };
+    """
+    VIEW = '<DisplayString Condition="first == 1">{first} of {((Text*)this)->m_text}</DisplayString>'
+
+    def offences(self, view, name="Pair"):
+        text = ('<AutoVisualizer xmlns="http://schemas.microsoft.com/vstudio/debugger/natvis/2010">'
+                f'<Type Name="Space::{name}">{view}</Type><Type Name="Text&lt;*&gt;"/></AutoVisualizer>')
+        with tempfile.TemporaryDirectory() as folder:
+            planted(folder, {"include/Planted.h": self.HEADER, "views.natvis": text})
+            return list(natvis.offences(Path(folder) / "views.natvis", folder))
+
+    def test_lets_fields_pass(self):
+        self.assertEqual(self.offences(self.VIEW), [])
+
+    def test_finds_names_that_are_not_fields(self):
+        for before, after, told in [("{first}", "{inner}", "Pair has no inner"), ("{first}", "{gone}", "Pair has no gone"),
+                                    ('"first', '"Call', "Pair has no Call"), ("->m_text", "->text", "Pair has no text")]:
+            with self.subTest(after=after):
+                found = self.offences(self.VIEW.replace(before, after))
+                self.assertEqual(len(found), 1, found)
+                self.assertIn(told, found[0])
+        self.assertIn("there is no class Pear", self.offences(self.VIEW, "Pear")[0])
+
+    def test_refuses_what_is_not_xml(self):
+        with self.assertRaises(natvis.tree.ParseError):
+            self.offences("<DisplayString>")
 
 
 class Tally(unittest.TestCase):

@@ -28,9 +28,9 @@ def run(*command, text=None):
 
 
 def elf_symbols(library):
-    """{symbol: whether it is weak} of an ELF library's exports."""
+    """{symbol: whether it is weak} of an ELF library's exports. The names of versions (A) are none."""
     lines = (line.split() for line in run("nm", "-D", "--defined-only", str(library)).splitlines())
-    return {words[-1].split("@")[0]: words[-2] in "WVuwv" for words in lines}
+    return {words[-1].split("@")[0]: words[-2] in "WVuwv" for words in lines if words[-2] != "A"}
 
 
 def dll_symbols(library):
@@ -92,10 +92,15 @@ def suggestions(exports):
             yield f"function {name}"
 
 
+def symbols_of(library):
+    """{symbol: whether it is weak} of a library's exports."""
+    return dll_symbols(library) if Path(library).suffix == ".dll" else elf_symbols(library)
+
+
 def offered(library):
     """{symbol: qualified name} of what a library offers itself."""
     library = Path(library)
-    symbols = dll_symbols(library) if library.suffix == ".dll" else elf_symbols(library)
+    symbols = symbols_of(library)
     siblings = library.with_name("libTvlSiblings.so")
     others = elf_symbols(siblings) if library.suffix == ".so" and siblings.exists() else {}
     names = dict(zip(symbols, map(qualified, run("c++filt", text="\n".join(symbols)).splitlines())))

@@ -5,7 +5,7 @@ Who may include whom:
   Engines/TvlUtl/platform   platform/
   Engines/TvlUtl/<folder>   public headers, platform/, itself, and the folders that its CMakeLists.txt lists as USES
   Siblings                  Siblings, platform/; never the library
-  Apps, examples            public headers, platform/, their own folder
+  Apps, examples            public headers, platform/, their own folder; Apps/Gallery the system's windows too
   tests, benchmarks, fuzz   everything, to look inside where a test must
 A folder USES, and a public header or a folder asks of other public headers, only what LAYERS allows. A public header
 belongs to the folder that has its source file. Other libraries and the system are for Siblings; what Apps may use
@@ -31,6 +31,9 @@ LAYERS = {
 }
 LIBRARY = "Engines/TvlUtl"
 APP_LIBRARIES = re.compile(r"CLI/|nlohmann/")
+# A program of one target alone, whose subject is that target's controls.
+WINDOWS_PROGRAM = "Apps/Gallery/"
+WINDOWS_HEADERS = {"windows.h", "commctrl.h"}
 # A header of the language's standard library has no folder and no ".h"; these come with the compiler beside them.
 STANDARD = re.compile(r"[a-z_0-9]+$")
 C_HEADERS = re.compile(r"(assert|ctype|errno|float|limits|math|stdarg|stddef|stdint|stdio|stdlib|string|time|wchar)\.h$")
@@ -81,6 +84,8 @@ class Tree:
         """The file of this tree that an include in `path` finds, or None when it is none of ours."""
         places = [Path(path).parent.as_posix(), f"{LIBRARY}/include", f"{LIBRARY}/platform", "Siblings", "tests/support"]
         places += [f"{LIBRARY}/{folder}" for folder in self.folders]
+        if path.startswith("Apps/"):
+            places.append("/".join(path.split("/")[:2]))   # the program's folder
         for place in places:
             for candidate in (f"{place}/{name}", f"{place}/{name}.in"):
                 if (self.root / candidate).is_file():
@@ -118,6 +123,8 @@ def foreign_offence(tree, path, name):
     """Why `path` must not include a header from outside; None when it may."""
     zone = tree.zone(path)
     if zone in ("Siblings", "tests", "benchmarks", "fuzz") or STANDARD.match(name) or C_HEADERS.match(name):
+        return None
+    if path.startswith(WINDOWS_PROGRAM) and name in WINDOWS_HEADERS:
         return None
     if zone in ("Apps", "examples") and APP_LIBRARIES.match(name) or name in SYSTEM_ALLOWED.get(path, ()):
         return None

@@ -55,7 +55,7 @@ TEST(Policy, RemembersTwoAnswersForTheLifeOfTheProcess)
     EXPECT_TRUE(TvlUtl::IsUserAllowedToUseOnlineAI()) << "until the next start";
 
     const bool isSandboxed = TvlUtl::IsAppStoreApp();
-    FakeEnvironment environment({});
+    FakeEnvironment environment;
     environment.isSandboxed = !isSandboxed;
     EXPECT_EQ(TvlUtl::IsAppStoreApp(), isSandboxed);
 }

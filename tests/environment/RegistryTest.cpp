@@ -2,11 +2,11 @@
 #include "WUTLRegistry.h"
 
 #include "MemoryRegistry.h"
+#include "MockRegistry.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "siblings/TvlPref/IRegistry.h"
 
 #include <fstream>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
 #include <optional>
@@ -22,28 +22,11 @@ using testing::ElementsAre;
 
 enum class Side { System, Memory };
 
-/// Takes every call and does nothing.
-class MockRegistry : public IRegistry {
-public:
-    MOCK_METHOD(LONG, RegOpenKeyExW, (HKEY, const wchar_t*, DWORD, DWORD, HKEY*), (override));
-    MOCK_METHOD(LONG, RegCloseKey, (HKEY), (override));
-    MOCK_METHOD(LONG, RegCreateKeyExW,
-        (HKEY, const wchar_t*, DWORD, wchar_t*, DWORD, DWORD, const void*, HKEY*, DWORD*), (override));
-    MOCK_METHOD(LONG, RegDeleteKeyW, (HKEY, const wchar_t*), (override));
-    MOCK_METHOD(LONG, RegEnumKeyExW, (HKEY, DWORD, wchar_t*, DWORD*, DWORD*, wchar_t*, DWORD*, void*), (override));
-    MOCK_METHOD(LONG, RegEnumValueW, (HKEY, DWORD, wchar_t*, DWORD*, DWORD*, DWORD*, BYTE*, DWORD*), (override));
-    MOCK_METHOD(LONG, RegSetValueExW, (HKEY, const wchar_t*, DWORD, DWORD, const BYTE*, DWORD), (override));
-    MOCK_METHOD(LONG, RegQueryValueExW, (HKEY, const wchar_t*, DWORD*, DWORD*, BYTE*, DWORD*), (override));
-    MOCK_METHOD(LONG, RegDeleteValueW, (HKEY, const wchar_t*), (override));
-};
-
 TEST(RegistryRoots, AreRefusedForDeletionWithoutACall)
 {
-    testing::StrictMock<MockRegistry> untouched;
-    IRegistry::SetForTests(&untouched);
+    const testing::StrictMock<MockRegistry> untouched;
     for (const wchar_t* path : {L"HKEY_CURRENT_USER", L"HKEY_USERS\\", L"HKEY_CURRENT_USER\\\\"})
         EXPECT_EQ(WUTLRegistry::DeleteRegistryKey(path), 5) << path;
-    IRegistry::SetForTests(nullptr);
 }
 
 /// Every test runs below one key of its own, which goes at the end.
@@ -232,6 +215,22 @@ TEST_P(RegistryTest, PutsTheEndMarkOfALongTextOnePlaceBehindTheSize)
     wchar_t buffer[6] = {L'#', L'#', L'#', L'#', L'#', L'#'};
     EXPECT_EQ(WUTLRegistry::RegReadString(L"", L"t", L"", buffer, 4, kBase), 4);
     EXPECT_EQ(std::wstring(buffer, 6), std::wstring(L"abc#\0#", 6));
+}
+
+TEST_P(RegistryTest, KeepsWhatABatchHasCommitted)
+{
+    PREFUTILS::RegistryBatch batch;
+    WUTLRegistry(kBase).SetValue(L"outer", 1);
+    {
+        PREFUTILS::RegistryBatch inner;
+        WUTLRegistry::CreateKey(Path(L"\\made\\below").c_str(), WUTLRegistry::kReadWriteAccess, 0);
+        EXPECT_EQ(inner.Commit(), 0);
+    }
+    ULONG value = 0;
+    EXPECT_EQ(WUTLRegistry(kBase).GetValue(L"outer", value), 0) << "a batch sees its own changes";
+    EXPECT_EQ(batch.Commit(), 0);
+    EXPECT_EQ(WUTLRegistry(kBase).GetValue(L"outer", value), 0);
+    EXPECT_EQ(WUTLRegistry::IsValid(Path(L"\\made\\below").c_str()), 0);
 }
 
 TEST_P(RegistryTest, DeletesByNullAndReadsBinary)

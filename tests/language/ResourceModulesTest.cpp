@@ -32,6 +32,7 @@ public:
     std::wstring ProgramPath() const override { return program; }
     DWORD ProcessId() const override { return m_system.ProcessId(); }
     std::vector<std::wstring> Arguments() const override { return {}; }
+    std::wstring PathOf(const void* address) const override { return m_system.PathOf(address); }
 
     static HMODULE Module(std::uintptr_t number) { return reinterpret_cast<HMODULE>(number * 16); }
     static void Init() { ++inits; }

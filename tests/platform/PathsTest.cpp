@@ -1,4 +1,5 @@
 // Paths as texts.
+#include "siblings/TvlUtils/FilePath.h"
 #include "siblings/TvlUtils/StringSplit.h"
 #include "siblings/TvlUtils/SystemIO.h"
 
@@ -107,6 +108,18 @@ TEST(Paths, HaveCaseAsTheSystemHas)
     EXPECT_FALSE(Path::Contains(L"/home/Me", L"/home/me/a"));
     EXPECT_EQ(Path::Split(L"a\\b"), Texts{L"a\\b"});
 #endif
+}
+
+TEST(TempFolder, IsNewAndItsOwnersAlone)
+{
+    const TvlString folder = Path::CreateNewTempFolder();
+    ASSERT_TRUE(Folder::Exists(folder));
+    EXPECT_TRUE(File::Find(folder, L"*", true, true).empty());
+    EXPECT_NE(Path::CreateNewTempFolder(), folder);
+#ifndef _WIN32
+    EXPECT_EQ(std::filesystem::status(ToFilePath(folder)).permissions(), std::filesystem::perms::owner_all);
+#endif
+    EXPECT_TRUE(Folder::DeleteRecursive(folder, true));
 }
 
 TEST(Texts, SplitAtTheFirstSeparator)

@@ -5,28 +5,8 @@
 #include "windows/Modules.h"
 
 #include <fstream>
-#include <iterator>
-#include <random>
 
 namespace fs = std::filesystem;
-
-ScratchFolder::ScratchFolder()
-    : m_path(fs::temp_directory_path() / ("tvl-test-" + std::to_string(std::random_device()())))
-{
-    fs::create_directories(m_path);
-}
-
-ScratchFolder::~ScratchFolder()
-{
-    std::error_code ignored;
-    fs::remove_all(m_path, ignored);
-}
-
-std::string FileBytes(const fs::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 ChildResult RunProgram(const ChildProcess& child)
 {

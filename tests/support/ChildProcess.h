@@ -1,6 +1,8 @@
 // Programs that a test starts.
 #pragma once
 
+#include "TvlTestKit/ScratchFolder.h"
+
 #include <chrono>
 #include <filesystem>
 #include <map>
@@ -8,18 +10,8 @@
 #include <string>
 #include <vector>
 
-/// A folder that ends with its object, with all that is in it.
-class ScratchFolder {
-public:
-    ScratchFolder();
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-    ~ScratchFolder();
-    const std::filesystem::path& Path() const { return m_path; }
-
-private:
-    std::filesystem::path m_path;
-};
+using TvlTestKit::FileBytes;
+using TvlTestKit::ScratchFolder;
 
 /// How to start a program. Texts are UTF-8.
 struct ChildProcess {
@@ -40,6 +32,3 @@ struct ChildResult {
 
 /// Runs a program to its end. Throws std::system_error when it can't be started.
 ChildResult RunProgram(const ChildProcess& child);
-
-/// Bytes of a file; empty when it can't be read.
-std::string FileBytes(const std::filesystem::path& path);

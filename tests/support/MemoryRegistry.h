@@ -1,18 +1,6 @@
-// A registry in memory in the process-wide one's place, for the time of a test: nothing of the machine is touched.
+// The test kit's, for the tests of this tree.
 #pragma once
 
-#include "siblings/TvlPref/StoredRegistry.h"
+#include "TvlTestKit/MemoryRegistry.h"
 
-class MemoryRegistry {
-public:
-    MemoryRegistry() { PREFUTILS::IRegistry::SetForTests(&m_registry); }
-    ~MemoryRegistry() { PREFUTILS::IRegistry::SetForTests(nullptr); }
-    MemoryRegistry(const MemoryRegistry&) = delete;
-    MemoryRegistry& operator=(const MemoryRegistry&) = delete;
-
-    /// Keys that are open, for tests that look for leaks.
-    std::size_t OpenKeys() const { return m_registry.OpenKeys(); }
-
-private:
-    PREFUTILS::StoredRegistry m_registry{PREFUTILS::MakeMemoryStore()};
-};
+using TvlTestKit::MemoryRegistry;

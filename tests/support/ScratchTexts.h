@@ -3,6 +3,7 @@
 
 #include "ChildProcess.h"
 #include "FakeEnvironment.h"
+#include "TvlTestKit/TemporarySuite.h"
 #include "siblings/TvlResources/Resources.h"
 #include "siblings/TvlUtils/FilePath.h"
 
@@ -11,22 +12,8 @@
 class ScratchTexts {
 public:
     /// @param json content of the only file of texts
-    explicit ScratchTexts(const char* json)
-    {
-        const auto texts = m_suite.Path() / "Languages" / "EN" / "Data" / "Texts";
-        std::filesystem::create_directories(texts);
-        std::ofstream(texts / "texts.json", std::ios::binary) << json;
-        Framework::Resources::SetLanguageFolder(L"EN");
-    }
-    ScratchTexts(const ScratchTexts&) = delete;
-    ScratchTexts& operator=(const ScratchTexts&) = delete;
-    ~ScratchTexts()
-    {
-        Ports::Environment::SetForTests(nullptr);
-        Framework::Resources::SetLanguageFolder(L"EN");
-    }
+    explicit ScratchTexts(const char* json) { m_suite.Write("Languages/EN/Data/Texts/texts.json", json); }
 
 private:
-    ScratchFolder m_suite;
-    FakeEnvironment m_environment{{{L"TVL_SUITE_DIR", TvlUtils::SystemIO::FromFilePath(m_suite.Path()).Std()}}};
+    TvlTestKit::TemporarySuite m_suite{TvlTestKit::TemporarySuite::Content::Nothing};
 };

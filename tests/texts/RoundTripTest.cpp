@@ -1,7 +1,7 @@
 // Measures that are shown and typed again, in every language with the settings of its own region.
 #include "LanguageTexts.h"
 #include "Languages.h"
-#include "MeasureOptions.h"
+#include "MeasureText.h"
 #include "Units.h"
 #include "WEqParser.h"
 #include "WRegionalSupportFormat.h"

@@ -158,6 +158,18 @@ TEST_F(HostileContainers, HaveNoMoreEntriesThanAllowed)
     EXPECT_FALSE(container.AddFile(L"content/more", StreamOf("y"), false, nullptr));
 }
 
+TEST_F(HostileContainers, HaveNoNamesThatMeanMoreThanAFile)
+{
+    WorkspaceContainer container = WorkspaceContainer::Create(world.Path("names.tvws"));
+    for (const wchar_t* name :
+        {L"content/CON", L"content/con.ico", L"nul .ico", L"CONIN$", L"conout$.txt", L"com\u00B9.ico", L"LPT\u00B3",
+            L"Aux /a.ico", L"a\u001bb.ico", L"a\u0080.ico", L"a\u009b1m.ico", L"a\u009f"})
+        EXPECT_FALSE(container.AddFile(name, StreamOf("x"), false, nullptr)) << TvlPlatform::ToUtf8(name);
+    for (const wchar_t* name :
+        {L"content/cone.ico", L"a con.ico", L"com\u2074", L"conin", L"a\u00a0b.ico", L"\u00c2\u00a9.ico"})
+        EXPECT_TRUE(container.AddFile(name, StreamOf("x"), false, nullptr)) << TvlPlatform::ToUtf8(name);
+}
+
 TEST_F(HostileContainers, MatchNamesInBoundedTime)
 {
     const TvlString name(std::wstring(1000, L'a'));

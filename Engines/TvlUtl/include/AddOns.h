@@ -4,6 +4,7 @@
 #include "TvlUtlApi.h"
 #include "siblings/TvlPlatform/TvlString.h"
 
+/// Content that is installed beside the suite.
 namespace AddOns {
 
 /// Whether a folder of add-on content is meant for the running program: it has a marker file, named after the program

@@ -3,7 +3,7 @@
 
 /// Angle mode of the parsers. Only Degrees has an effect: every other value leaves angles in radians.
 enum class DRG : int {
-    Radians = 0,
-    Degrees = 1,
-    Gradians = 2,
+    Radians = 0,    ///< half a turn is pi
+    Degrees = 1,    ///< half a turn is 180
+    Gradians = 2,   ///< as Radians
 };

@@ -20,6 +20,7 @@ enum eFileRead : int {
 /// Functions that return int give 1 for success and 0 for failure.
 class TVLUTL_API CExifTag {
 public:
+    /// All zeroes.
     CExifTag() = default;
     /// Frees `data`.
     ~CExifTag();
@@ -36,8 +37,8 @@ public:
     /// Memory for `data` of a tag that is filled by other means; null when there is none.
     static unsigned char* AllocateData(unsigned int size);
 
-    unsigned int GetID() { return id; }
-    unsigned int GetValueType() { return type; }
+    unsigned int GetID() { return id; }   ///< 16-bit number of the directory entry, such as 274 for the orientation
+    unsigned int GetValueType() { return type; }   ///< number of the items' type; see `type`
     /// Number of items, not of bytes.
     unsigned int GetValueCount() { return count; }
     /// Bytes of one item: 1 for types 1, 2 and 7, 2 for type 3, 4 for types 4 and 9, 8 for types 5 and 10, else 0.
@@ -61,7 +62,7 @@ public:
     int GetDisplayValue(TvlStringT<wchar_t>& value);
 
     // Callers outside rely on these fields and their order.
-    unsigned int id = 0;
+    unsigned int id = 0;             // the tag's number
     unsigned int type = 0;           // 1 bytes, 2 text, 3 and 4 unsigned, 5 unsigned rationals, 7 undefined, 9 signed,
                                      // 10 signed rationals
     unsigned int count = 0;          // items
@@ -93,12 +94,14 @@ private:
 /// of thumbnails and of GPS data are not read. Functions that return int give 1 for success and 0 for failure.
 class TVLUTL_API CExif {
 public:
+    /// Without tags and without a file.
     CExif() = default;
     /// Deletes the tags, and the file that SetTempFileName named.
     ~CExif();
     /// Copies share tags and temporary file with their source, and each would delete them: of all copies but one the
     /// destructor must not run.
     CExif(const CExif&) = default;
+    /// Shares tags and temporary file in the same way; the tags that the target held are not deleted.
     CExif& operator=(const CExif&) = default;
 
     /// Appends the tags of the block that begins at the stream's position, which must be its start. Values outside the

@@ -32,14 +32,17 @@ public:
     /// Display name to new and old folder.
     using Moves = std::map<TvlString, std::pair<TvlString, TvlString>>;
 
+    /// @{
+    /// There is nothing in an object: everything is static.
     CFileLocations() = default;
     CFileLocations(const CFileLocations&) = default;
     CFileLocations(CFileLocations&&) = default;
     CFileLocations& operator=(const CFileLocations&);
     CFileLocations& operator=(CFileLocations&&);
+    /// @}
 
-    // Each gives the stored folder when that exists, else the default, which is also stored where nothing was.
-
+    /// @{
+    /// The stored folder when that exists, else the default, which is also stored where nothing was.
     static TvlString GetFileLocationsColorPalettesDir();
     static TvlString GetFileLocationsEffectPresetsDir();
     static TvlString GetFileLocationsFillsDir();
@@ -65,6 +68,7 @@ public:
     static TvlString GetFileLocationsExportPresetsDir();
     static TvlString GetFileLocationsSymbolsDir();
     static TvlString GetFileLocationsWritingToolsDir();
+    /// @}
     /// The spelling is the interface's.
     static TvlString GetFileLocationsFindAndReplacdDir();
 

@@ -11,18 +11,22 @@
 /// time.
 class TVLUTL_API CPluginStates {
 public:
+    /// @{
+    /// There is nothing in an object: everything is static.
     CPluginStates() = default;
     CPluginStates(const CPluginStates&) = default;
     CPluginStates(CPluginStates&&) = default;
     CPluginStates& operator=(const CPluginStates&);
     CPluginStates& operator=(CPluginStates&&);
+    /// @}
 
     /// The folders to search, in the order of the list, each with whether it is switched on. Tokens are replaced;
     /// entries without a folder are left out.
     static std::vector<std::pair<TvlString, bool>> GetPluginSearchPathAndState();
 
-    /// The suite's own plug-ins, and those installed for all users.
+    /// The suite's own plug-ins, switched on, as PluginDirs names them until it is changed.
     static const TvlString defaultDirs;
+    /// Those installed for all users, in the same form.
     static const TvlString defaultProgramFilesDir;
 
     /// "PlugInFilters64/Dirs": a folder, or one of the tokens "<plugins>" and "<plugins_programfiles>" in any case,

@@ -25,6 +25,7 @@ TVLUTL_API TvlString GetCloudIdFromAssetId(const TvlString& assetId);
 TVLUTL_API bool IsAssetPathFromCloud(const TvlString& path);
 /// The asset path of a local file; the file name stays as it is on disk, escaped.
 TVLUTL_API TvlString GetCloudAssetIDFromFilePath(const TvlString& path);
+/// Whether a path leads to a file below the cloud's folder of which the identifier can be told.
 TVLUTL_API bool IsLocalFileCloudAsset(const TvlString& path);
 /// The local file of an asset path, whose file name is taken without blanks at its end.
 TVLUTL_API TvlString GetLocalPathForAssetPathFromCloud(const TvlString& assetPath);

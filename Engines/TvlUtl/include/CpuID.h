@@ -14,12 +14,14 @@ extern template class TVLUTL_API TvlUtils::Singleton<CpuID, 0>;
 /// feature look absent at once. Any thread may call.
 class TVLUTL_API CpuID : public TvlUtils::Singleton<CpuID, 0> {
 public:
+    /// Features that have a name in GetFeatureName.
     enum EFeature : int {
-        eSSSE3 = 1,
-        eAVX = 2,
-        eAVX2 = 3,
+        eSSSE3 = 1,   ///< "SSSE3"
+        eAVX = 2,     ///< "AVX"
+        eAVX2 = 3,    ///< "AVX2"
     };
 
+    /// Asks the processor. For objects of a test; others ask the one that GetInstance gives.
     CpuID();
 
     // Whether the processor has a feature, without regard to preferences; false on a machine that can't be asked.
@@ -28,16 +30,18 @@ public:
     bool CheckSSSE3Support() const;
     /// Asks the processor alone. Whether the operating system saves the wider registers is not asked; callers rely on it.
     bool CheckAVXSupport() const;
+    /// As CheckAVXSupport, of the 256-bit integer instructions.
     bool CheckAVX2Support() const;
     /// As it was when the library was loaded.
     bool CheckPOPCNTSupport() const;
 
-    // Whether a feature is there and its preference does not hide it.
-
+    /// @{
+    /// Whether a feature was there when the object was made, and its preference, read by every call, does not hide it.
     bool HasSSSE3() const;
     bool HasAVX() const;
     bool HasAVX2() const;
     bool HasPOPCNT() const;
+    /// @}
     /// Whether the one object has all four.
     bool HasSufficientHardwareSupport() const;
 

@@ -13,14 +13,14 @@ constexpr std::size_t kCustomUnitRecordSize = 256;   ///< characters of a record
 
 /// One custom unit. A name that fills its array has no end mark.
 struct CustomUnitRecord {
-    wchar_t firstName[20];
-    wchar_t secondName[22];
-    wchar_t thirdName[20];
-    wchar_t fourthName[20];
-    double factor;           // base units to the unit
-    std::int32_t baseUnit;   // id, of a built-in or a custom unit
-    double increments[3];    // small, medium, large
-    std::int32_t decimals;   // default decimal places
+    wchar_t firstName[20];    // the abbreviation, as the names of UNITName
+    wchar_t secondName[22];   // in the singular
+    wchar_t thirdName[20];    // in the plural; UNITGetUnitAsString gives 2 characters of it
+    wchar_t fourthName[20];   // for the configuration alone
+    double factor;            // base units to the unit
+    std::int32_t baseUnit;    // id, of a built-in or a custom unit
+    double increments[3];     // small, medium, large
+    std::int32_t decimals;    // default decimal places
 };
 
 /// The unit of a record's text, which ends at an end mark or behind 255 characters: four names, the factor, and what may be

@@ -8,11 +8,11 @@ namespace TvlUtl {
 
 /// Class of a byte count, in powers of 1024.
 enum ESizeType : int {
-    eSizeBytes = 0,
-    eSizeKilobytes = 1,
-    eSizeMegabytes = 2,
-    eSizeGigabytes = 3,
-    eSizeTerabytes = 4,
+    eSizeBytes = 0,       ///< below 1024 bytes
+    eSizeKilobytes = 1,   ///< from 1024 bytes on
+    eSizeMegabytes = 2,   ///< from 1024 kilobytes on
+    eSizeGigabytes = 3,   ///< from 1024 megabytes on
+    eSizeTerabytes = 4,   ///< from 1024 gigabytes on
 };
 
 /// The greatest class that `bytes` fills at least once; `value` becomes the count in it.

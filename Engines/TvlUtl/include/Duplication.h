@@ -13,9 +13,12 @@ class IDuplicationContext;
 /// An object that can copy itself.
 class TVLUTL_API IDuplicatable {
 public:
+    /// @{
+    /// There is no state here.
     IDuplicatable() = default;
     IDuplicatable(const IDuplicatable&) = default;
     IDuplicatable& operator=(const IDuplicatable&) = default;
+    /// @}
     virtual ~IDuplicatable();
 
     /// Makes a copy and registers it with IDuplicationContext::MapInstance, before it copies what the object refers to:
@@ -39,9 +42,12 @@ public:
 /// The record of what has been copied so far, passed along the whole copy. For one thread at a time.
 class TVLUTL_API IDuplicationContext {
 public:
+    /// @{
+    /// There is no state here.
     IDuplicationContext();
     IDuplicationContext(const IDuplicationContext&);
     IDuplicationContext& operator=(const IDuplicationContext&);
+    /// @}
 
     /// Whether what an object refers to is to be copied too.
     virtual bool IsDeepCopy() const = 0;
@@ -72,29 +78,39 @@ protected:
 /// included, it needs little stack.
 class TVLUTL_API DuplicationContextImpl {
 public:
+    /// Nothing has been copied.
     DuplicationContextImpl();
     /// A copy is for reading: both would delete what is not detached. On failure of an assignment the target is as it
     /// was; what is taken out of it is not deleted.
     DuplicationContextImpl(const DuplicationContextImpl&);
+    /// As the copy.
     DuplicationContextImpl& operator=(const DuplicationContextImpl&);
     ~DuplicationContextImpl();
 
+    /// As IDuplicationContext::MapInstance.
     void MapInstance(const IDuplicatable* source, IDuplicatable* copy, bool detached);
+    /// As IDuplicationContext::MapPtrInstance.
     void MapPtrInstance(const IDuplicatable* source, std::shared_ptr<IDuplicatable> copy);
+    /// As IDuplicationContext::FindMappedInstance.
     IDuplicatable* FindMappedInstance(const IDuplicatable* source, bool detach);
+    /// As IDuplicationContext::FindMappedPtrInstance.
     std::shared_ptr<IDuplicatable> FindMappedPtrInstance(const IDuplicatable* source) const;
+    /// As IDuplicationContext::FindOrDuplicateMappedInstance.
     /// @param context what `source->Duplicate` is given
     IDuplicatable* FindOrDuplicateMappedInstance(
         const IDuplicatable* source, bool detach, IDuplicationContext& context);
+    /// As IDuplicationContext::FindOrDuplicateMappedPtrInstance.
     /// @param context what `source->DuplicatePtr` is given
     std::shared_ptr<IDuplicatable> FindOrDuplicateMappedPtrInstance(
         const IDuplicatable* source, IDuplicationContext& context);
 
 private:
+    /// @cond
     struct InstanceEntry {
         IDuplicatable* copy;
         bool owned;   // deleted with the context
     };
+    /// @endcond
 
     void DeleteOwnedCopies();
 
@@ -106,9 +122,13 @@ private:
 /// so that they see what a derived class overrides.
 class TVLUTL_API DuplicationContext : public IDuplicationContext {
 public:
+    /// Nothing has been copied.
     DuplicationContext();
+    /// @{
+    /// As a copy of the engine: for reading alone.
     DuplicationContext(const DuplicationContext&);
     DuplicationContext& operator=(const DuplicationContext&);
+    /// @}
     ~DuplicationContext();
 
     bool IsDeepCopy() const override;   ///< true

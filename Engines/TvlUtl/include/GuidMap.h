@@ -14,9 +14,10 @@ TVLUTL_API int UTLMapApp2EngGUID(const GUID* from, GUID* to);
 
 namespace TvlUtl {
 
+/// Two names of one thing.
 struct GuidPair {
-    GUID engine;
-    GUID application;
+    GUID engine;        // as the engines know it
+    GUID application;   // as the applications know it
 };
 
 /// Bytes of a "guidmap.dat" with these pairs, sorted as the searches need them.

@@ -38,25 +38,34 @@ public:
     virtual void AddProgress(unsigned long long units) = 0;
     /// Asks the operation to stop. Who runs it looks at IsCancelled, and calls Finish.
     virtual void Cancel() = 0;
+    /// Whether Cancel was called; it stays so.
     virtual bool IsCancelled() = 0;
     /// Marks the operation as failed and tells why. It still ends by Finish.
     virtual void SetError(const wchar_t* text) = 0;
+    /// Whether SetError was called; it stays so.
     virtual bool HasError() = 0;
     /// What SetError was told last; empty without an error.
     virtual TvlStringT<wchar_t> GetErrorText() = 0;
+    /// The number that the task was made with: an ETaskType, or a type of the caller's own.
     virtual int GetTaskType() = 0;
     /// How much of the whole is done, from 0.0 to 1.0.
     virtual double GetProgress() = 0;
     /// Text of the innermost step.
     virtual TvlStringT<wchar_t> GetStepName() = 0;
+    /// The name that the task was made with, for the user.
     virtual TvlStringT<wchar_t> GetDisplayName() = 0;
+    /// The group that the task was made in.
     virtual unsigned long long GetGroupId() = 0;
 
     // The sender of these events is the task: an ITaskProgress*, cast to void*.
 
+    /// Raised by every change of the progress or of a step's text, by the end of a step and by Finish.
     virtual TvlUtils::EventBase& GetProgressEvent() = 0;
+    /// Raised by Finish, before the task is destroyed.
     virtual TvlUtils::EventBase& GetFinishedEvent() = 0;
+    /// Raised by Cancel.
     virtual TvlUtils::EventBase& GetCancelledEvent() = 0;
+    /// Raised by SetError.
     virtual TvlUtils::EventBase& GetErrorEvent() = 0;
 };
 

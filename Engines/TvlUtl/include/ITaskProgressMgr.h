@@ -7,13 +7,13 @@ namespace TvlUtl {
 
 /// Which tasks a count takes in; other values take in all.
 enum ETaskState : int {
-    eTaskStateAny = 0,
-    eTaskStateCancelled = 1,
-    eTaskStateFailed = 2,
-    eTaskStateSound = 3,   ///< neither cancelled nor in error
-    eTaskStateCancelledOrFailed = 4,
-    eTaskStateNotFailed = 5,
-    eTaskStateNotCancelled = 6,
+    eTaskStateAny = 0,                 ///< every task
+    eTaskStateCancelled = 1,           ///< Cancel was called
+    eTaskStateFailed = 2,              ///< SetError was called
+    eTaskStateSound = 3,               ///< neither cancelled nor in error
+    eTaskStateCancelledOrFailed = 4,   ///< either, or both
+    eTaskStateNotFailed = 5,           ///< not in error, cancelled or not
+    eTaskStateNotCancelled = 6,        ///< not cancelled, in error or not
 };
 
 /// Registers tasks in groups, tells listeners of them and cleans up when they end. Any thread may call. An unknown group
@@ -47,11 +47,12 @@ public:
     /// The same of group 0 alone.
     virtual unsigned long long GetDefaultGroupTaskCount(int type, int state) = 0;
 
-    // The next two cancel tasks of a type, or of all for eTaskAnyType. The manager's lock is held meanwhile: handlers must
-    // not create or finish tasks.
-
+    /// @{
+    /// Cancels the tasks of a type, or all for eTaskAnyType, of the process or of one group. The manager's lock is held
+    /// meanwhile: handlers must not create or finish tasks.
     virtual void CancelAll(int type) = 0;
     virtual void CancelGroup(unsigned long long group, int type) = 0;
+    /// @}
     /// Finishes the first task of exactly this type in a group, if there is one.
     virtual void FinishTask(unsigned long long group, int type) = 0;
     /// Destroys the tasks of exactly this type in a group that have failed, without their finished event.
@@ -66,6 +67,7 @@ public:
     virtual TvlUtils::EventBase& GetTaskAddedEvent() = 0;
     /// The task is no longer listed; it is destroyed when the handlers have returned.
     virtual TvlUtils::EventBase& GetTaskRemovedEvent() = 0;
+    /// A task has failed: SetError was called.
     virtual TvlUtils::EventBase& GetTaskErrorEvent() = 0;
     /// Told of tasks of type 1 alone; the cancellation of others is a change.
     virtual TvlUtils::EventBase& GetTaskCancelledEvent() = 0;

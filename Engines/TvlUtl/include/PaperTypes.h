@@ -19,10 +19,10 @@ class WXmlNode;
 enum PaperType : std::int32_t {
     kPaperCustom = 0,   ///< any size
     kPaperNone = 1,     ///< no dimensions
-    kPaperLetter = 3,
-    kPaperLegal = 4,
-    kPaperA3 = 14,
-    kPaperA4 = 15,
+    kPaperLetter = 3,   ///< 8.5 by 11 inches
+    kPaperLegal = 4,    ///< 8.5 by 14 inches
+    kPaperA3 = 14,      ///< 297 by 420 millimetres
+    kPaperA4 = 15,      ///< 210 by 297 millimetres
 };
 /// Predefined papers in a complete store, and the first place of custom ones.
 constexpr int kPaperTypeCount = 149;
@@ -33,13 +33,13 @@ struct PaperTypeInformation {
     TvlString DisplayName;           ///< in the user's language; the user's own text for a custom paper
     TvlString SourceName;            ///< the name in the file, "Custom" without one
     TvlString PaperGuid;             ///< new in every run
-    std::int32_t Width = 0;
-    std::int32_t Height = 0;
-    bool Rotatable = false;
-    std::int32_t Units = 0;         ///< WUnit id that the paper is shown in: 1 inch, 2 millimetre, 6 pixel
-    std::int32_t ResolutionX = 0;   ///< pixels per kilometre of a paper in pixels, else 0
-    std::int32_t ResolutionY = 0;
-    bool Hidden = false;         ///< left out of lists; of predefined papers alone
+    std::int32_t Width = 0;          ///< across the paper as it stands
+    std::int32_t Height = 0;         ///< along the paper as it stands
+    bool Rotatable = false;          ///< the paper has no fixed orientation
+    std::int32_t Units = 0;          ///< WUnit id that the paper is shown in: 1 inch, 2 millimetre, 6 pixel
+    std::int32_t ResolutionX = 0;    ///< pixels per kilometre of a paper in pixels, else 0
+    std::int32_t ResolutionY = 0;    ///< as ResolutionX, along the paper
+    bool Hidden = false;             ///< left out of lists; of predefined papers alone
     std::int32_t CustomId = 0;   ///< 0 for a predefined paper, else its place, or what the file said below place 149
 };
 
@@ -52,6 +52,7 @@ extern template class TVLUTL_API TvlUtils::Singleton<CPaperTypeMgr, 0>;
 /// store. For one thread at a time; of two processes the last to shut down wins.
 class TVLUTL_API CPaperTypeMgr : public IBroadcaster, public TvlUtils::Singleton<CPaperTypeMgr, 0> {
 public:
+    /// Places in the store, in an order that matters.
     using Indices = std::list<std::int64_t>;
 
     CPaperTypeMgr(const CPaperTypeMgr&) = delete;
@@ -74,18 +75,28 @@ public:
 
     // Queries. A place or id out of range gives false, 0 or -1.
 
+    /// Papers in the store, predefined and custom.
     std::int64_t GetCount() const;
+    /// Predefined papers in the store: 149 in a complete one.
     int GetPredefinedCount() const;
+    /// @{
+    /// Copies the record at a place, or of a predefined paper, to `paper`; false leaves that alone.
     bool GetPaperInfoAt(int index, PaperTypeInformation& paper) const;
     bool GetPaperInfo(PaperType type, PaperTypeInformation& paper) const;
+    /// @}
     /// For kPaperCustom the custom paper of that size; without one `paper` takes the size, may be rotated, and the result
     /// is false.
     bool GetPaperInfo(PaperType type, int width, int height, PaperTypeInformation& paper) const;
+    /// @{
+    /// Copies the name in the user's language to `name`; false leaves that alone.
     bool GetPaperNameAt(int index, TvlString& name) const;
     bool GetPaperName(PaperType type, TvlString& name) const;
+    /// @}
+    /// Copies the paper's GUID, which holds until the program ends, to `guid`; false leaves that alone.
     bool GetPaperGUIDAt(int index, TvlString& guid) const;
     /// Area in square millimetres, of sides without their fractions.
     std::int64_t GetPaperSize(PaperType type) const;
+    /// Whether the paper at a place is left out of lists; false out of range.
     bool IsHidden(std::int64_t index) const;
     /// Place of the first custom paper of exactly that size, or -1; never turned.
     std::int64_t FindCustomPaper(int width, int height, PaperTypeInformation& paper) const;
@@ -104,10 +115,14 @@ public:
     int FindPredefinedPaperIndex(const PaperTypeInformation& paper, bool turned) const;
     /// Place of the predefined paper of a type, hidden or not, or -1.
     int FindPredefinedPaperIndex(PaperType type) const;
+    /// Place of the paper with this GUID, in either case of its letters; -1 for none.
     int FindPaperIndexByGUID(const TvlString& guid) const;
     /// Whether a type is kPaperCustom and a custom paper has that size.
     bool IsCustomPaper(PaperType type, int width, int height) const;
+    /// Whether the record's type is kPaperCustom and a custom paper has its size, or the same turned where `turned` is
+    /// true.
     bool IsCustomPaper(const PaperTypeInformation& paper, bool turned) const;
+    /// Whether FindPredefinedPaperIndex finds the paper.
     bool IsPredefinedPaper(const PaperTypeInformation& paper, bool turned) const;
     /// Places in the order in which papers are offered.
     Indices GetPaperOrder() const;
@@ -115,8 +130,11 @@ public:
     Indices GetPaperDisplayOrder() const;
     /// Places of the papers used last, the latest first.
     Indices GetMRUList() const;
+    /// The most papers that GetMRUList keeps; 50, or as many as the file had.
     std::int64_t GetMaxMRUSize() const;
+    /// The custom id that was given last; 0 before any was, -1 without a file.
     int GetLastPaperCustomTypeID() const;
+    /// Sets what GetLastPaperCustomTypeID gives. Changes no paper.
     void SetLastPaperCustomTypeID(int id);
     /// The argument when the order has it, else 0.
     int CheckPaperTypeID(int id) const;
@@ -138,6 +156,7 @@ public:
     void SetMaxMRUSize(std::int64_t size);
     /// Puts a paper first; nothing when the limit is 0.
     void AddMRUItem(std::int64_t index);
+    /// Takes a paper out of the list of those used last; nothing when it is not there.
     void RemoveMRUItem(std::int64_t index);
     /// Puts the custom papers behind the others again, in the order of the store.
     void ResetCustomPaperTypeOrder();
@@ -148,25 +167,43 @@ protected:
     /// Reads the user's file. Failures are not told: queries then see an empty store, or a part of one.
     CPaperTypeMgr();
 
+    /// What the constructor does: brings the user's file up to date, or copies the master, and reads all of it. False
+    /// at the first step that fails.
     bool Initialize();
+    /// What Shutdown does: writes the user's file, if one was read, and empties the store. Always true.
     bool Uninitialize();
+    /// Puts the suite's file in place of the user's; false when it can't be copied.
     bool CopyXmlFromSystemFolder();
     /// Takes a newer master over into the user's file: hidden papers stay hidden, custom papers are kept, all else is the
     /// master's. The user's file as it was is left beside it as "PaperTypes_backup.xml".
     bool UpdatePredefinedSizes(const TvlString& master, const TvlString& user);
+    /// Reads the predefined papers, each to the place of its id, in place of all papers. Always true; throws
+    /// std::out_of_range for an id that is beyond the number of papers in the file.
     bool LoadPredefinedPapers();
+    /// Appends the custom papers of the file and tells the listeners of each. Always true.
     bool LoadCustomPapers();
+    /// Reads the order of the user's country, or takes the order of the store where the file has none. Hidden papers
+    /// are left out. Always true.
     bool LoadPaperOrder();
+    /// Reads the papers used last in the user's country; the limit grows to their number. Always true.
     bool LoadMRUList();
+    /// @{
+    /// Writes the papers to the document in place of those that it has; false without a document.
     bool SavePredefinedPapers();
     bool SaveCustomPapers();
+    /// @}
+    /// Writes the list to the document, or takes it out when it is empty; false without a document.
     bool SaveMRUList();
     /// Path of the user's country's order and list of papers used last in the document.
     TvlString GetPagesetPath() const;
+    /// Reads a paper from an element; false for a predefined one whose id is not 0 to 148.
     bool ReadPaper(const WXmlNode& node, PaperTypeInformation& paper, bool custom) const;
+    /// Writes a paper to an element, in the units that it is shown in.
     bool WritePaper(const PaperTypeInformation& paper, const WXmlNode& node, bool custom) const;
+    /// Replaces `papers` by those of the elements that an XPath expression selects; what ReadPaper refuses is left out.
     void ReadPaperArrayFromXml(
         const WXmlDoc& document, const TvlString& path, std::vector<PaperTypeInformation>& papers, bool custom) const;
+    /// Writes papers as the one list of this name below the root; false without a document.
     bool WritePaperArrayToXml(
         WXmlDoc& document, const wchar_t* name, const std::vector<PaperTypeInformation>& papers, bool custom) const;
 

@@ -8,14 +8,15 @@ extern "C" {
 
 /// The folder of the running program.
 TVLUTL_API void GetAppDir(wchar_t* buffer) noexcept;
-// Folders of the user's content (CFileLocations.h).
-
+/// @{
+/// Folders of the user's content, as CFileLocations gives them.
 TVLUTL_API void GetColorPalettesDir(wchar_t* buffer) noexcept;
 TVLUTL_API void GetFillsDir(wchar_t* buffer) noexcept;
 TVLUTL_API void GetFontsDir(wchar_t* buffer) noexcept;
 TVLUTL_API void GetImageListsDir(wchar_t* buffer) noexcept;
 TVLUTL_API void GetPhotoFramesDir(wchar_t* buffer) noexcept;
 TVLUTL_API void GetTemplatesDir(wchar_t* buffer) noexcept;
+/// @}
 
 /// The application's display name.
 TVLUTL_API void GetAppUIName(wchar_t* buffer) noexcept;

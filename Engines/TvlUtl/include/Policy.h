@@ -4,6 +4,7 @@
 #include "TvlUtlApi.h"
 #include "siblings/TvlPlatform/TvlString.h"
 
+/// What the library offers by names of its own; plain exports and the older classes stand outside.
 namespace TvlUtl {
 
 // Machine-wide switches: text values of the product key under HKEY_LOCAL_MACHINE, read anew by every call. Words
@@ -38,7 +39,9 @@ TVLUTL_API bool IsAppStoreApp();
 /// Answers for the network. Slot order is part of the interface.
 class INetworkManager {
 public:
+    /// Whether the machine reaches the internet now.
     virtual bool IsConnectedToInternet() = 0;
+    /// Whether documents of the cloud may be used.
     virtual bool IsCloudAllowed() = 0;
 
 protected:
@@ -51,8 +54,11 @@ TVLUTL_API INetworkManager& GetNetworkManager();
 /// Replaces the answers; null restores the machine's own. The caller keeps ownership.
 TVLUTL_API void SetNetworkManagerForTests(INetworkManager* manager);
 
+/// @{
+/// What GetNetworkManager answers.
 TVLUTL_API bool IsConnectedToInternet();
 TVLUTL_API bool IsCloudAllowed();
+/// @}
 /// False where the policy switches the network off (IsUserAllowedToUseInternet), else IsConnectedToInternet.
 TVLUTL_API bool IsOnline();
 

@@ -7,15 +7,19 @@
 
 #include "TvlUtlApi.h"
 
+/// The classes of slider mappings, under the name by which controls link them.
 namespace Framework::UI::Experimental {
 
 /// What a slider control asks of a transformation. Slot order is part of the interface.
 class TVLUTL_API WICmnUISliderTransform {
 public:
+    /// There is no state here.
     WICmnUISliderTransform();
     virtual ~WICmnUISliderTransform();
 
+    /// Lower end of the values, 0.0 until it is set.
     virtual double GetRangeMin() const = 0;
+    /// Upper end of the values, 0.0 until it is set.
     virtual double GetRangeMax() const = 0;
     /// 1; 0, without a change, for a minimum above the maximum.
     virtual int SetRangeMin(double min) = 0;
@@ -23,12 +27,14 @@ public:
     virtual int SetRangeMax(double max) = 0;
     /// The slider's position at its end. Always 1.
     virtual int SetSliderRange(double range) = 0;
+    /// What SetSliderRange took last, 0.0 before.
     virtual double GetSliderRange() const = 0;
     /// Takes the value range and the slider's; not 0 on success.
     virtual int InitTransformation(double min, double max, double sliderRange) = 0;
     /// The step of values, counted from the minimum. 1; 0, without a change, unless it is above 0.0. An infinite one leaves
     /// no values: they are no numbers then.
     virtual int SetIncrementValue(double increment) = 0;
+    /// What SetIncrementValue took last, 10.0 before.
     virtual double GetIncrementValue() const = 0;
     /// The slider's position for a value.
     virtual double GetLinearValue(double value) const = 0;
@@ -40,8 +46,11 @@ public:
     virtual double InverseFunction(double y) const = 0;
 
 protected:
+    /// @{
+    /// Copies are objects of their own.
     WICmnUISliderTransform(const WICmnUISliderTransform&) = default;
     WICmnUISliderTransform& operator=(const WICmnUISliderTransform&) = default;
+    /// @}
 };
 
 /// Values linear in the position. Every value that goes in or out is taken to the nearest step and kept in the range.

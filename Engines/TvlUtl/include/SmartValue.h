@@ -14,9 +14,13 @@
 /// One value for each of some units.
 class TVLUTL_API WUnitValuePair {
 public:
+    /// Without values.
     WUnitValuePair();
+    /// @{
+    /// Copies are objects of their own.
     WUnitValuePair(const WUnitValuePair&);
     WUnitValuePair& operator=(const WUnitValuePair&);
+    /// @}
     virtual ~WUnitValuePair();
 
     /// Adds a value; a unit that has one keeps it.
@@ -40,7 +44,9 @@ public:
     bool GetDefaultValue(unsigned& unit, double& value) const;
     /// Whether a value in base units is near one of these; `unit` becomes the lowest id for which it is.
     bool IsDefaultValue(unsigned& unit, double value, double res) const;
+    /// Whether there is no value at all.
     bool IsEmpty() const;
+    /// Removes all values.
     void Clear();
     /// Values by id. The map belongs to this object.
     const std::map<unsigned, double>& GetAllEntries() const;
@@ -55,14 +61,22 @@ private:
 /// A default in several units, with the increments that go with it.
 class TVLUTL_API WSmartUnitValue {
 public:
+    /// Without values and increments.
     WSmartUnitValue();
+    /// @{
+    /// Copies are objects of their own.
     WSmartUnitValue(const WSmartUnitValue&);
     WSmartUnitValue& operator=(const WSmartUnitValue&);
+    /// @}
     virtual ~WSmartUnitValue();
 
+    /// Takes a copy of the increments, one for each unit.
     void SetIncrements(const WUnitValuePair& increments);
+    /// The increments, which belong to this object.
     const WUnitValuePair& GetIncrements() const;
+    /// Takes a copy of the default's values.
     void SetValues(const WUnitValuePair& values);
+    /// The default's values, which belong to this object.
     const WUnitValuePair& GetValues() const;
 
     /// `value`, in `fromUnit`, in `unit`: the stored value of `unit` when `value` is near a stored one, else the exact

@@ -20,13 +20,15 @@ class IDuplicatable;
 template <class Value>
 class SourceMap {
 public:
+    /// One entry.
     struct Row {
-        const IDuplicatable* source;
-        Value value;
+        const IDuplicatable* source;   // never followed, only compared
+        Value value;                   // what Find gives
     };
 
     /// The value of a source, or null. It stays where it is until the next MakeRoom, sort or removal.
     Value* Find(const IDuplicatable* source) noexcept { return const_cast<Value*>(std::as_const(*this).Find(source)); }
+    /// The same for reading.
     const Value* Find(const IDuplicatable* source) const noexcept
     {
         if (m_slots.empty())
@@ -77,6 +79,7 @@ public:
         return std::exchange(m_rows, {});
     }
 
+    /// Exchanges all entries, without copying any.
     void Swap(SourceMap& other) noexcept
     {
         m_rows.swap(other.m_rows);

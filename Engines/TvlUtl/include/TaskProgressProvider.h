@@ -11,14 +11,19 @@ class TVLUTL_API TaskProgressProvider {
 public:
     /// Holds no task.
     TaskProgressProvider();
+    /// @{
+    /// The other's task becomes this object's too; the other keeps it.
     TaskProgressProvider(const TaskProgressProvider&);
     TaskProgressProvider(TaskProgressProvider&&) noexcept;
     TaskProgressProvider& operator=(const TaskProgressProvider&);
     TaskProgressProvider& operator=(TaskProgressProvider&&) noexcept;
+    /// @}
     ~TaskProgressProvider();
 
     /// The task, or null.
     virtual ITaskProgress* GetTaskProgress() const;
+    /// Holds another task from now on, or none for null. The caller sees to it that the task lives as long as it is
+    /// held.
     virtual void SetTaskProgress(ITaskProgress* task);
 
 private:

@@ -6,6 +6,7 @@
 
 class ITovelCmn_Doc;
 
+/// Properties that several events have in common.
 namespace ProductAnalytics::Helpers {
 
 /// Properties for the event that the application sends: those of the document, and those of the template, which take the

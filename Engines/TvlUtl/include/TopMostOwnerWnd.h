@@ -12,8 +12,11 @@ class TVLUTL_API TopMostOwnerWnd {
 public:
     /// @param owner the preferred owner, may be null
     explicit TopMostOwnerWnd(HWND owner);
+    /// @{
+    /// Refers to the other's windows.
     TopMostOwnerWnd(const TopMostOwnerWnd&);
     TopMostOwnerWnd& operator=(const TopMostOwnerWnd&);
+    /// @}
     virtual ~TopMostOwnerWnd();
 
     /// The preferred owner when it is visible, else a new window with a title. Called a second time without a visible

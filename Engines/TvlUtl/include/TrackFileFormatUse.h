@@ -32,6 +32,7 @@ enum class TrackFileFormatUseDurationMarker : int {
 /// FNV-1a of the four bytes, the lowest first.
 template <>
 struct std::hash<TrackFileFormatUseDurationMarker> {
+    /// The sum is the same on every target and in every run.
     std::size_t operator()(TrackFileFormatUseDurationMarker marker) const noexcept
     {
         unsigned long long sum = 0xcbf29ce484222325;
@@ -44,8 +45,11 @@ struct std::hash<TrackFileFormatUseDurationMarker> {
 /// What is known of one operation on one file. Setters give the record, so that calls can be chained.
 class TVLUTL_API TrackFileFormatUseData {
 public:
+    /// What MarkDuration has kept for each marker.
     using Markers = std::unordered_map<TrackFileFormatUseDurationMarker, TvlUtils::TimeDelta>;
 
+    /// A record that knows no more than this. Its stopwatch runs at once where the context is "Open" or
+    /// "AutoSave-Completed".
     TrackFileFormatUseData(bool global, TvlStringT<wchar_t> context, TvlStringT<wchar_t> type);
 
     /// Whether other layers find the record by its path, and access is locked.
@@ -58,26 +62,40 @@ public:
     const TvlStringT<wchar_t>& GetFilter() const { return m_filter; }
     /// The file's version as digits, "2700" for 27.0; empty when it is not known.
     const TvlStringT<wchar_t>& GetVersion() const { return m_version; }
+    /// Name of the page layout; empty when it is not known.
     const TvlStringT<wchar_t>& GetLayout() const { return m_layout; }
+    /// Whether the document was saved under a new name: any text, sent as it is; empty goes out as "false".
     const TvlStringT<wchar_t>& GetSaveAs() const { return m_saveAs; }
+    /// Where an export went; empty when it is not known.
     const TvlStringT<wchar_t>& GetExportedLocation() const { return m_exportedLocation; }
+    /// What an export covered, such as "Group"; empty when it is not known.
     const TvlStringT<wchar_t>& GetExportedRange() const { return m_exportedRange; }
+    /// Path of the copy that was saved automatically; empty for none.
     const TvlStringT<wchar_t>& GetAutoSaveFilePath() const { return m_autoSaveFilePath; }
+    /// Resolution of an exported bitmap, as the code that exports gives it; 0 for none.
     int GetExportFileResolution() const { return m_exportFileResolution; }
+    /// Why the operation failed; no text while it has not.
     const std::optional<TvlStringT<wchar_t>>& GetErrorMessage() const { return m_errorMessage; }
+    /// Whether the document is stored in the cloud.
     bool IsInCloud() const { return m_cloud; }
+    /// What SetDocInfo has found; zeros and empty texts before.
     const ProductAnalytics::DocumentStatistics& GetStatistics() const { return m_statistics; }
 
+    /// Takes the place of the path's extension in what is sent.
     TrackFileFormatUseData& SetType(TvlStringT<wchar_t> type);
+    /// Name of the filter that imports or exports; empty for none.
     TrackFileFormatUseData& SetFilter(TvlStringT<wchar_t> filter);
+    /// The file's version as digits, "2700" for 27.0; empty for one that is not known.
     TrackFileFormatUseData& SetVersion(TvlStringT<wchar_t> version);
     /// Name of the page layout.
     TrackFileFormatUseData& SetLayout(TvlStringT<wchar_t> layout);
+    /// See GetSaveAs.
     TrackFileFormatUseData& SetSaveAs(TvlStringT<wchar_t> saveAs);
     /// Where an export went.
     TrackFileFormatUseData& SetExportedLocation(TvlStringT<wchar_t> location);
     /// What an export covered. "Object" does not take the place of "Group".
     TrackFileFormatUseData& SetExportedRange(TvlStringT<wchar_t> range);
+    /// Path of the copy that is saved automatically.
     TrackFileFormatUseData& SetAutoSaveFilePath(TvlStringT<wchar_t> path);
     /// Resolution of an exported bitmap.
     TrackFileFormatUseData& SetExportFileResolution(int resolution);
@@ -89,7 +107,10 @@ public:
     TrackFileFormatUseData& SetDocInfo(ITovelCmn_Doc& document);
 
 protected:
-    // In the order that modules of other ages know.
+    // The order of the fields is that which modules of other ages know.
+
+    /// @{
+    /// What the getter of the same name gives.
     bool m_global;
     TvlStringT<wchar_t> m_context;
     TvlStringT<wchar_t> m_type;
@@ -103,12 +124,13 @@ protected:
     int m_exportFileResolution = 0;
     std::optional<TvlStringT<wchar_t>> m_errorMessage;
     bool m_cloud = false;
-    bool m_accepted = false;
-    bool m_durationRunning = false;
-    TvlUtils::TimeTicks m_durationStart;   // when the stopwatch was last started
-    TvlUtils::TimeDelta m_durationTotal;   // up to its last stop
-    Markers m_durationMarkers;
-    ProductAnalytics::DocumentStatistics m_statistics;
+    /// @}
+    bool m_accepted = false;                             // the operation went through
+    bool m_durationRunning = false;                      // the stopwatch runs
+    TvlUtils::TimeTicks m_durationStart;                 // when the stopwatch was last started
+    TvlUtils::TimeDelta m_durationTotal;                 // up to its last stop
+    Markers m_durationMarkers;                           // what MarkDuration has kept
+    ProductAnalytics::DocumentStatistics m_statistics;   // what GetStatistics gives
 };
 
 class TrackFileFormatUseDataDetail;
@@ -117,11 +139,13 @@ class TrackFileFormatUseDataDetail;
 /// alive. Without a record it is false, and has nothing to give access to.
 class TVLUTL_API TrackFileFormatUseDataLock {
 public:
+    /// Waits until nobody else has access to a global record. Null gives access to nothing.
     explicit TrackFileFormatUseDataLock(std::shared_ptr<TrackFileFormatUseDataDetail> record);
     TrackFileFormatUseDataLock(const TrackFileFormatUseDataLock&) = delete;
     TrackFileFormatUseDataLock& operator=(const TrackFileFormatUseDataLock&) = delete;
     ~TrackFileFormatUseDataLock();
 
+    /// Whether there is a record to have access to.
     explicit operator bool() const { return m_record != nullptr; }
     /// The record; null without one.
     TrackFileFormatUseData* operator->() const;
@@ -134,6 +158,7 @@ private:
 /// through handles of its own; a local one belongs to one scope.
 class TVLUTL_API TrackFileFormatUse {
 public:
+    /// An empty handle.
     TrackFileFormatUse() = default;
 
     // An empty path or context gives an empty handle.
@@ -150,6 +175,7 @@ public:
     /// An empty handle.
     static TrackFileFormatUse NoTrack() { return TrackFileFormatUse(); }
 
+    /// Whether there is a record.
     explicit operator bool() const { return m_record != nullptr; }
 
     /// Sends what is known, unless that was done before or the record was discarded, and empties the handle. The same
@@ -159,9 +185,12 @@ public:
     void Discard();
     /// The operation went through: an event is due, and not the label alone.
     void Accept();
+    /// Whether Accept was called, through whichever handle; false without a record.
     bool IsAccepted() const;
 
+    /// Access to the record, or to none without one. Waits while others have access to a global record.
     TrackFileFormatUseDataLock Lock() const { return TrackFileFormatUseDataLock(m_record); }
+    /// TrackFileFormatUseData::SetExportedRange under a lock of its own.
     void SetExportedRange(const TvlStringT<wchar_t>& range);
     /// Fills in what is known at an export's end.
     /// @param filter           stored unless it is empty
@@ -177,8 +206,11 @@ public:
 
     /// Starts it from 0, unless it runs.
     void StartDurationTracker();
+    /// @{
+    /// Stops it; what it shows stays. Nothing when it stands.
     void StopDurationTracker();
     void SuspendDurationTracker() { StopDurationTracker(); }
+    /// @}
     /// Lets it run on, unless it runs.
     void ResumeDurationTracker();
     /// Keeps the time since it was last started or resumed, or of a stopped one what it shows.
@@ -197,9 +229,13 @@ private:
 /// Refers to a record without keeping it alive.
 class TVLUTL_API TrackFileFormatUseWeak {
 public:
+    /// Refers to no record.
     TrackFileFormatUseWeak() = default;
+    /// @{
+    /// Refers to the handle's record, or to none.
     TrackFileFormatUseWeak(const TrackFileFormatUse& use);
     TrackFileFormatUseWeak& operator=(const TrackFileFormatUse& use);
+    /// @}
 
     /// Whether the record lives.
     explicit operator bool() const;

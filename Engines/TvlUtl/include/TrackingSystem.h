@@ -9,6 +9,7 @@
 #include <map>
 #include <memory>
 
+/// What the user does, on its way to the trackers.
 namespace Framework::Tracking {
 
 /// Names a tracker. The values belong to the applications.
@@ -16,6 +17,7 @@ enum class TrackerId : int {};
 
 /// Something that the user has done.
 struct Activity {
+    /// What was done, as the trackers are to call it.
     TvlStringT<wchar_t> name;
     /// Two keys act on what is sent: with "setType" equal to "bool" the name goes out with "::" and the value of "setValue"
     /// behind it.
@@ -26,6 +28,7 @@ struct Activity {
 class TVLUTL_API ITracker {
 public:
     virtual ~ITracker();
+    /// By what TrackingSystem::Send finds the tracker; always the same.
     virtual TrackerId GetId() const = 0;
     /// What it throws reaches the caller of TrackingSystem::Send.
     virtual void Send(const Activity& activity) = 0;
@@ -34,6 +37,7 @@ public:
 /// Has the identifier 0 and takes no notice of anything.
 class TVLUTL_API NullTracker : public ITracker {
 public:
+    /// Always 0.
     TrackerId GetId() const override { return TrackerId(0); }
     void Send(const Activity&) override { }
 };
@@ -51,6 +55,7 @@ namespace Framework::Tracking {
 /// Whether the user shares anything is for the trackers to ask, see Privacy.h.
 class TVLUTL_API TrackingSystem : public TvlUtils::Singleton<TrackingSystem, 0> {
 public:
+    /// Without trackers.
     TrackingSystem();
     /// Releases the trackers, the first one first.
     ~TrackingSystem();

@@ -26,6 +26,7 @@
 ///   "ShowLangSelection"  number, below HKEY_LOCAL_MACHINE: other than 0 when users are to be asked who were not yet
 class TVLUTL_API IGLB_UILanguage {
 public:
+    /// The object of the process. What it reads and writes goes through the ports, which tests replace.
     static IGLB_UILanguage& GetInst();
     /// The event of this process that keeps it from showing the dialog, once it is set. Null when it can't be made.
     /// Showing no dialog resets the event.
@@ -35,11 +36,13 @@ public:
     virtual CGlbLang GetLanguage() = 0;
     /// The language in "UILang"; 0 when there is none.
     virtual int ReadStoredLanguage(CGlbLang& language) = 0;
+    /// Puts a language into "UILang"; 0 when it can't be written. The language of this process stays.
     virtual int WriteStoredLanguage(CGlbLang language) = 0;
     /// Code and name of the languages that this application can use, in the order of the codes. 0 for none.
     virtual int GetLanguages(std::vector<std::pair<CGlbLang, TvlString>>& languages) = 0;
     /// "QueryStartupLang"; 0 when it is missing.
     virtual int ReadQueryStartupLang() = 0;
+    /// Puts 1 or 0 into "QueryStartupLang".
     virtual void WriteQueryStartupLang(int on) = 0;
 
     // An application says that it runs, and is told by others.
@@ -83,6 +86,7 @@ public:
 
     // The module that the user interface's framework takes resources from: one pointer of the process.
 
+    /// The module that resources are taken from now; null for none.
     virtual HMODULE GetResourceModule() = 0;
     /// Puts another one there, and gives the one before.
     virtual HMODULE SwapResourceModule(HMODULE module) = 0;

@@ -23,13 +23,15 @@ enum WTokenFlags : unsigned {
     kTokensLogarithms = 4,     ///< log, ln, sqrt
     kTokensTrigonometry = 8,   ///< sin to acot
     kTokensHyperbolic = 16,    ///< sinh, cosh, tanh
-    kTokensAll = 31,
-    kTokensUnits = 256,   ///< unit words and the list separator; StringToValue alone
+    kTokensAll = 31,           ///< all of these; no unit words
+    kTokensUnits = 256,        ///< unit words and the list separator; StringToValue alone
 };
 
 /// A piece of an expression: what it looks like, how strongly it binds and what it does to the values.
 class TVLUTL_API WToken {
 public:
+    /// `text` is what Match looks for unless it is overridden. Tokens that wait with a higher stack priority than the
+    /// input priority of one that arrives are applied first; an equal one leaves the text without a value.
     WToken(int inputPriority, int stackPriority, const TvlString& text)
         : m_inputPriority(inputPriority), m_stackPriority(stackPriority), m_text(text)
     {
@@ -43,14 +45,17 @@ public:
     /// The number of a matched text.
     virtual double Evaluate(const TvlString& text);
 
+    /// Weight as the token arrives: tokens that wait with a higher one are applied first.
     int GetInputPriority() const { return m_inputPriority; }
+    /// Weight while the token waits on the operator stack, compared with the input priority of those that arrive.
     int GetStackPriority() const { return m_stackPriority; }
+    /// How the token is written.
     const TvlString& GetText() const { return m_text; }
 
 protected:
     std::int32_t m_inputPriority;   // weight as it arrives
     std::int32_t m_stackPriority;   // weight while it waits on the operator stack
-    TvlString m_text;
+    TvlString m_text;               // how it is written
 };
 
 // Groups that the parser tells apart by their run-time type. Tokens of a caller may belong to them.
@@ -58,7 +63,7 @@ protected:
 /// A number. It has run its Match before the signs are tried, which thereby see a value before them.
 class TVLUTL_API WTokenValue : public WToken {
 public:
-    using WToken::WToken;
+    using WToken::WToken;   ///< as WToken's
     int Match(const TvlString& text, int& length, int& valueBefore) override;
     double Evaluate(const TvlString& text) override;
 };
@@ -66,31 +71,31 @@ public:
 /// An opening bracket.
 class TVLUTL_API WTokenOpen : public WToken {
 public:
-    using WToken::WToken;
+    using WToken::WToken;   ///< as WToken's
 };
 
 /// A closing bracket.
 class TVLUTL_API WTokenClosed : public WToken {
 public:
-    using WToken::WToken;
+    using WToken::WToken;   ///< as WToken's
     int Match(const TvlString& text, int& length, int& valueBefore) override;
 };
 
 /// A function of an angle.
 class TVLUTL_API WTokenTrig : public WToken {
 public:
-    using WToken::WToken;
+    using WToken::WToken;   ///< as WToken's
 };
 
 /// A function whose result is an angle.
 class TVLUTL_API WTokenRevTrig : public WToken {
 public:
-    using WToken::WToken;
+    using WToken::WToken;   ///< as WToken's
 };
 
 /// Why a text has no value.
 enum class WParseProblem : int {
-    None = 0,
+    None = 0,           ///< it has a value
     UnknownText,        ///< no token begins here
     ValueExpected,      ///< an operator, function or bracket has nothing to work on
     OperatorExpected,   ///< a value stands behind a value
@@ -102,8 +107,8 @@ enum class WParseProblem : int {
 
 /// Where a text went wrong.
 struct WParseDiagnosis {
-    WParseProblem problem = WParseProblem::None;
-    std::size_t position = 0;   ///< characters before the place, in the text that was evaluated
+    WParseProblem problem = WParseProblem::None;   ///< None for a text that has a value
+    std::size_t position = 0;                      ///< characters before the place, in the text that was evaluated
 };
 
 /// What a problem means, in plain English, such as "a value is expected here"; empty for None.
@@ -112,8 +117,8 @@ TVLUTL_API TvlString DescribeParseProblem(WParseProblem problem);
 /// Room for the tokens of a parser and the nodes of its stacks; a long text takes more from the heap. A base, so that it
 /// outlives them.
 struct WParserMemory {
-    alignas(std::max_align_t) std::byte nodes[768];
-    std::pmr::monotonic_buffer_resource resource{nodes, sizeof nodes};
+    alignas(std::max_align_t) std::byte nodes[768];                      ///< room within the parser
+    std::pmr::monotonic_buffer_resource resource{nodes, sizeof nodes};   ///< takes from `nodes` first
 };
 
 /// Evaluates one text to one number: a pass over the text with a stack of operators and a stack of values. Make one for
@@ -126,6 +131,7 @@ public:
     WEqParser(TvlString equation, WToken* const* extra, int count, unsigned flags, DRG angleMode);
     /// Copies refer to the tokens of their source, which must outlive them.
     WEqParser(const WEqParser& other);
+    /// Shares the tokens in the same way; own ones are given up.
     WEqParser& operator=(const WEqParser& other);
 
     /// Adds the tokens of `flags`; always 1.
@@ -140,6 +146,7 @@ public:
     ~WEqParser();
 
 protected:
+    /// Without a text and tokens, for derived classes to load.
     WEqParser();
     /// The next token, cut from the equation; null for a text that no token knows.
     virtual WToken* GetToken();
@@ -148,37 +155,42 @@ protected:
     /// Puts a token that arrives in its place; 0 when it can't stand there.
     virtual int ProcessToken(WToken* token);
 
+    /// Takes a text to evaluate, from its start.
     void LoadEquation(TvlString equation);
     /// Ends the preparation: nothing stands before, and the table's first token lies under the operators.
     void PushFloor();
     /// Takes a caller's token behind the others; owned from now on.
     void AddToken(WToken* token);
+    /// Notes the first problem with the place of the present token. Always 0, for the caller to return.
     int Fail(WParseProblem problem);
     /// What GetValue does once the last token has been processed.
     int Finish(double& result, bool resultIsCurrentValue);
     /// Whether a number stands directly behind a number.
     bool RepeatsValue() const;
+    /// Whether the equation has nothing but blanks.
     bool IsBlank() const;
+    /// What has not been read yet.
     std::wstring_view Rest() const { return std::wstring_view(m_equation).substr(m_offset); }
 
-    DRG m_angleMode = DRG::Radians;
-    WToken* m_current = nullptr;
-    WToken* m_previous = nullptr;
-    TvlString m_equation;
-    double m_currentValue = 0.0;   // number of the last value token
-    std::int32_t m_valueBefore = 0;
-    std::size_t m_tokenCount = 0;
+    DRG m_angleMode = DRG::Radians;   // what the functions of angles count in
+    WToken* m_current = nullptr;      // the token that is being processed; null before the first
+    WToken* m_previous = nullptr;     // the token before it; null before the second
+    TvlString m_equation;             // the text that is evaluated
+    double m_currentValue = 0.0;      // number of the last value token
+    std::int32_t m_valueBefore = 0;   // 1 when a value stands before the next token
+    std::size_t m_tokenCount = 0;     // tokens that were read
     // In the order in which they are tried; own ones are made when they win.
-    mutable std::pmr::vector<WToken*> m_tokens;
-    std::pmr::list<WToken*> m_operators;
-    WValueStack m_values;
-    std::size_t m_offset = 0;       // characters of the equation that have been read
-    std::size_t m_tokenStart = 0;   // where the current token began
-    WParseDiagnosis m_diagnosis;
+    mutable std::pmr::vector<WToken*> m_tokens;   // all tokens, by place; null for own ones that have not been made
+    std::pmr::list<WToken*> m_operators;          // waiting operators, the latest in front
+    WValueStack m_values;                         // operands and intermediate results
+    std::size_t m_offset = 0;                     // characters of the equation that have been read
+    std::size_t m_tokenStart = 0;                 // where the current token began
+    WParseDiagnosis m_diagnosis;                  // the first problem
 
 private:
     friend class WUnitParser;
 
+    /// @cond
     /// Own tokens that stand one behind the other in the table and in memory.
     struct Segment {
         const WTokenSource* source;
@@ -186,6 +198,7 @@ private:
         std::size_t first;   // place in the table
         std::size_t count;
     };
+    /// @endcond
 
     void AddSegment(const WTokenSource& source);
     /// The block that a token lies in; null for a caller's token.

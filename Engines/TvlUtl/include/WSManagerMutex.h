@@ -19,7 +19,9 @@ public:
 
     /// Waits for the lock as long as it takes. False when the system refuses it.
     bool Acquire();
+    /// Gives the lock back, if this object has it.
     void Release();
+    /// Whether this object has the lock.
     bool HasMutex() const;
     /// Whether who held the lock last ended without giving it back: what it was doing may be half done.
     bool WasAbandoned() const;

@@ -36,13 +36,18 @@ public:
     LONG GetValue(const wchar_t* name, ULONG& value) const;
     /// Reads a value of any type as text; it ends at its first zero.
     LONG GetValue(const wchar_t* name, TvlString& value) const;
+    /// Stores a number of 32 bits (REG_DWORD).
     LONG SetValue(const wchar_t* name, ULONG value);
+    /// Stores a text (REG_SZ), which must not be null.
     LONG SetValue(const wchar_t* name, const wchar_t* value);
 
     /// Entry `index` of the key, 259 behind the last.
     LONG GetNextValue(TvlString& name, TvlString& data, ULONG index) const;
+    /// The same for a value of 4 bytes of any type.
     LONG GetNextValue(TvlString& name, ULONG& data, ULONG index) const;
+    /// The name alone.
     LONG GetNextValue(TvlString& name, ULONG index) const;
+    /// Name of the subkey `index`, empty on failure; 259 behind the last.
     LONG GetNextSubkey(TvlString& name, ULONG index) const;
 
     /// Names of the subkeys, each with its end mark, ended by an empty name, cut at `size` characters (at least 2).

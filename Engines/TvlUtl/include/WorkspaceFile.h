@@ -20,22 +20,22 @@
 struct WorkspaceFileExportSettings {
     /// A toolbar, menu and the like.
     struct Item {
-        bool Selected = false;
-        TvlString Guid;
-        TvlString Name;
+        bool Selected = false;   ///< it goes along
+        TvlString Guid;          ///< names it to the application; any text in a file from outside
+        TvlString Name;          ///< for the user
     };
 
-    TvlString Name;
-    TvlString Framework;
-    TvlString Version;
-    std::vector<Item> Toolbars;
-    std::vector<Item> Menus;
-    std::vector<Item> Touchbars;   // before the status bars here, behind them in the file
-    std::vector<Item> Statusbars;
+    TvlString Name;                 ///< of the workspace
+    TvlString Framework;            ///< of the user interface; any text
+    TvlString Version;              ///< of the application that exported it; "19" has settings of an older meaning
+    std::vector<Item> Toolbars;     ///< that can go along
+    std::vector<Item> Menus;        ///< that can go along
+    std::vector<Item> Touchbars;    // before the status bars here, behind them in the file
+    std::vector<Item> Statusbars;   ///< that can go along
     std::vector<std::pair<TvlString, TvlString>> AdditionalFiles;   // name in the container, path on disk
-    bool ExportShortcutKeys = false;
-    bool ExportDockers = false;
-    bool ExportApplicationData = false;
+    bool ExportShortcutKeys = false;                                ///< keys of commands go along
+    bool ExportDockers = false;                                     ///< docked windows go along
+    bool ExportApplicationData = false;                             ///< the settings go along, and additional files
     LONG ReadState = 0;   // 0 nothing was read, 2 ReadExportSettings succeeded
 };
 
@@ -56,12 +56,15 @@ public:
     WorkspaceFile() = default;
     /// Reads nothing. An empty path makes an invalid object.
     explicit WorkspaceFile(const TvlString& path);
-    // Everything but the lock, of which each object has its own.
+    /// @{
+    /// Everything but the lock, of which each object has its own.
     WorkspaceFile(const WorkspaceFile& other);
     WorkspaceFile(WorkspaceFile&& other) noexcept;
     WorkspaceFile& operator=(const WorkspaceFile& other);
     WorkspaceFile& operator=(WorkspaceFile&& other) noexcept;
+    /// @}
     ~WorkspaceFile() = default;
+    /// Exchanges everything but the lock.
     void Swap(WorkspaceFile& other) noexcept;
 
     /// Whether the object names a file, be it there or not.
@@ -79,20 +82,28 @@ public:
 
     // From the metadata, which the first of these reads.
 
+    /// @{
+    /// In all languages of the file; empty when it can't be read or has none.
     MultiLanguageString GetTitle() const;
     MultiLanguageString GetCategory() const;
     MultiLanguageString GetDescription() const;
+    /// @}
     /// 400 for a default workspace, 200 for others and where the file has none, 0 when it can't be read.
     LONG GetUIOrder() const;
+    /// Identity of this file; nil when it can't be read.
     TvlUtils::Guid GetInstanceID() const;
+    /// Identity of the document, shared among its copies; nil when it can't be read.
     TvlUtils::Guid GetDocumentID() const;
+    /// Instances that this one was made from, the eldest first.
     std::vector<TvlUtils::Guid> GetDerivedFrom() const;
     /// Whether there is a thumbnail.
     bool IsPreviewAvailable() const;
-    // In the language of the user interface.
+    /// @{
+    /// In the language of the user interface, else in the default one; empty when there is none.
     TvlString GetTitleInUILang() const;
     TvlString GetCategoryInUILang() const;
     TvlString GetDescriptionInUILang() const;
+    /// @}
 
     /// Reads the metadata once. A file without identifiers gets them, and they are written to it; one that predates them
     /// keeps the identity that its configuration carries. True when the metadata was read or tried before; a read that
@@ -101,6 +112,7 @@ public:
 
     /// Reads the configuration of the user interface.
     bool LoadUIConfigIntoXML(WXmlDoc& document) const;
+    /// Stores the configuration of the user interface in place of the one that the file has.
     bool SaveUIConfigFromXML(const WXmlDoc& document) const;
     /// Adds a file from disk, or puts it in place of the entry of that name.
     bool AddFile(const TvlString& source, const TvlString& name);
@@ -108,9 +120,12 @@ public:
     bool GetFile(const TvlString& name, const TvlString& target);
     /// Names of the entries that fit an expression, in which "." is any character and "*" repeats what stands before it.
     std::vector<TvlString> GetFilesInDirectory(const TvlString& pattern) const;
+    /// @{
+    /// Deletes the entry of this name; false when there is none.
     bool DeleteFile(const TvlString& name);
     bool DeleteFileA(const TvlString& name) { return DeleteFile(name); }
     bool DeleteFileW(const TvlString& name) { return DeleteFile(name); }
+    /// @}
     /// Extracts the settings to `path`, and each pair's entry to its path on disk. The result is that of the settings.
     bool LoadSettings(TvlString path, const std::vector<FilePair>& files);
     /// The same, and what ReadExportSettings reads, by one opening of the container. `exported` is left as it is where the

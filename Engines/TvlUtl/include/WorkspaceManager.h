@@ -17,16 +17,24 @@ public:
     virtual WorkspaceManagerTypes::Result SetCurrentWorkspace(TvlString name, bool notify, bool flag) = 0;
     /// For the application, while it is told of a change: the change is given up.
     virtual void SetWorkspaceChangedFailed() = 0;
-    // The defaults are full paths.
+    /// @{
+    /// Full path of the workspace that stands in on the desktop, which is not checked: Initialize takes it from the
+    /// registry, or else "_default", and a change of the current workspace in this mode makes that the default.
     virtual void SetDefaultDesktopWorkspace(const TvlString& path) = 0;
     virtual TvlString GetDefaultDesktopWorkspace() const = 0;
+    /// @}
+    /// @{
+    /// The same for tablets.
     virtual void SetDefaultTabletWorkspace(const TvlString& path) = 0;
     virtual TvlString GetDefaultTabletWorkspace() const = 0;
+    /// @}
     /// Whether a change of the mode of interaction changes the workspace.
     virtual void SetTabletModeWorkspaceToggling(bool on) = 0;
+    /// What SetTabletModeWorkspaceToggling took last; before that what Initialize found in the registry, true for nothing.
     virtual bool GetTabletModeWorkspaceToggling() const = 0;
     /// Kept for the application: whether the user is choosing a workspace now.
     virtual void SetWorkspaceSelectionChanging(bool changing) = 0;
+    /// What SetWorkspaceSelectionChanging took last; false at the start.
     virtual bool GetWorkspaceSelectionChanging() const = 0;
     /// Makes a workspace from another, and adds it to the list. The application saves its state first.
     /// @return CreateFailed when there is a workspace of this name already, or the file can't be made
@@ -41,13 +49,16 @@ public:
         const TvlString& path, WorkspaceFileExportSettings& settings) = 0;
     /// Deletes a workspace; of the current one "_default" takes the place first.
     virtual WorkspaceManagerTypes::Result DeleteWorkspace(TvlString name) = 0;
-    // Tell the application; 0 when it does not want to be told, else 1.
+    /// IWorkspaceManagedApp::OnWorkspaceChanging with these arguments, its window not drawn meanwhile; 0 when the application does
+    /// not want to be told, else 1, also where there is none to tell.
     virtual int _NotifyAppWSChanging(bool first, bool second) = 0;
+    /// The same behind a change, with IWorkspaceManagedApp::OnWorkspaceChanged.
     virtual int _NotifyAppWSChanged(bool first, bool second) = 0;
     /// Adds an icon to the current workspace.
     /// @param path the icon's file; becomes that of a copy among the temporary files
     /// @return the icon's name, empty on failure
     virtual TvlString AddIconResource(TvlString& path) = 0;
+    /// Deletes an icon of the current workspace; false when there is no such icon.
     virtual bool RemoveIconResource(const TvlString& name) = 0;
     /// Copies the icons of another workspace to the current one.
     virtual bool CopyIconsFromWorkspace(const WorkspaceFile& source) = 0;
@@ -59,6 +70,7 @@ public:
     virtual int _WSUINameToActualName(const TvlString& uiName, TvlString& name) const = 0;
     /// Where workspaces were exported to or taken from last; at first the user's documents.
     virtual TvlString GetLastImportExportDir() = 0;
+    /// Names the folder from now on, as long as the manager lives; empty for the documents again.
     virtual void SetLastImportExportDir(const TvlString& folder) = 0;
     /// The workspace's settings become those on disk and in the registry.
     virtual void ExtractSettingsFromWorkspace(WorkspaceFile& file) = 0;
@@ -75,6 +87,7 @@ public:
 /// The manager that an application owns; works from Initialize on.
 class TVLUTL_API WorkspaceManager : public IWorkspaceManager, public WorkspaceManagerCore {
 public:
+    /// How its operations end.
     using Result = WorkspaceManagerTypes::Result;
 
     Result SetCurrentWorkspace(TvlString name, bool notify, bool flag) override;

@@ -17,6 +17,7 @@
 /// Failures of the registry and of files are not reported: what is missing is replaced by defaults.
 class TVLUTL_API WorkspaceManagerCore : public virtual IWorkspaceManagerCore {
 public:
+    /// Without workspaces, until Initialize.
     WorkspaceManagerCore();
     WorkspaceManagerCore(const WorkspaceManagerCore&) = delete;
     WorkspaceManagerCore& operator=(const WorkspaceManagerCore&) = delete;
@@ -41,15 +42,27 @@ public:
     void AppShuttingDown() override;
 
 protected:
+    /// Whether there are names of product and application.
     bool IsInitialized() const { return !m_product.IsEmpty() && !m_application.IsEmpty(); }
+    /// The mode from now on. Changes no workspace.
     void SetUserInteractionMode(UserInteractionMode_t mode) { m_interactionMode = mode; }
-    // Full paths.
+    /// @{
+    /// Full path of the workspace that stands in on the desktop, which is not checked: Initialize takes it from the
+    /// registry, or else "_default", and a change of the current workspace in this mode makes that the default.
     void SetDefaultDesktopWorkspace(const TvlString& path);
     const TvlString& GetDefaultDesktopWorkspace() const { return m_defaultDesktop; }
+    /// @}
+    /// @{
+    /// The same for tablets.
     void SetDefaultTabletWorkspace(const TvlString& path);
     const TvlString& GetDefaultTabletWorkspace() const { return m_defaultTablet; }
+    /// @}
+    /// @{
+    /// Whether a change of the mode of interaction changes the workspace. Initialize takes it from the registry, and true
+    /// where nothing is stored.
     void SetTabletModeWorkspaceToggling(bool on) { m_tabletToggling = on; }
     bool GetTabletModeWorkspaceToggling() const { return m_tabletToggling; }
+    /// @}
 
     /// The hold that callers further out have, or a new one. Work goes on without the lock when the system refuses it.
     std::shared_ptr<WSManagerMutex> AcquireWSMutex();
@@ -61,19 +74,28 @@ protected:
     void ProcessLegacySettings(const WorkspaceFile& file);
     /// The same for a workspace whose description has been read already.
     void ProcessLegacySettings(const WorkspaceFileExportSettings& exported);
+    /// Full path of the default workspace for the desktop, "_default" in the user's folder.
     TvlString GetDefaultWorkspacePath() const;
     /// Index of the workspace of this path in any case, else of the default one for the mode of interaction, else 0.
     unsigned long long GetWorkspaceIndex(TvlString path) const;
+    /// @{
+    /// Place in the list of the current workspace; beyond its end when there is none.
     void SetCurrentWorkspaceIndex(unsigned long long index) { m_currentIndex = index; }
     unsigned long long GetCurrentWorkspaceIndex() const { return m_currentIndex; }
+    /// @}
+    /// Appends a workspace to the list, wherever its order would put it.
     void AddWorkspace(const WorkspaceFile& file) { m_workspaces.push_back(file); }
     /// Removes every workspace of this name, in any case, from the list.
     void RemoveWorkspaceWithName(const TvlString& name);
+    /// Files that travel with each workspace, as WSM_INIT named them.
     const std::vector<WorkspaceFile::FilePair>& GetAdditionalWorkspaceFiles() const { return m_additionalFiles; }
+    /// The application, or null before it was given.
     IWorkspaceManagedApp* GetWorkspaceManagedApp() const { return m_app; }
+    /// Calls what WSM_INIT named for loading icons, if anything.
     void InitializeIcons();
 
 private:
+    /// @cond
     class WorkspaceFiles final : public IWorkspaceFiles {
     public:
         explicit WorkspaceFiles(WorkspaceManagerCore* owner) : m_owner(owner) { }
@@ -87,6 +109,7 @@ private:
     private:
         WorkspaceManagerCore* m_owner;
     };
+    /// @endcond
 
     void CleanTemporaryIconFolder();
     bool ReadKey(const TvlString& name, TvlString& text) const;

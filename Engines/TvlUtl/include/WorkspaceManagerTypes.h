@@ -11,14 +11,15 @@
 
 /// What the device is used with.
 enum UserInteractionMode_t : int {
-    kDesktopInteraction = 0,
-    kTabletInteraction = 1,
+    kDesktopInteraction = 0,   ///< mouse and keyboard
+    kTabletInteraction = 1,    ///< fingers or a pen
 };
 
 /// The mode that the system is in now.
 /// @param window a window of the application, whose monitor tells on systems where modes differ; may be null
 TVLUTL_API UserInteractionMode_t CurrentUserInteractionMode(HWND window);
 
+/// Types that workspace managers give and take.
 namespace WorkspaceManagerTypes {
 
 /// How an operation ended. The numbers are relied on.
@@ -29,13 +30,14 @@ enum class Result : int {
     CreateFailed = 3,       ///< the new workspace can't be made
     WorkspaceInvalid = 4,   ///< the path names no workspace
     DefaultProtected = 5,   ///< default workspaces are not deleted
-    FileNotWritable = 6,
-    ChangeFailed = 7,   ///< the application refused the change; it works with the workspace that it had
+    FileNotWritable = 6,    ///< the file of the workspace to be deleted can't be written
+    ChangeFailed = 7,       ///< the application refused the change; it works with the workspace that it had
 };
 
 /// How the device is held: stored and compared alone.
 enum class Orientation : int {};
 
+/// An icon of a workspace.
 struct IconResourcePair {
     TvlString Name;   // a GUID
     TvlString Path;   // of the extracted file
@@ -55,6 +57,6 @@ struct WSM_INIT {
     TvlString RegistryKey;        // below the user's root; empty for the root, the product and the application
     bool Reset = false;           // asks for a reset; cleared when it does not go ahead
     std::function<void()> InitializeIcons;   // loads the icons of the current workspace; moved into the manager
-    std::vector<WorkspaceFile::FilePair> AdditionalFiles;   // files that travel with each workspace
-    UserInteractionMode_t InteractionMode = kDesktopInteraction;
+    std::vector<WorkspaceFile::FilePair> AdditionalFiles;          // files that travel with each workspace
+    UserInteractionMode_t InteractionMode = kDesktopInteraction;   // what the device is used with at the start
 };

@@ -10,6 +10,7 @@
 #include <set>
 #include <vector>
 
+/// Drawing scales and their presets.
 namespace TvlUtl::WorldScale {
 
 /// One scale with its label. A value; what it was made with stays.
@@ -20,12 +21,20 @@ public:
     /// @param scale     world distance divided by page distance, both in one unit
     Preset(double worldDist, int worldUnit, double pageDist, int pageUnit, double scale, TvlString label, bool metric);
 
+    /// Distance in the world, in WorldUnit.
     double WorldDist() const;
+    /// Distance on the page, in PageUnit.
     double PageDist() const;
+    /// World distance divided by page distance, both in one unit.
     double Scale() const;
+    /// @{
+    /// Unit id of the distance; 0 for none.
     int WorldUnit() const;
     int PageUnit() const;
+    /// @}
+    /// Whether lists show it among the metric ones.
     bool IsMetric() const;
+    /// What lists show, such as "1:50", in the language that it was made in.
     TvlString Label() const;
     /// Whether either distance has a unit.
     bool IsCustomWithUnits() const;
@@ -43,9 +52,11 @@ private:
 /// The order in which lists show presets: reductions and 1:1 before magnifications, then metric ones first, then by scale
 /// (away from 1:1 on either side), then those without units first.
 struct TVLUTL_API PresetOrder {
+    /// Whether `a` stands before `b`.
     bool operator()(const Preset& a, const Preset& b) const;
 };
 
+/// Presets in that order.
 using PresetSet = std::set<Preset, PresetOrder>;
 
 /// The presets on offer, 30 of them, labelled in the language of the moment.

@@ -3,7 +3,6 @@
 #include "TaskProgressMgr.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace TvlUtl {
 
@@ -113,13 +112,13 @@ double TaskProgress::GetProgress()
     const ReadLock hold(m_lock);
     double fraction = 0.0;
     unsigned long long childUnits = 0;
-    for (const ProgressLevel& level : m_levels | std::views::reverse) {
-        if (level.totalUnits == 0)
+    for (auto level = m_levels.rbegin(); level != m_levels.rend(); ++level) {
+        if (level->totalUnits == 0)
             continue;
-        const unsigned long long done = std::min(level.totalUnits, level.doneUnits);
+        const unsigned long long done = std::min(level->totalUnits, level->doneUnits);
         fraction = (static_cast<double>(done) + static_cast<double>(childUnits) * fraction)
-            / static_cast<double>(level.totalUnits);
-        childUnits = level.parentUnits;
+            / static_cast<double>(level->totalUnits);
+        childUnits = level->parentUnits;
     }
     return fraction;
 }

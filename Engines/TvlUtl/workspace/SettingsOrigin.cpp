@@ -5,6 +5,8 @@
 #include "siblings/TvlUtils/InterProcess.h"
 #include "siblings/TvlUtils/SystemIO.h"
 
+#include <map>
+#include <mutex>
 #include <optional>
 
 namespace {
@@ -23,6 +25,18 @@ const Session& OwnSession()
 {
     static const Session session;
     return session;
+}
+
+/// Workspaces whose settings could not be written, by the file of the settings.
+struct UnreadWorkspaces {
+    std::mutex lock;
+    std::map<std::wstring, TvlString> bySettings;
+};
+
+UnreadWorkspaces& Unread()
+{
+    static UnreadWorkspaces unread;
+    return unread;
 }
 
 /// The name of the session in the first line, the workspace in the rest.
@@ -66,4 +80,17 @@ bool SettingsOrigin::IsForeign(const TvlString& settings, const TvlString& works
 {
     const auto note = Read(settings);
     return note && note->workspace.CompareNoCase(workspace) != 0 && !IsAlive(note->session);
+}
+
+void SettingsOrigin::SetUnread(const TvlString& settings, const TvlString& workspace)
+{
+    const std::lock_guard hold(Unread().lock);
+    Unread().bySettings.insert_or_assign(settings.Std(), workspace);
+}
+
+bool SettingsOrigin::IsUnread(const TvlString& settings, const TvlString& workspace)
+{
+    const std::lock_guard hold(Unread().lock);
+    const auto found = Unread().bySettings.find(settings.Std());
+    return found != Unread().bySettings.end() && !workspace.IsEmpty() && found->second.CompareNoCase(workspace) == 0;
 }

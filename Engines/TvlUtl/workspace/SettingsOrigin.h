@@ -12,4 +12,9 @@ void Close(const TvlString& settings);
 /// Whether a process that has died left the settings of another workspace than `workspace`. What runs is in order.
 bool IsForeign(const TvlString& settings, const TvlString& workspace);
 
+/// Notes, for this process, that the settings there are not those of `workspace`, since they could not be written: they
+/// must not be saved into it. An empty text takes the note away.
+void SetUnread(const TvlString& settings, const TvlString& workspace);
+bool IsUnread(const TvlString& settings, const TvlString& workspace);
+
 }   // namespace SettingsOrigin

@@ -20,10 +20,10 @@ WorkspaceContainer OpenWorkspaceForWriting(const TvlString& path)
     return container;
 }
 
-bool MayHaveSettings(const TvlString& path)
+bool HasReadableSettings(const TvlString& path)
 {
-    const WorkspaceContainer container = OpenWorkspaceForReading(path);
-    return !container || container.DoesFileExist(ContentPath(WorkspaceContainerSchema::settingsFile));
+    return static_cast<bool>(
+        OpenWorkspaceForReading(path).OpenFile(ContentPath(WorkspaceContainerSchema::settingsFile), false));
 }
 
 TvlString ContentPath(const wchar_t* file) { return ZipContainerSchema::GetContentFilename(file); }

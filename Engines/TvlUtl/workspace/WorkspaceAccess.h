@@ -11,8 +11,8 @@ inline constexpr int kDefaultWorkspaceOrder = 400;
 WorkspaceContainer OpenWorkspaceForReading(const TvlString& path);
 /// Takes a read-only mark off the file first.
 WorkspaceContainer OpenWorkspaceForWriting(const TvlString& path);
-/// Whether a workspace has settings, or can't be looked at now.
-bool MayHaveSettings(const TvlString& path);
+/// Whether a workspace has settings that can be read.
+bool HasReadableSettings(const TvlString& path);
 /// Path in the container of a file of its content.
 TvlString ContentPath(const wchar_t* file);
 /// The suite's name of the language that the user interface speaks.

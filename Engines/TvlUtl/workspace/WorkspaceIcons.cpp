@@ -1,5 +1,6 @@
 // Icons in the current workspace.
 #include "WorkspaceAccess.h"
+#include "WorkspaceLimits.h"
 #include "WorkspaceManager.h"
 #include "WorkspaceNames.h"
 #include "siblings/TvlUtils/SystemIO.h"
@@ -43,9 +44,18 @@ bool WorkspaceManager::CopyIconsFromWorkspace(const WorkspaceFile& source)
     if (!from || !to)
         return false;
     bool added = true;
-    for (const TvlString& entry : entries)
-        if (Path::HasExtension(entry, WorkspaceNames::kIconExtension))
-            added = to.AddFile(entry, from.OpenFile(entry, false), false, nullptr) && added;
+    IconAllowance allowance(source.GetFilename());
+    for (const TvlString& entry : entries) {
+        if (!Path::HasExtension(entry, WorkspaceNames::kIconExtension))
+            continue;
+        if (!allowance.HasRoom()) {
+            added = false;
+            break;
+        }
+        TvlUtils::Stream icon = from.OpenFile(entry, false);
+        added = to.AddFile(entry, icon, false, nullptr) && added;
+        allowance.Take(icon.GetPosition());
+    }
     from.Close();   // first: it may be the same file, which not every system replaces under a reader
     return to.Close() && added;
 }

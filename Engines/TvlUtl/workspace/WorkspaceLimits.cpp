@@ -1,6 +1,7 @@
 #include "WorkspaceLimits.h"
 
 #include "siblings/TvlPref/CPrefObject.h"
+#include "siblings/TvlUtils/LogMessage.h"
 
 #include <algorithm>
 #include <cwchar>
@@ -41,3 +42,18 @@ long long NumberOf(const TextPreference& preference, long long most)
 long long MaxWorkspaceEntryBytes() { return NumberOf(MegabytesPreference(), kMostMegabytes) * kMegabyte; }
 
 std::size_t MaxWorkspaceIcons() { return static_cast<std::size_t>(NumberOf(IconsPreference(), kMostIcons)); }
+
+bool IconAllowance::HasRoom() const
+{
+    const bool hasRoom = m_icons > 0 && m_bytes >= 0;
+    if (!hasRoom)
+        TvlUtils::LogMessage(TvlUtils::LogLevel::Warning,
+            L"Only some of the icons are taken, there are too many or they are too large: " + m_workspace);
+    return hasRoom;
+}
+
+void IconAllowance::Take(long long bytes)
+{
+    --m_icons;
+    m_bytes -= bytes;
+}

@@ -2,7 +2,7 @@
 #include "WorkspaceLimits.h"
 #include "WorkspaceManagerCore.h"
 #include "WorkspaceNames.h"
-#include "siblings/TvlUtils/LogMessage.h"
+#include "siblings/TvlUtils/FileStat.h"
 #include "siblings/TvlUtils/SystemIO.h"
 #include "siblings/TvrContainer/Schemas.h"
 
@@ -93,20 +93,19 @@ std::vector<WorkspaceManagerTypes::IconResourcePair> WorkspaceManagerCore::Extra
     if (!GetCurrentWorkspace())
         return icons;
     WorkspaceFile file = *GetCurrentWorkspace();
-    const std::size_t limit = MaxWorkspaceIcons();
+    IconAllowance allowance(file.GetFilename());
     for (const TvlString& entry : file.GetFilesInDirectory(IconPattern())) {
         if (!Path::HasExtension(entry, WorkspaceNames::kIconExtension))
             continue;
-        if (icons.size() == limit) {
-            TvlUtils::LogMessage(TvlUtils::LogLevel::Warning,
-                L"Only some of the icons are extracted, there are too many: " + file.GetFilename());
+        if (!allowance.HasRoom())
             break;
-        }
         if (m_iconTempFolder.IsEmpty())
             m_iconTempFolder = Path::CreateNewTempFolder();
         const TvlString target = Path::GetTempFileNameW(m_iconTempFolder, L"", WorkspaceNames::kIconExtension);
-        if (file.GetFile(entry, target))
-            icons.push_back({Path::GetFileNameWithoutExtension(entry), target});
+        if (!file.GetFile(entry, target))
+            continue;
+        allowance.Take(TvlUtils::SystemIO::File::GetFileStat(target).size);
+        icons.push_back({Path::GetFileNameWithoutExtension(entry), target});
     }
     return icons;
 }

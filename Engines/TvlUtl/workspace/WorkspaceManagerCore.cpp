@@ -10,6 +10,7 @@
 #include "siblings/TvlComponent/Application.h"
 #include "siblings/TvlConfig/SuiteFolders.h"
 #include "siblings/TvlConfig/WorkspaceFolders.h"
+#include "siblings/TvlPref/IRegistry.h"
 #include "siblings/TvlPref/IniIoPolicy.h"
 #include "siblings/TvlResources/Resources.h"
 #include "siblings/TvlUtils/FilePath.h"
@@ -65,7 +66,13 @@ std::vector<TvlString> WorkspaceFilesOf(const TvlString& folder)
     return File::Find(folder, TvlString(L"*.") + WorkspaceNames::kExtension, false, false);
 }
 
-/// Copies the suite's workspaces that the user's folder lacks.
+/// Whether a workspace's settings could not be written and nothing is in their place: the mark of the work stays then, so
+/// that the next start tries again.
+bool IsWithoutSettings(const TvlString& settings, const WorkspaceFile* file)
+{
+    return file && SettingsOrigin::IsUnread(settings, file->GetFilename()) && !File::Exists(settings);
+}
+
 /// Whether there is nothing of this name. What can't be looked at is not missing: a new file would take its place.
 bool IsMissing(const TvlString& path)
 {
@@ -73,6 +80,7 @@ bool IsMissing(const TvlString& path)
     return TvlUtils::SystemIO::FileLayer::Get().Stat(TvlUtils::SystemIO::ToFilePath(path), status).IsMissing();
 }
 
+/// Copies the suite's workspaces that the user's folder lacks.
 void CopyStockWorkspaces(const TvlString& userFolder)
 {
     const std::vector<TvlString> present = WorkspaceFilesOf(userFolder);
@@ -135,7 +143,8 @@ void WorkspaceManagerCore::Reset(WSM_INIT& init, const std::function<bool()>& co
     LoadLastUsedWorkspace();
     if (WorkspaceFile* const current = GetCurrentWorkspace())
         ExtractSettingsFromWorkspace(*current);
-    mark.Done();
+    if (!IsWithoutSettings(GetProfileSettingsFile(), GetCurrentWorkspace()))
+        mark.Done();
 }
 
 void WorkspaceManagerCore::InitializeIcons()
@@ -214,7 +223,8 @@ void WorkspaceManagerCore::ClearOldAndApplyNewWS(const WSM_INIT& init)
         ExtractSettingsFromWorkspace(*current);
     if (!isSame && Path::Exists(path))
         WriteKey(kLastUsed, path);
-    mark.Done();
+    if (!IsWithoutSettings(GetProfileSettingsFile(), GetCurrentWorkspace()))
+        mark.Done();
 }
 
 void WorkspaceManagerCore::ClearCurrentWS(const WSM_INIT& init, bool deleteCurrent)
@@ -280,21 +290,28 @@ void WorkspaceManagerCore::ExtractSettingsFromWorkspace(WorkspaceFile& file)
     const InterruptionMark mark(settings, InterruptionMark::kExtracting);
     WorkspaceFileExportSettings exported;
     const bool isLoaded = file.LoadSettings(settings, m_additionalFiles, exported);
-    ProcessLegacySettings(exported);
-    SettingsOrigin::Record(settings, file.GetFilename());
+    // On a full disk another workspace's settings stay there: they must not find their way into this one.
+    const bool isUnread = !isLoaded && HasReadableSettings(file.GetFilename());
+    SettingsOrigin::SetUnread(settings, isUnread ? file.GetFilename() : TvlString());
+    if (!isUnread) {
+        ProcessLegacySettings(exported);
+        SettingsOrigin::Record(settings, file.GetFilename());
+    }
     IniUpdateRegistry(settings.c_str());
-    // Settings that could not be extracted are extracted by the next start; see SaveSettingsToWorkspace.
-    if (isLoaded || !MayHaveSettings(file.GetFilename()))
+    if (!IsWithoutSettings(settings, &file))
         mark.Done();
 }
 
 void WorkspaceManagerCore::SaveSettingsToWorkspace(WorkspaceFile& file)
 {
     const auto mutex = AcquireWSMutex();
-    // Those on disk are another workspace's then: this one keeps its own.
-    if (InterruptionMark::WasLeft(GetProfileSettingsFile(), InterruptionMark::kExtracting))
+    if (!SettingsOrigin::IsUnread(GetProfileSettingsFile(), file.GetFilename())) {
+        file.SaveSettings(GetProfileSettingsFile(), m_additionalFiles);
         return;
-    file.SaveSettings(GetProfileSettingsFile(), m_additionalFiles);
+    }
+    TvlUtils::LogMessage(TvlUtils::LogLevel::Warning,
+        L"The settings are not saved, for they are not those of this workspace, which could not be extracted: "
+            + file.GetFilename());
 }
 
 void WorkspaceManagerCore::ProcessLegacySettings(const WorkspaceFile& file)
@@ -347,10 +364,12 @@ void WorkspaceManagerCore::CleanTemporaryIconFolder()
 void WorkspaceManagerCore::AppShuttingDown()
 {
     const auto mutex = AcquireWSMutex();
-    if (WorkspaceFile* const current = GetCurrentWorkspace())
+    WorkspaceFile* const current = GetCurrentWorkspace();
+    if (current)
         SaveSettingsToWorkspace(*current);
     CleanTemporaryIconFolder();
-    if (IsInitialized())
+    // The next start begins with the workspace that the settings are of.
+    if (IsInitialized() && !(current && SettingsOrigin::IsUnread(GetProfileSettingsFile(), current->GetFilename())))
         WriteLastUsedWorkspace();
     SettingsOrigin::Close(GetProfileSettingsFile());
 }
@@ -360,8 +379,10 @@ void WorkspaceManagerCore::WriteLastUsedWorkspace() const
     const WorkspaceFile* const current = GetCurrentWorkspace();
     if (!current)
         return;
+    PREFUTILS::RegistryBatch batch;
     WriteKey(kLastUsed, current->GetFilename());
     WriteKey(kDesktopModeDefault, m_defaultDesktop);
     WriteKey(kTabletModeDefault, m_defaultTablet);
     WriteKey(kTabletModeToggling, m_tabletToggling ? kOn : kOff);
+    batch.Commit();   // what can't be written is missing the next time
 }

@@ -9,6 +9,7 @@
 #include <ifaddrs.h>
 #include <net/if.h>
 #include <sstream>
+#include <string_view>
 #include <vector>
 
 namespace Ports {
@@ -25,6 +26,17 @@ struct CurlCloser {
     void operator()(CURLU* url) const { curl_url_cleanup(url); }
     void operator()(curl_slist* list) const { curl_slist_free_all(list); }
 };
+
+bool IsProtected(const std::string& url)
+{
+    const std::unique_ptr<CURLU, CurlCloser> parts(curl_url());
+    char* scheme = nullptr;
+    const bool isRead = curl_url_set(parts.get(), CURLUPART_URL, url.c_str(), 0) == CURLUE_OK
+        && curl_url_get(parts.get(), CURLUPART_SCHEME, &scheme, 0) == CURLUE_OK;
+    const bool isProtected = isRead && std::string_view(scheme) == "https";   // small letters, however it was written
+    curl_free(scheme);
+    return isProtected;
+}
 
 /// A transfer that is driven by its reader: it rests while there are bytes that nobody has taken.
 class CurlFile final : public InternetFile {
@@ -49,6 +61,9 @@ public:
         curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 1L);
         curl_easy_setopt(easy, CURLOPT_MAXREDIRS, kMostRedirections);
         curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
+        // As WinINet does: who asked for a protected connection is not led to another one.
+        if (IsProtected(url))
+            curl_easy_setopt(easy, CURLOPT_REDIR_PROTOCOLS_STR, "https");
         curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
         curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &CurlFile::Take);
         curl_easy_setopt(easy, CURLOPT_WRITEDATA, this);

@@ -91,6 +91,17 @@ public:
         return arguments;
     }
 
+    std::wstring PathOf(const void* address) const override
+    {
+        Dl_info module{};
+        std::error_code failed;
+        if (!dladdr(address, &module) || !module.dli_fname)
+            return {};
+        // Systems load libraries through links to folders, such as /lib, where a step up leads elsewhere.
+        const auto path = std::filesystem::canonical(module.dli_fname, failed);
+        return failed ? std::wstring() : TvlPlatform::FromUtf8(path.string());
+    }
+
 private:
     HMODULE LoadFrom(const std::wstring& folder, const std::wstring& name)
     {

@@ -6,6 +6,7 @@
 #include "siblings/TvlUtils/FilePath.h"
 #include "siblings/TvlUtils/LogMessage.h"
 #include "windows/Environment.h"
+#include "windows/UserFolders.h"
 
 #include <filesystem>
 #include <sqlite3.h>
@@ -63,14 +64,14 @@ public:
     /// The bytes must outlive the query.
     Query& Bind(const std::string& text)
     {
-        return Check(sqlite3_bind_text(m_statement, ++m_bound, text.data(), static_cast<int>(text.size()), nullptr));
+        return Check(sqlite3_bind_text64(m_statement, ++m_bound, text.data(), text.size(), SQLITE_STATIC, SQLITE_UTF8));
     }
     Query& Bind(sqlite3_int64 number) { return Check(sqlite3_bind_int64(m_statement, ++m_bound, number)); }
     Query& Bind(const std::vector<std::uint8_t>& bytes)
     {
         // A null pointer would bind NULL instead of no bytes.
         const void* const data = bytes.empty() ? static_cast<const void*>("") : bytes.data();
-        return Check(sqlite3_bind_blob(m_statement, ++m_bound, data, static_cast<int>(bytes.size()), nullptr));
+        return Check(sqlite3_bind_blob64(m_statement, ++m_bound, data, bytes.size(), SQLITE_STATIC));
     }
 
     /// True while there is a row.
@@ -235,27 +236,48 @@ public:
         return sqlite3_changes(m_database.get()) > 0;
     }
 
+    void BeginBatch() override
+    {
+        m_batches.reserve(m_batches.size() + 1);
+        m_batches.push_back(std::make_unique<Transaction>(*this));
+    }
+
+    void EndBatch(bool keep) override
+    {
+        const std::unique_ptr<Transaction> batch = std::move(m_batches.back());
+        m_batches.pop_back();
+        if (keep)
+            batch->Commit();
+    }
+
 private:
     struct Closer {
         void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
         void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
     };
 
-    /// A write transaction: rolled back unless it is committed.
+    /// A write transaction, or a part of the one that is open: rolled back unless it is committed.
     class Transaction {
     public:
-        explicit Transaction(SqliteStore& store) : m_store(store) { Run("BEGIN IMMEDIATE"); }
+        explicit Transaction(SqliteStore& store) : m_store(store), m_isInner(store.IsInTransaction())
+        {
+            Run(m_isInner ? "SAVEPOINT part" : "BEGIN IMMEDIATE");
+        }
         ~Transaction()
         {
-            if (!m_committed)
-                sqlite3_exec(m_store.m_database.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+            if (!m_committed && m_store.IsInTransaction())
+                sqlite3_exec(m_store.m_database.get(), m_isInner ? "ROLLBACK TO part; RELEASE part" : "ROLLBACK",
+                    nullptr, nullptr, nullptr);
         }
         Transaction(const Transaction&) = delete;
         Transaction& operator=(const Transaction&) = delete;
 
         void Commit()
         {
-            Run("COMMIT");
+            // SQLite takes a transaction back by itself when the disk fails.
+            if (!m_store.IsInTransaction())
+                throw StoreFailure{kRegistryDiskFull};
+            Run(m_isInner ? "RELEASE part" : "COMMIT");
             m_committed = true;
         }
 
@@ -269,6 +291,7 @@ private:
         }
 
         SqliteStore& m_store;
+        bool m_isInner;
         bool m_committed = false;
     };
 
@@ -285,10 +308,15 @@ private:
         return code;
     }
 
+    bool IsInTransaction() const { return m_database && sqlite3_get_autocommit(m_database.get()) == 0; }
+
     void RequireOpen() const
     {
         if (m_status != SQLITE_OK)
             throw StoreFailure{StatusOf(m_status)};
+        // The batch was taken back in its middle: its rest must not be done without its beginning.
+        if (!m_batches.empty() && !IsInTransaction())
+            throw StoreFailure{kRegistryDiskFull};
     }
 
     Query Use(Statement statement) const
@@ -306,25 +334,34 @@ private:
     int m_status = SQLITE_OK;
     std::unique_ptr<sqlite3, Closer> m_database;
     std::unique_ptr<sqlite3_stmt, Closer> m_statements[kStatements];
+    std::vector<std::unique_ptr<Transaction>> m_batches;   // one within the other
 };
 
-/// The file named by TVL_REGISTRY, or one in the user's configuration folder.
+/// The file named by TVL_REGISTRY, or one in the user's configuration folder; empty when the system does not tell where that
+/// is. Never one in the folder that the process happens to be in, which may be anybody's.
 std::filesystem::path RegistryFile()
 {
     using TvlUtils::SystemIO::ToFilePath;
-    const Ports::Environment& environment = Ports::Environment::Get();
-    if (const auto file = environment.Variable(L"TVL_REGISTRY"); file && !file->empty())
+    if (const auto file = Ports::Environment::Get().Variable(L"TVL_REGISTRY"); file && !file->empty())
         return ToFilePath(*file);
-    if (const auto folder = environment.Variable(L"XDG_CONFIG_HOME"); folder && !folder->empty())
-        return ToFilePath(*folder) / "TvlUtl" / "registry.db";
-    return ToFilePath(environment.Variable(L"HOME").value_or(L"")) / ".config" / "TvlUtl" / "registry.db";
+    const std::wstring folder = Ports::UserFolders::Get().ApplicationData();
+    return folder.empty() ? std::filesystem::path() : ToFilePath(folder) / "TvlUtl" / "registry.db";
+}
+
+/// Makes the folder of a file; what is in it is the user's own business.
+void MakePrivateFolder(const std::filesystem::path& folder)
+{
+    std::error_code failed;
+    if (std::filesystem::create_directories(folder, failed))
+        std::filesystem::permissions(folder, std::filesystem::perms::owner_all, failed);
 }
 
 std::unique_ptr<RegistryStore> OpenSystemStore()
 {
+    // Without a name the database is a private one that ends with the process.
     const std::filesystem::path file = RegistryFile();
-    std::error_code failed;
-    std::filesystem::create_directories(file.parent_path(), failed);
+    if (file.has_parent_path())
+        MakePrivateFolder(file.parent_path());
     return std::make_unique<SqliteStore>(file.string());
 }
 }   // namespace

@@ -33,6 +33,8 @@ public:
 
     bool IsInteractive() const override { return isatty(STDIN_FILENO) && isatty(STDERR_FILENO); }
 
+    bool ShowsOutput() const override { return isatty(STDOUT_FILENO); }
+
     void Write(const std::wstring& text) override { std::cerr << TvlPlatform::ToUtf8(text) << std::flush; }
 
     std::optional<std::wstring> ReadLine() override

@@ -39,16 +39,7 @@ public:
         return reinterpret_cast<void*>(GetProcAddress(module, name.c_str()));
     }
 
-    std::wstring ProgramPath() const override
-    {
-        std::wstring path(MAX_PATH, L'\0');
-        for (;;) {
-            const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-            if (length < path.size())
-                return path.substr(0, length);
-            path.resize(path.size() * 2);
-        }
-    }
+    std::wstring ProgramPath() const override { return FileOf(nullptr); }
 
     DWORD ProcessId() const override { return GetCurrentProcessId(); }
 
@@ -62,7 +53,27 @@ public:
         return {list.get() + 1, list.get() + count};
     }
 
+    std::wstring PathOf(const void* address) const override
+    {
+        constexpr DWORD kOnlyLook =
+            GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+        HMODULE module = nullptr;
+        return GetModuleHandleExW(kOnlyLook, static_cast<const wchar_t*>(address), &module) ? FileOf(module) : L"";
+    }
+
 private:
+    /// Null is the program.
+    static std::wstring FileOf(HMODULE module)
+    {
+        std::wstring path(MAX_PATH, L'\0');
+        for (;;) {
+            const DWORD length = GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));
+            if (length < path.size())
+                return path.substr(0, length);
+            path.resize(path.size() * 2);
+        }
+    }
+
     /// By the full path: a name alone would be given a module that is loaded already, from wherever it came.
     static HMODULE LoadFrom(const std::wstring& folder, const std::wstring& name)
     {

@@ -54,6 +54,8 @@ public:
     }
 
     LONG RegDeleteValueW(HKEY key, const wchar_t* name) override { return ::RegDeleteValueW(key, name); }
+    LONG BeginBatch() override { return ERROR_SUCCESS; }
+    LONG EndBatch(bool) override { return ERROR_SUCCESS; }
 };
 }   // namespace
 

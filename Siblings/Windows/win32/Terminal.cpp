@@ -25,6 +25,12 @@ public:
         return GetConsoleMode(console, &mode)
             && SetConsoleMode(console, mode | ENABLE_PROCESSED_OUTPUT | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
     }
+
+    bool ShowsOutput() const override
+    {
+        DWORD mode = 0;
+        return GetConsoleMode(GetStdHandle(STD_OUTPUT_HANDLE), &mode);
+    }
 };
 }   // namespace
 

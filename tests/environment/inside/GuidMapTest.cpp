@@ -65,6 +65,7 @@ public:
     void* Address(HMODULE module, const std::string& name) const override { return m_system.Address(module, name); }
     std::wstring ProgramPath() const override { return L"/program/test"; }
     std::vector<std::wstring> Arguments() const override { return m_system.Arguments(); }
+    std::wstring PathOf(const void* address) const override { return m_system.PathOf(address); }
 
 private:
     Ports::Modules& m_system;

@@ -2,6 +2,8 @@
 #include "ManagerFixture.h"
 #include "MemoryFiles.h"
 
+#include <limits>
+
 namespace {
 
 class Faults : public Managers {
@@ -94,6 +96,26 @@ TEST_F(Faults, OfAFullDiskLeaveTheOldFilesWhole)
                 for (const char* const name : {"_default", "A"})
                     EXPECT_TRUE(WorkspaceFile(WorkspacePath(name)).LoadSettings(world.Path("checked.ini"), {})) << room;
             });
+}
+
+TEST_F(Faults, OfAFullDiskPutNoSettingsIntoAnotherWorkspace)
+{
+    for (const std::size_t room : {0u, 10u, 6000u}) {
+        SCOPED_TRACE(room);
+        const MemoryRegistry registry;
+        MemoryFiles files;
+        Prepare(files);
+        {
+            const auto manager = Started();
+            files.SetCapacity(files.UsedBytes() + room);
+            manager->SetCurrentWorkspace(L"A", false, false);
+            // There is room again when the settings are saved, which are not those of A.
+            files.SetCapacity(std::numeric_limits<std::size_t>::max());
+            manager->AppShuttingDown();
+        }
+        Started()->AppShuttingDown();
+        Check();
+    }
 }
 
 TEST_F(Faults, OfAFolderThatCanNotBeWrittenAreToldByTheirResults)

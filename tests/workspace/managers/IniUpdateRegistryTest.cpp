@@ -1,6 +1,7 @@
 // A settings file becomes the preferences in the registry.
 #include "IniUpdateRegistry.h"
 #include "ManagerFixture.h"
+#include "MockRegistry.h"
 #include "siblings/TvlUtils/LogMessage.h"
 
 namespace {
@@ -54,6 +55,26 @@ TEST_F(SettingsToRegistry, WritesEachEntryAsAText)
     EXPECT_EQ(world.registry.OpenKeys(), 0u);
 }
 
+TEST_F(SettingsToRegistry, PassesOverSectionsThatAreTooDeepForARegistry)
+{
+    const auto deep = [](int levels) {
+        TvlString name = L"a";
+        for (int i = 1; i < levels; ++i)
+            name += L"\\a";
+        return name;
+    };
+    const auto apply = [&](int levels) { Apply("[" + TvlPlatform::ToUtf8(deep(levels)) + "]\nn=1\n[s]\nn=2"); };
+    constexpr int kMostLevels = 512 - 5;   // of the registry, without those above the preferences
+    for (const int levels : {kMostLevels + 1, 1 << 19}) {
+        apply(levels);
+        EXPECT_EQ(Preference(L"s", L"n"), L"2");
+        EXPECT_NE(WUTLRegistry::IsValid((TvlString(kPreferences) + L"\\a").c_str()), 0) << levels;
+    }
+    apply(kMostLevels);
+    EXPECT_EQ(Preference(deep(kMostLevels).c_str(), L"n"), L"1");
+    EXPECT_EQ(world.registry.OpenKeys(), 0u);
+}
+
 TEST_F(SettingsToRegistry, StoresTextsWithoutTheirEndMark)
 {
     Apply("[s]\nn=\nm=abc");
@@ -90,6 +111,32 @@ TEST_F(SettingsToRegistry, TellsWhatCanNotBeWrittenAndGoesOn)
     const std::wstring key = std::wstring(kPreferences) + L"\\" + std::wstring(longName.begin(), longName.end());
     EXPECT_EQ(log[0], L"Failed to create registry key  '" + key + L"'");
     EXPECT_EQ(Preference(L"s", L"n"), L"1");
+}
+
+TEST_F(SettingsToRegistry, KeepsItsMarkWhenTheRegistryTakesTheTreeBack)
+{
+    for (const LONG status : {PREFUTILS::kRegistryOk, PREFUTILS::kRegistryDiskFull}) {
+        testing::NiceMock<MockRegistry> registry;
+        EXPECT_CALL(registry, BeginBatch());
+        EXPECT_CALL(registry, EndBatch(true)).WillOnce(testing::Return(status));
+        Apply("[s]\nn=1");
+        EXPECT_EQ(world.Has("s.ini.applying"), status != PREFUTILS::kRegistryOk);
+    }
+}
+
+TEST_F(SettingsToRegistry, OpensEachKeyOnceBesidesTheQuestionWhetherItIsThere)
+{
+    testing::NiceMock<MockRegistry> registry;
+    std::map<std::wstring, int> opened;
+    ON_CALL(registry, RegOpenKeyExW).WillByDefault([&](HKEY, const wchar_t* path, DWORD, DWORD, HKEY*) {
+        ++opened[path];
+        return 0;
+    });
+    EXPECT_CALL(registry, RegSetValueExW).Times(4);
+    Apply("[a]\nn=1\nm=2\no=3\n[b/c]\nn=1");
+    const std::wstring target = std::wstring(kPreferences).substr(18);   // without the root
+    EXPECT_EQ(opened[target + L"\\a"], 2);
+    EXPECT_EQ(opened[target + L"\\b\\c"], 2);
 }
 
 TEST_F(SettingsToRegistry, NamesWhatItSetsInAVerboseLog)

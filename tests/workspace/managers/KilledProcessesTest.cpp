@@ -154,12 +154,37 @@ TEST_F(KilledProcesses, AtAnyMomentLeaveEverythingWhole)
     RecordProperty("operations that came to their end", ended);
 }
 
+/// What two processes have written of their changes, in its order.
+struct Turns {
+    explicit Turns(const std::string& ledger)
+    {
+        std::istringstream lines(ledger);
+        std::string inside, last;
+        for (std::string name, what; lines >> name >> what;) {
+            if (what == "ready")
+                continue;
+            // A change begins when none is under way, and ends by who has begun it.
+            isAlone = isAlone && inside == (what == "begin" ? "" : name);
+            inside = what == "begin" ? name : "";
+            changes += what == "end";
+            turns += name != std::exchange(last, name);
+        }
+        isAlone = isAlone && inside.empty();
+    }
+
+    bool isAlone = true;
+    int changes = 0;
+    int turns = 0;   // that one process has taken over from the other
+};
+
 TEST_F(KilledProcesses, HaveNoPartInTwoThatChangeAtATime)
 {
     int exitCodes[2] = {-1, -1};
+    const std::string ledger = Native("ledger");
     const auto run = [&](int which, const char* first, const char* second) {
         exitCodes[which] = RunProgram(
-            {"workspace_switcher", {std::to_string(SWITCHES), first, second}, {}, Environment(),
+            {"workspace_switcher", {ledger, std::to_string(which), std::to_string(SWITCHES), first, second}, {},
+                Environment(),
                 {}}).exitCode;
     };
     std::thread other(run, 0, "A", "B");
@@ -167,6 +192,10 @@ TEST_F(KilledProcesses, HaveNoPartInTwoThatChangeAtATime)
     other.join();
     EXPECT_EQ(exitCodes[0], 0);
     EXPECT_EQ(exitCodes[1], 0);
+    const Turns turns(FileBytes(ledger));
+    EXPECT_TRUE(turns.isAlone);
+    EXPECT_GE(turns.changes, 2 * SWITCHES - 2) << "the first change of each may lead to what is current";
+    EXPECT_GE(turns.turns, 2) << "the processes have not run side by side";
     for (const char* const name : {"_default", "A", "B"}) {
         EXPECT_TRUE(WorkspaceFile(WorkspacePath(name)).InitializeMetadata()) << name;
         EXPECT_NE(SettingsOf(name), "") << name;

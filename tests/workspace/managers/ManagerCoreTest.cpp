@@ -354,6 +354,16 @@ TEST_F(ManagerCore, ExtractsNoMoreIconsThanTheUserAllows)
     EXPECT_EQ(Started()->ExtractIconResources().size(), 2u);
 }
 
+TEST_F(ManagerCore, ExtractsNoMoreBytesOfIconsThanOneEntryMayHave)
+{
+    WorkspaceFile file = Make("_default");
+    const TvlString large = world.MakeFile("icon.bin", std::string(700 << 10, '\0'));
+    for (const wchar_t* const name : {L"content/icons/a.ico", L"content/icons/b.ico", L"content/icons/c.ico"})
+        file.AddFile(large, name);
+    CAppPrefObject<TvlString>(L"Workspaces/MaxEntryMegabytes", L"64").SetValue(L"1");
+    EXPECT_EQ(Started()->ExtractIconResources().size(), 2u) << "the second one is more than is left";
+}
+
 TEST_F(ManagerCore, SharesOneHoldOfTheMutexInAProcess)
 {
     OpenManager manager;
@@ -376,15 +386,4 @@ TEST(WSManagerMutexName, IsTheSameInAnyCase)
     EXPECT_NE(WSManagerMutex::NameFor(L"a"), WSManagerMutex::NameFor(L"b"));
 }
 
-TEST_F(ManagerCore, ReadsTheSystemsModeOfInteraction)
-{
-    constexpr const wchar_t* kShell =
-        L"HKEY_CURRENT_USER\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\ImmersiveShell";
-    EXPECT_EQ(CurrentUserInteractionMode(nullptr), kDesktopInteraction);
-    for (const ULONG value : {1u, 0u, 7u}) {
-        WUTLRegistry::CreateKey(kShell, WUTLRegistry::kReadWriteAccess, 0);
-        WUTLRegistry(kShell).SetValue(L"TabletMode", value);
-        EXPECT_EQ(CurrentUserInteractionMode(app.window), value ? kTabletInteraction : kDesktopInteraction);
-    }
-}
 }   // namespace

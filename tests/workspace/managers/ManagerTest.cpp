@@ -4,6 +4,7 @@
 #include "siblings/TvlConfig/DocumentFolders.h"
 #include "siblings/TvlConfig/ProductAnalytics.h"
 #include "siblings/TvlFeatureManagement/Features.h"
+#include "siblings/TvlPref/CPrefObject.h"
 #include "siblings/TvrContainer/WorkspaceContainer.h"
 
 #include <gmock/gmock.h>
@@ -222,6 +223,35 @@ TEST_F(Manager, StaysWhereTogglingIsOff)
     EXPECT_FALSE(manager->ProcessInteractionUpdate(kTabletInteraction));
     EXPECT_EQ(manager->GetUserInteractionMode(), kDesktopInteraction);
     EXPECT_THAT(app.Calls(), IsEmpty());
+}
+
+TEST_F(Manager, CopiesNoMoreIconsThanTheUserAllows)
+{
+    const auto manager = Started();
+    const TvlString small = world.MakeFile("small.bin");
+    const TvlString large = world.MakeFile("large.bin", std::string(700 << 10, '\0'));
+    manager->SetCurrentWorkspace(L"A", false, false);
+    WorkspaceFile& target = *manager->GetCurrentWorkspace();
+    CAppPrefObject<TvlString>(L"Workspaces/MaxEntryMegabytes", L"64").SetValue(L"1");
+    CAppPrefObject<TvlString>(L"Workspaces/MaxIcons", L"1000").SetValue(L"3");
+    struct Row {
+        const char* name;
+        TvlString icon;
+        int count;
+        bool isWhole;
+        std::size_t copied;
+    };
+    for (const auto& [name, icon, count, isWhole, copied] :
+        {Row{"three", small, 3, true, 3}, Row{"four", small, 4, false, 3}, Row{"large", large, 3, false, 2}}) {
+        WorkspaceFile source = Make(name);
+        for (int i = 0; i < count; ++i)
+            source.AddFile(icon, L"content/icons/" + TvlString(std::to_wstring(i)) + L".ico");
+        EXPECT_EQ(manager->CopyIconsFromWorkspace(source), isWhole) << name;
+        const auto icons = target.GetFilesInDirectory(L"content/icons/.*");
+        EXPECT_EQ(icons.size(), copied) << name;
+        for (const TvlString& entry : icons)
+            target.DeleteFile(entry);
+    }
 }
 
 TEST_F(Manager, AddsRemovesAndCopiesIcons)

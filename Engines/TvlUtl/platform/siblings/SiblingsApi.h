@@ -3,6 +3,7 @@
 
 #include "windows/Types.h"
 
+/// Marks what the library of the stand-ins exports: exported where that library is built, imported elsewhere.
 #if defined(TVLSIBLINGS_BUILD)
 #define TVLSIBLINGS_API TVL_EXPORT
 #else

@@ -7,8 +7,10 @@
 
 namespace Ports {
 
+/// What a debugger that is attached to the process shows.
 class TVLSIBLINGS_API Debug {
 public:
+    /// The system's, or the one that stands in for it.
     static Debug& Get();
     /// Replaces the port; null restores the system's. The caller keeps ownership.
     static void SetForTests(Debug*);

@@ -11,11 +11,12 @@ namespace Ports {
 
 /// A rectangle in pixels or in dialog units.
 struct DialogRect {
-    int left = 0;
-    int top = 0;
-    int width = 0;
-    int height = 0;
+    int left = 0;     // of the left edge
+    int top = 0;      // of the upper edge
+    int width = 0;    // from left to right
+    int height = 0;   // from top to bottom
 
+    /// Place and size alike.
     friend bool operator==(const DialogRect&, const DialogRect&) = default;
 };
 
@@ -51,6 +52,7 @@ public:
     virtual DialogRect Place(int id) const = 0;
     /// Width and height of the dialog's client area.
     virtual DialogRect ClientArea() const = 0;
+    /// Moves and resizes a control within the dialog, in pixels, or the dialog on the screen.
     virtual void Move(int id, const DialogRect& place) = 0;
     /// Width and height that a control's text takes in its font, in one line.
     virtual DialogRect TextSize(int id) const = 0;
@@ -81,8 +83,10 @@ protected:
     ~DialogProcedure() = default;
 };
 
+/// Runs dialogs, and measures what goes into them.
 class TVLSIBLINGS_API Dialogs {
 public:
+    /// The system's, or the one that stands in for it.
     static Dialogs& Get();
     /// Replaces the port; null restores the system's. The caller keeps ownership.
     static void SetForTests(Dialogs*);

@@ -6,10 +6,14 @@
 #include <optional>
 #include <string>
 
+/// Everything that the library asks the operating system: one class for each subject, which tests can replace.
+/// docs/porting.md tells how to write another side.
 namespace Ports {
 
+/// Asks what surrounds the process, anew by each call.
 class TVLSIBLINGS_API Environment {
 public:
+    /// The system's, or the one that stands in for it.
     static Environment& Get();
     /// Replaces the port; null restores the system's. The caller keeps ownership.
     static void SetForTests(Environment*);

@@ -19,8 +19,10 @@ public:
     virtual std::optional<std::size_t> Read(void* data, std::size_t size) = 0;
 };
 
+/// Asks the network. Calls wait for the answer, on whatever thread.
 class TVLSIBLINGS_API Internet {
 public:
+    /// The system's, or the one that stands in for it.
     static Internet& Get();
     /// Replaces the port; null restores the system's. The caller keeps ownership.
     static void SetForTests(Internet*);

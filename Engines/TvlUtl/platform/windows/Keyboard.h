@@ -5,8 +5,10 @@
 
 namespace Ports {
 
+/// The keys, as the calling thread's message queue last saw them.
 class TVLSIBLINGS_API Keyboard {
 public:
+    /// The system's, or the one that stands in for it.
     static Keyboard& Get();
     /// Replaces the port; null restores the system's. The caller keeps ownership.
     static void SetForTests(Keyboard*);

@@ -26,16 +26,18 @@ enum class LocaleSetting : ULONG {
 
 /// How FormatNumber writes a number: the fields of NUMBERFMTW.
 struct NumberFormat {
-    UINT digits = 0;        // digits behind the decimal separator, 0 to 9
-    UINT leadingZero = 0;   // 0 or 1
-    UINT grouping = 0;      // digits per group, 0 to 9; 32 stands for 3;2
-    std::wstring decimalSeparator;
-    std::wstring thousandsSeparator;
-    UINT negativeOrder = 0;   // 0 to 4, as LocaleSetting::NegativeNumberOrder
+    UINT digits = 0;                   // digits behind the decimal separator, 0 to 9
+    UINT leadingZero = 0;              // 0 or 1
+    UINT grouping = 0;                 // digits per group, 0 to 9; 32 stands for 3;2
+    std::wstring decimalSeparator;     // between the whole number and its fraction
+    std::wstring thousandsSeparator;   // between groups of digits
+    UINT negativeOrder = 0;            // 0 to 4, as LocaleSetting::NegativeNumberOrder
 };
 
+/// Reads what the user has set for numbers, units and languages.
 class TVLSIBLINGS_API Locale {
 public:
+    /// The system's, or the one that stands in for it.
     static Locale& Get();
     /// Replaces the port; null restores the system's. The caller keeps ownership.
     static void SetForTests(Locale*);

@@ -9,8 +9,10 @@
 
 namespace Ports {
 
+/// Asks for runtimes and loads none.
 class TVLSIBLINGS_API ManagedRuntimes {
 public:
+    /// The system's, or the one that stands in for it.
     static ManagedRuntimes& Get();
     /// Replaces the port; null restores the system's. The caller keeps ownership.
     static void SetForTests(ManagedRuntimes*);

@@ -8,8 +8,10 @@
 
 namespace Ports {
 
+/// Finds, loads and unloads modules, and tells where the program lies.
 class TVLSIBLINGS_API Modules {
 public:
+    /// The system's, or the one that stands in for it.
     static Modules& Get();
     /// Replaces the port; null restores the system's. The caller keeps ownership.
     static void SetForTests(Modules*);
@@ -38,6 +40,8 @@ public:
     virtual DWORD ProcessId() const { return 0; }
     /// The program's arguments, without its own name.
     virtual std::vector<std::wstring> Arguments() const = 0;
+    /// Full path of the module that holds an address of its code or data; empty when none does.
+    virtual std::wstring PathOf(const void* address) const = 0;
 };
 
 }   // namespace Ports

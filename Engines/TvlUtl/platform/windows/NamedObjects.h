@@ -49,6 +49,7 @@ public:
 /// have up to 200 characters that are letters, digits, "-", "_" or ".", others count for three or more.
 class TVLSIBLINGS_API NamedObjects {
 public:
+    /// The system's, or the one that stands in for it.
     static NamedObjects& Get();
     /// Replaces the port; null restores the system's. The caller keeps ownership.
     static void SetForTests(NamedObjects*);

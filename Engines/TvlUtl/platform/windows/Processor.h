@@ -9,14 +9,19 @@ namespace Ports {
 
 /// Registers behind one identification query.
 struct ProcessorLeaf {
+    /// @{
+    /// The register of this name, which each leaf fills with a meaning of its own.
     ULONG eax = 0;
     ULONG ebx = 0;
     ULONG ecx = 0;
     ULONG edx = 0;
+    /// @}
 };
 
+/// Asks the processor that the calling thread runs on.
 class TVLSIBLINGS_API Processor {
 public:
+    /// The system's, or the one that stands in for it.
     static Processor& Get();
     /// Replaces the port; null restores the system's. The caller keeps ownership.
     static void SetForTests(Processor*);

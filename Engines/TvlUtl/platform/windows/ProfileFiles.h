@@ -5,8 +5,10 @@
 
 namespace Ports {
 
+/// Reads and writes .ini files by the value.
 class TVLSIBLINGS_API ProfileFiles {
 public:
+    /// The system's, or the one that stands in for it.
     static ProfileFiles& Get();
     /// Replaces the port; null restores the system's. The caller keeps ownership.
     static void SetForTests(ProfileFiles*);

@@ -7,8 +7,10 @@
 
 namespace Ports {
 
+/// Requests to the desktop that the user works on.
 class TVLSIBLINGS_API Shell {
 public:
+    /// The system's, or the one that stands in for it.
     static Shell& Get();
     /// Replaces the port; null restores the system's. The caller keeps ownership.
     static void SetForTests(Shell*);

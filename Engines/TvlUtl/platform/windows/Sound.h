@@ -7,8 +7,10 @@
 
 namespace Ports {
 
+/// Plays sounds that the user can choose. Nothing plays before Load.
 class TVLSIBLINGS_API Sound {
 public:
+    /// The system's, or the one that stands in for it.
     static Sound& Get();
     /// Replaces the port; null restores the system's. The caller keeps ownership.
     static void SetForTests(Sound*);

@@ -7,8 +7,10 @@
 
 namespace Ports {
 
+/// Where the system keeps the user's things. Folders need not exist.
 class TVLSIBLINGS_API UserFolders {
 public:
+    /// The system's, or the one that stands in for it.
     static UserFolders& Get();
     /// Replaces the port; null restores the system's. The caller keeps ownership.
     static void SetForTests(UserFolders*);

@@ -7,8 +7,10 @@
 
 namespace Ports {
 
+/// Names of the user that the process runs for.
 class TVLSIBLINGS_API Users {
 public:
+    /// The system's, or the one that stands in for it.
     static Users& Get();
     /// Replaces the port; null restores the system's. The caller keeps ownership.
     static void SetForTests(Users*);

@@ -9,14 +9,16 @@ namespace Ports {
 
 /// Corners of a rectangle on the screen, in pixels.
 struct WindowRect {
-    int left = 0;
-    int top = 0;
-    int right = 0;
-    int bottom = 0;
+    int left = 0;     // the leftmost column
+    int top = 0;      // the uppermost row
+    int right = 0;    // the first column beyond
+    int bottom = 0;   // the first row beyond
 };
 
+/// Windows, boxes and drawing, as far as the library has to do with them.
 class TVLSIBLINGS_API Windowing {
 public:
+    /// The system's, or the one that stands in for it.
     static Windowing& Get();
     /// Replaces the port; null restores the system's. The caller keeps ownership.
     static void SetForTests(Windowing*);

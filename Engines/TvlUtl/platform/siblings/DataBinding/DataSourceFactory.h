@@ -14,11 +14,13 @@ TVLSIBLINGS_API TvlString DataSourceName(const std::type_info& type);
 template <class Source>
 class DataSourceFactory final : public IDataSourceFactory {
 public:
+    /// Adds the factory to the register.
     DataSourceFactory() { IDataSourceRegistrar::GetInstance().AddFactory(*this); }
     ~DataSourceFactory() { IDataSourceRegistrar::GetInstance().RemoveFactory(*this); }
     DataSourceFactory(const DataSourceFactory&) = delete;
     DataSourceFactory& operator=(const DataSourceFactory&) = delete;
 
+    /// DataSourceName of the source's class.
     const TvlString& GetName() const override { return m_name; }
     std::shared_ptr<IDataSourceBase> GetLiveSource() const override
     {

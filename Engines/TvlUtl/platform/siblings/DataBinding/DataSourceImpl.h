@@ -11,9 +11,12 @@
 /// Keeps the accessors of a source's properties by name.
 class TVLSIBLINGS_API DataSourceImpl : public IDataSourceBase, public TvlUtils::PostConstructible {
 public:
+    /// Gives a property's value, on the thread that asks for it.
     using Getter = TvlUtils::basic_safe_function<DataSourceValue()>;
+    /// Takes a property's new value, of whatever type, on the thread that brings it.
     using Setter = TvlUtils::basic_safe_function<void(const DataSourceValue&)>;
 
+    /// Without properties and without a provider.
     DataSourceImpl();
     ~DataSourceImpl() override;
     DataSourceImpl(const DataSourceImpl&) = delete;

@@ -22,7 +22,9 @@ class TVLSIBLINGS_API IBroadcaster {
 public:
     /// A listener that is added twice is told once.
     virtual void AddListener(IListener* listener);
+    /// The listener is told no more, from now on. One that was not added is ignored.
     virtual void RemoveListener(IListener* listener);
+    /// Whether anybody would be told.
     virtual bool HasListeners() const;
     /// Tells each listener that is there when its turn comes. Listeners may add and remove listeners meanwhile.
     virtual void UpdateListeners(const TvlString& subject);

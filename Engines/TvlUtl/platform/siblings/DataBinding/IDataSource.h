@@ -16,8 +16,8 @@ class IDataSourceBase {
 public:
     /// What the sender of the change event points to.
     struct Change {
-        IDataSourceBase& source;
-        const TvlString& property;
+        IDataSourceBase& source;     // which holds the new value
+        const TvlString& property;   // by its name
     };
 
     virtual ~IDataSourceBase() = default;
@@ -38,6 +38,7 @@ public:
 /// What brings a source to its controls: told first of every change.
 class IDataSourceProvider {
 public:
+    /// A property of a source has changed; the source holds the new value already. Runs on the thread that changed it.
     virtual void DataSourceChanged(IDataSourceBase& source, const TvlString& property) = 0;
 
 protected:

@@ -8,6 +8,7 @@
 /// Makes one kind of source, and knows the one that lives. Any thread may call.
 class IDataSourceFactory {
 public:
+    /// By what controls ask for the source; the same as long as the factory lives.
     virtual const TvlString& GetName() const = 0;
     /// The live source, or null.
     virtual std::shared_ptr<IDataSourceBase> GetLiveSource() const = 0;
@@ -21,6 +22,7 @@ protected:
 /// The process-wide register of factories. Any thread may call.
 class TVLSIBLINGS_API IDataSourceRegistrar {
 public:
+    /// The register of the process.
     static IDataSourceRegistrar& GetInstance();
 
     /// Adds a factory under its name, unless there is one of this name already. The factory is not owned.

@@ -7,10 +7,14 @@
 /// A language by its code: three ASCII characters, such as "ENU", the first one in the lowest byte. 0 is no language.
 class TVLSIBLINGS_API CGlbLang {
 public:
+    /// No language.
     constexpr CGlbLang() = default;
+    /// The language of a code, which is not checked.
     explicit constexpr CGlbLang(ULONG code) : m_code(code) { }
 
+    /// The code as it is; 0 for no language.
     constexpr ULONG GetCode() const { return m_code; }
+    /// Whether this is a language at all.
     explicit constexpr operator bool() const { return m_code != 0; }
 
     /// Reads three letters or digits, letters of either case. False, and no language, for any other text. Windows need
@@ -34,8 +38,11 @@ public:
     /// Whether the language is written from right to left.
     bool IsRTL() const;
 
+    /// @{
+    /// By code, the number and not the letters.
     friend constexpr bool operator==(CGlbLang, CGlbLang) = default;
     friend constexpr auto operator<=>(CGlbLang, CGlbLang) = default;
+    /// @}
 
 private:
     ULONG m_code = 0;

@@ -33,11 +33,14 @@ public:
     virtual ITovelCmn_Doc* GetActiveDocument() { return nullptr; }
     /// Learns the workspace that is about to be the current one: "Workspace_" and its name.
     virtual void NameWorkspace([[maybe_unused]] const wchar_t* label) { }
+    /// @{
     /// Around what the application is told of a change of its workspace: commands of the framework wait in between.
     virtual void BeginWorkspaceChange() { }
     virtual void EndWorkspaceChange() { }
+    /// @}
 };
 
+/// What the libraries know of the application that they run in.
 namespace TvlComponent {
 
 /// The application, or null before it gave its interface.
@@ -45,6 +48,7 @@ TVLSIBLINGS_API ITovelCmn_App* GetAppInterface();
 /// Gives the application's interface; null takes it back. The application keeps ownership.
 TVLSIBLINGS_API void SetAppInterface(ITovelCmn_App* application);
 
+/// Messages to the user, which wait until they are read.
 namespace MessageMgr {
 
 /// Shows a message through the application, which must be there.
@@ -66,10 +70,12 @@ class TVLSIBLINGS_API AppSkinSettingData {
 public:
     /// The application's display name.
     const TvlString& GetAppUIName() const { return m_name; }
+    /// Gives the application another name. For its start, before windows show it.
     void SetAppUIName(const TvlString& name) { m_name = name; }
 
 private:
     TvlString m_name = L"Tovel";
 };
 
+/// The look of the running application: one object of the process.
 TVLSIBLINGS_API AppSkinSettingData& GetAppSkinSettingData();

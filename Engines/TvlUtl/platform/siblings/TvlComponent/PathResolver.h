@@ -6,6 +6,7 @@ namespace Tvl {
 /// Turns references of a document into paths. This one knows none: whoever opens a container alone hands it over.
 class PathResolver {
 public:
+    /// Resolves nothing.
     PathResolver() = default;
     virtual ~PathResolver() = default;
 };

@@ -18,8 +18,8 @@ TVLSIBLINGS_API TvlString GetUserDocumentsTovelCloudDir();
 /// "Artistic Media" in the running application's own folder, "Tovel/<application>".
 TVLSIBLINGS_API TvlString GetUserDocumentsAppArtisticMediaDir();
 
-// In "Tovel/Suite", named for what they hold.
-
+/// @{
+/// A folder of "Tovel/Suite" that is named for what it holds.
 TVLSIBLINGS_API TvlString GetUserDocumentsTovelSuiteBitmapPresetsDir();
 TVLSIBLINGS_API TvlString GetUserDocumentsTovelSuiteColorPalettesDir();
 TVLSIBLINGS_API TvlString GetUserDocumentsTovelSuiteExportPresetsDir();
@@ -27,8 +27,11 @@ TVLSIBLINGS_API TvlString GetUserDocumentsTovelSuiteEffectPresetsDir();
 TVLSIBLINGS_API TvlString GetUserDocumentsTovelSuiteFillsDir();
 TVLSIBLINGS_API TvlString GetUserDocumentsTovelSuiteFontsDir();
 TVLSIBLINGS_API TvlString GetUserDocumentsTovelSuiteImageListsDir();
+/// @}
 /// "Photo Frames".
 TVLSIBLINGS_API TvlString GetUserDocumentsTovelSuiteFramesDir();
+/// @{
+/// A folder of "Tovel/Suite" that is named for what it holds.
 TVLSIBLINGS_API TvlString GetUserDocumentsTovelSuiteSymbolsDir();
 TVLSIBLINGS_API TvlString GetUserDocumentsTovelSuiteTemplatesDir();
 TVLSIBLINGS_API TvlString GetUserDocumentsTovelSuiteTraysDir();
@@ -36,12 +39,14 @@ TVLSIBLINGS_API TvlString GetUserDocumentsTovelSuiteVectorRasterDir();
 TVLSIBLINGS_API TvlString GetUserDocumentsTovelSuiteFindAndReplaceDir();
 TVLSIBLINGS_API TvlString GetUserDocumentsTovelSuitePrintStylesDir();
 TVLSIBLINGS_API TvlString GetUserDocumentsTovelSuiteWritingToolsDir();
+/// @}
 
-// In "Tovel/Suite/Presets".
-
+/// @{
+/// A folder of "Tovel/Suite/Presets" that is named for what it holds.
 TVLSIBLINGS_API TvlString GetUserDocumentsPresetsBlendDir();
 TVLSIBLINGS_API TvlString GetUserDocumentsPresetsContourDir();
 TVLSIBLINGS_API TvlString GetUserDocumentsPresetsDistortionDir();
 TVLSIBLINGS_API TvlString GetUserDocumentsPresetsShadowDir();
 TVLSIBLINGS_API TvlString GetUserDocumentsPresetsEnvelopeDir();
 TVLSIBLINGS_API TvlString GetUserDocumentsPresetsVectorExtrudeDir();
+/// @}

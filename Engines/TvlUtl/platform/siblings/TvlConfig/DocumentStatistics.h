@@ -10,9 +10,12 @@ namespace ProductAnalytics {
 
 /// What AddDocumentProperties writes.
 struct DocumentCounts {
+    /// @{
+    /// What the document answers to the DocumentStatistic of this name; 0 or empty when it does not know.
     int pages = 0;
     int layers = 0;
     TvlString colorMode;
+    /// @}
 };
 
 /// What AddGenAiProperties writes.
@@ -23,6 +26,8 @@ struct GenAiProperties {
 
 /// The values of all groups of properties; see DocumentStatistic for them.
 struct DocumentStatistics {
+    /// @{
+    /// What the document answers to the DocumentStatistic of this name; 0 or empty when it does not know.
     int objects = 0;
     int groups = 0;
     int connectors = 0;
@@ -37,10 +42,11 @@ struct DocumentStatistics {
     int variableOutlineNodes = 0;
     int painterlyBrushStrokes = 0;
     std::vector<TvlString> painterlyBrushes;
-    DocumentCounts document;
-    GenAiProperties genAi;
-    TvlString path;
-    double fileSize = 0.0;   // bytes
+    /// @}
+    DocumentCounts document;   // what AddDocumentProperties writes
+    GenAiProperties genAi;     // what AddGenAiProperties writes
+    TvlString path;            // DocumentStatistic::FilePath; never sent as it is
+    double fileSize = 0.0;     // bytes
 };
 
 }   // namespace ProductAnalytics

@@ -7,11 +7,13 @@
 
 namespace ProductAnalytics {
 
+/// A property that events have.
 struct PropertyDescription {
-    const wchar_t* name;
+    const wchar_t* name;      // as it is sent
     const wchar_t* meaning;   // of the value, for people
 };
 
+/// An event that can be sent.
 struct EventDescription {
     const wchar_t* event;   // its name; empty for properties that the application sends with an event of its own
     const wchar_t* when;    // what has happened, for people
@@ -22,8 +24,10 @@ struct EventDescription {
 /// tables that the sending walks.
 class TVLSIBLINGS_API EventDescriber {
 public:
+    /// Gives the events of a module. Called anew by each DescribeEvents.
     using Describe = std::vector<EventDescription> (*)();
 
+    /// Adds the events of `describe` to those of the process.
     explicit EventDescriber(Describe describe);
     EventDescriber(const EventDescriber&) = delete;
     EventDescriber& operator=(const EventDescriber&) = delete;

@@ -13,15 +13,17 @@
 #include <string_view>
 #include <vector>
 
+/// Events for the analytics service: what they are made of, and the files that they wait in.
 namespace ProductAnalytics {
 
 /// One event of a file.
 struct StoredEvent {
-    TvlString time;   // of UTC, as "2024-05-31T08:15:30.250Z"
-    TvlString name;
-    std::map<TvlString, TvlString> properties;
-    TvlString detail;
+    TvlString time;                              // of UTC, as "2024-05-31T08:15:30.250Z"
+    TvlString name;                              // of the event, as EventDescription has it
+    std::map<TvlString, TvlString> properties;   // values by their names
+    TvlString detail;                            // any further text; usually empty
 
+    /// All members alike.
     bool operator==(const StoredEvent&) const = default;
 };
 
@@ -37,7 +39,8 @@ inline constexpr std::size_t kEventFilesKept = 4;      ///< of those that were p
 /// each event is one write at its end.
 class TVLSIBLINGS_API EventLog {
 public:
-    /// @param folder made with the first event
+    /// @param folder    made with the first event
+    /// @param sizeLimit bytes from which on the file is put by
     explicit EventLog(TvlString folder, long long sizeLimit = kEventFileSize);
 
     /// Full path of the file that is written to.
@@ -58,6 +61,7 @@ private:
 /// Reads the events of a folder, the oldest first, while others write them.
 class TVLSIBLINGS_API EventReader {
 public:
+    /// @param folder the one that an EventLog writes to; need not be there yet
     explicit EventReader(TvlString folder) : m_log(std::move(folder)) { }
 
     /// The events that have been added since the last call, or all of them at first. A last line without its end waits

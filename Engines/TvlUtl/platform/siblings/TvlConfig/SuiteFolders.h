@@ -4,9 +4,12 @@
 #include "siblings/SiblingsApi.h"
 #include "siblings/TvlPlatform/TvlString.h"
 
+/// Folders of the suite and of the user, and what the configuration calls in the library.
 namespace TvlConfig {
 
-/// The installed suite's folder, read-only: TVL_SUITE_DIR of the environment, or "Suite" beside the program.
+/// The installed suite's folder, read-only: TVL_SUITE_DIR of the environment, else the first of these that is there:
+/// "Suite" beside the program, "Suite" beside this library, and the place that an installation gives it
+/// ("share/TvlUtl/Suite" of the same prefix on linux). The folder beside the program when there is none.
 TVLSIBLINGS_API TvlString GetSuiteDir();
 
 }   // namespace TvlConfig

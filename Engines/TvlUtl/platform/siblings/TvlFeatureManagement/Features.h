@@ -7,14 +7,16 @@
 #include <mutex>
 #include <string>
 
+/// Switches of features, and what they call in the library.
 namespace FeatureManagement {
 
 /// A switch, known by its key.
 struct Feature {
     const wchar_t* Name;   // the key
-    bool isOnByDefault;
+    bool isOnByDefault;    // what IsEnabled gives before anybody has switched it
 };
 
+/// The switches that the library asks.
 namespace Features {
 
 /// Measures in pixels show decimals. Off by default.
@@ -27,7 +29,9 @@ TVLSIBLINGS_API const Feature& OptionsTabletMode_func();
 /// What is switched on. Any thread may ask and switch.
 class TVLSIBLINGS_API FeatureFlags {
 public:
+    /// Whether the feature is on: as it was switched last, else as its default says.
     bool IsEnabled(const Feature& feature) const;
+    /// Switches the feature, whatever its default.
     void Switch(const Feature& feature, bool on);
     /// Back to the default.
     void Reset(const Feature& feature);

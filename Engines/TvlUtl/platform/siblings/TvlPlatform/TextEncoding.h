@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+/// Forms and encodings of text, the same on every target.
 namespace TvlPlatform {
 
 /// UTF-8 of a wide text; what is not valid becomes U+FFFD.

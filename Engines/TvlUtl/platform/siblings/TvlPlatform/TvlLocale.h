@@ -4,6 +4,7 @@
 #include "siblings/SiblingsApi.h"
 #include "siblings/TvlPlatform/TvlString.h"
 
+/// The region that the user has set.
 namespace TvlLocale {
 
 /// Id of the user's default locale.

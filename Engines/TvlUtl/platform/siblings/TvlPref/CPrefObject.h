@@ -12,6 +12,7 @@
 template <class T, class Manager>
 class CPrefObject : public CPrefObjectBase {
 public:
+    /// Computes a default. Called anew whenever one is needed.
     using DefaultFunction = T (*)();
 
     /// @param name            group, slash and key
@@ -52,6 +53,7 @@ public:
         Manager::GetInstance().NotifyChanged(*this);
         return true;
     }
+    /// What GetValue gives while nothing of this type is stored.
     T GetDefault() const { return m_defaultFunction ? m_defaultFunction() : m_defaultValue; }
 
 private:

@@ -7,7 +7,7 @@ namespace PREFUTILS {
 
 /// Win32 status codes that the registry gives.
 enum RegistryStatus : LONG {
-    kRegistryOk = 0,
+    kRegistryOk = 0,                  // ERROR_SUCCESS
     kRegistryNotFound = 2,            // ERROR_FILE_NOT_FOUND
     kRegistryAccessDenied = 5,        // ERROR_ACCESS_DENIED
     kRegistryInvalidHandle = 6,       // ERROR_INVALID_HANDLE
@@ -56,22 +56,58 @@ public:
     static void SetForTests(IRegistry*);
 
     virtual ~IRegistry() = default;
+    /// Opens a key. `access` is a RegistryAccess; the caller closes `opened`. 2 when there is no such key.
     virtual LONG RegOpenKeyExW(HKEY key, const wchar_t* path, DWORD options, DWORD access, HKEY* opened) = 0;
+    /// Closes a key; 6 for what is none that is open. Predefined roots are left as they are.
     virtual LONG RegCloseKey(HKEY key) = 0;
     /// `securityAttributes` and `className` have no effect.
     virtual LONG RegCreateKeyExW(HKEY key, const wchar_t* path, DWORD reserved, wchar_t* className, DWORD options,
         DWORD access, const void* securityAttributes, HKEY* opened, DWORD* disposition) = 0;
     /// Deletes a key with everything below it, where the Win32 call refuses a key that has subkeys.
     virtual LONG RegDeleteKeyW(HKEY key, const wchar_t* path) = 0;
+    /// Name of the subkey `index` in the order of the names; `nameLength` counts characters,
+    /// the zero on the way in and not on the way out. 259 behind the last, 234 when the name does not fit.
     virtual LONG RegEnumKeyExW(HKEY key, DWORD index, wchar_t* name, DWORD* nameLength, DWORD* reserved,
         wchar_t* className, DWORD* classLength, void* lastWriteTime) = 0;
+    /// Name, type and bytes of the value `index` in the order of the names; `type`, `data` and `size` may be null. 259
+    /// behind the last, 234 when the name or the bytes don't fit.
     virtual LONG RegEnumValueW(HKEY key, DWORD index, wchar_t* name, DWORD* nameLength, DWORD* reserved, DWORD* type,
         BYTE* data, DWORD* size) = 0;
+    /// Stores `size` bytes under a name, in place of the value that is there; a null or empty name is the key's default
+    /// value.
     virtual LONG RegSetValueExW(
         HKEY key, const wchar_t* name, DWORD reserved, DWORD type, const BYTE* data, DWORD size) = 0;
+    /// Type and bytes of a value; `type`, `data` and `size` may be null. 2 when there is none, 234 when `size` is too
+    /// small: it becomes the size that is needed.
     virtual LONG RegQueryValueExW(
         HKEY key, const wchar_t* name, DWORD* reserved, DWORD* type, BYTE* data, DWORD* size) = 0;
+    /// Deletes a value; 2 when there is none.
     virtual LONG RegDeleteValueW(HKEY key, const wchar_t* name) = 0;
+
+    /// Begins a batch of this thread: a registry that can makes all its changes in one step when it ends, so that neither
+    /// a process that ends in the middle nor another one that looks finds a part of them; others wait meanwhile. The
+    /// system's registry of windows, and one in memory, make each change at once. Batches nest. On failure there is no
+    /// batch to end, and changes are made each at once. Callers have RegistryBatch.
+    virtual LONG BeginBatch() = 0;
+    /// Ends this thread's last batch: keeps its changes or, where that is possible, takes them back. On failure they are
+    /// taken back as well. Keys that were opened in a batch that is not kept are of no use but to be closed.
+    virtual LONG EndBatch(bool keep) = 0;
+};
+
+/// A batch for as long as it lives; one that is not committed is taken back where that is possible.
+class TVLSIBLINGS_API RegistryBatch {
+public:
+    /// Begins the batch; when that fails, changes are made each at once. `registry` must outlive it.
+    explicit RegistryBatch(IRegistry& registry = IRegistry::GetInstance());
+    ~RegistryBatch();
+    RegistryBatch(const RegistryBatch&) = delete;
+    RegistryBatch& operator=(const RegistryBatch&) = delete;
+    /// Keeps the changes; to be called once. A success when there could be no batch, since each change was made at once.
+    LONG Commit();
+
+private:
+    IRegistry& m_registry;
+    bool m_isOpen;
 };
 
 }   // namespace PREFUTILS

@@ -27,14 +27,15 @@ public:
     /// False when the file can't be written.
     bool Write(const TvlString& key, const TvlString& value) const;
 
-    /// The form of a text in a file, and what is read from it.
+    /// The form of a text in a file.
     static TvlString Encode(const TvlString& text);
+    /// What is read from the form of a text in a file.
     static TvlString Decode(const TvlString& text);
     /// Whether a text comes back as it was written.
     static bool ReadsBack(const TvlString& text) { return Decode(Encode(text)) == text; }
 
-    TvlString FileName;
-    TvlString Prefix;
+    TvlString FileName;   // as Ports::ProfileFiles takes it
+    TvlString Prefix;     // what stands before all sections; may be empty
 
 private:
     /// The text in the file; false when there is none.

@@ -14,6 +14,7 @@
 /// What a preference is to its manager.
 class TVLSIBLINGS_API CPrefObjectBase {
 public:
+    /// @param name group, slash and key
     explicit CPrefObjectBase(const wchar_t* name) : m_name(name) { }
     CPrefObjectBase(const CPrefObjectBase&) = delete;
     CPrefObjectBase& operator=(const CPrefObjectBase&) = delete;
@@ -38,10 +39,12 @@ private:
 /// from any thread; the store is changed while no preference is in use.
 class TVLSIBLINGS_API CAppPrefManager {
 public:
+    /// The manager of the process.
     static CAppPrefManager& GetInstance();
 
     /// Adds a preference, which must live until Unregister, and attaches the store to it.
     void Register(CPrefObjectBase& object);
+    /// Takes a preference out again; one that is not registered is ignored.
     void Unregister(CPrefObjectBase& object);
     /// The first registered preference of a name, or null.
     CPrefObjectBase* Find(const TvlString& name) const;
@@ -75,5 +78,6 @@ private:
 /// Names the manager for the preferences that all applications of the box share.
 class TVLSIBLINGS_API CBoxPrefManager {
 public:
+    /// The same object as CAppPrefManager's: the values of both stand in one store.
     static CAppPrefManager& GetInstance();
 };

@@ -29,6 +29,7 @@ public:
 class TVLSIBLINGS_API MemoryPrefStore final : public IPrefStore {
 public:
     std::optional<PrefValue> Read(const TvlString& name) const override;
+    /// Never fails.
     bool Write(const TvlString& name, const PrefValue& value) override;
     bool Remove(const TvlString& name) override;
 

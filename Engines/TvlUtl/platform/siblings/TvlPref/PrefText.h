@@ -3,15 +3,16 @@
 
 #include "siblings/TvlPref/PrefStore.h"
 
+/// Preferences as texts.
 namespace TvlPref {
 
 /// The text of a value: "1" or "0"; the text itself; for a list each text with a line feed behind it, "\\" before a
 /// backslash and "\n" (two characters) for a line feed within.
 TVLSIBLINGS_API TvlString ToText(const PrefValue& value);
 
-// The value that a text stands for; empty when it is none of this type. For bool "1", "0", "true" and "false" in any case.
-
+/// The value that "1", "0", "true" or "false" in any case stands for; empty for any other text.
 TVLSIBLINGS_API std::optional<bool> BoolFromText(const TvlString& text);
+/// The list that a text of ToText's form stands for; empty for any other.
 TVLSIBLINGS_API std::optional<std::vector<TvlString>> ListFromText(const TvlString& text);
 
 /// The text as it is when it has nothing but ASCII letters, digits and "-_ .:<>\/()[]!$" and no blank at its ends. Any other,

@@ -4,6 +4,7 @@
 #include "siblings/SiblingsApi.h"
 #include "siblings/TvlPlatform/TvlString.h"
 
+/// Texts of the user interface by key, in the language of the moment.
 namespace Framework::Resources {
 
 /// The text of a key (a GUID in lower case with hyphens) in the current language; empty when no file has the key.

@@ -11,9 +11,12 @@ class Delegate;
 template <class Result, class... Args>
 class Delegate<Result (*)(Args...)> {
 public:
+    /// What is called, with the object first.
     using Stub = Result (*)(void*, Args...);
 
+    /// Must not be called.
     Delegate() = default;
+    /// Neither is checked; `object` may be null where the stub does without.
     Delegate(void* object, Stub stub) : m_object(object), m_stub(stub) { }
 
     /// A delegate for a member function.
@@ -30,7 +33,9 @@ public:
         return {nullptr, [](void*, Args... args) -> Result { return function(args...); }};
     }
 
+    /// Calls the stub, and passes on what it throws.
     Result operator()(Args... args) const { return m_stub(m_object, args...); }
+    /// Whether both words are equal.
     friend bool operator==(const Delegate&, const Delegate&) = default;
 
 private:
@@ -43,6 +48,7 @@ template <class Result, class... Args>
 class Delegate<Result(Args...)> : public Delegate<Result (*)(Args...)> {
 public:
     using Delegate<Result (*)(Args...)>::Delegate;
+    /// Takes the words over.
     Delegate(const Delegate<Result (*)(Args...)>& other) : Delegate<Result (*)(Args...)>(other) { }
 };
 

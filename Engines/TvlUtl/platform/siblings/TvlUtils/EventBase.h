@@ -17,10 +17,12 @@ class TVLSIBLINGS_API Subscription {
 public:
     /// Subscribes to nothing.
     Subscription() = default;
+    /// Stands for the other's subscription from now on; the other stands for none.
     Subscription(Subscription&& other) noexcept
         : m_state(std::exchange(other.m_state, nullptr)), m_slot(std::exchange(other.m_slot, nullptr))
     {
     }
+    /// Unsubscribes and stands for the other's subscription from now on; the other stands for none.
     Subscription& operator=(Subscription&& other) noexcept;
     ~Subscription() { Unsubscribe(); }
 
@@ -49,6 +51,7 @@ public:
     /// @param sender who raised the event, as its class tells; the pointer has that class's type
     using Handler = std::function<void(void* sender)>;
 
+    /// Without handlers.
     EventBase() = default;
     ~EventBase();
     EventBase(const EventBase&) = delete;

@@ -12,16 +12,23 @@
 #include <system_error>
 #include <vector>
 
+/// Files and folders, as the stand-ins and the library reach them.
 namespace TvlUtils::SystemIO {
 
 /// How a file operation ended: true for success, else the reason.
 class [[nodiscard]] FileResult {
 public:
+    /// A success.
     FileResult() = default;
+    /// @{
+    /// Failed for this reason; an error of 0 is a success.
     FileResult(std::error_code error) : m_error(error) { }
     FileResult(std::errc error) : m_error(std::make_error_code(error)) { }
+    /// @}
 
+    /// Whether it succeeded.
     explicit operator bool() const { return !m_error; }
+    /// Whether it failed for this reason.
     bool Is(std::errc reason) const { return m_error == reason; }
     /// There is no such file, or no such folder on the way to it.
     bool IsMissing() const { return Is(std::errc::no_such_file_or_directory); }
@@ -32,6 +39,7 @@ private:
     std::error_code m_error;
 };
 
+/// What a file is opened for, and what becomes of the one that is there.
 enum class OpenMode {
     Read,        ///< an existing file
     ReadWrite,   ///< an existing file, its bytes kept
@@ -55,29 +63,33 @@ public:
     virtual FileResult Close() = 0;
 };
 
+/// What an entry of a folder is.
 enum class FileKind {
-    File,
-    Folder,
-    Other,   ///< a device, a pipe and the like
+    File,     ///< a regular file
+    Folder,   ///< what List can look into
+    Other,    ///< a device, a pipe and the like
 };
 
+/// What the file system tells of a path.
 struct FileStatus {
-    FileKind kind = FileKind::File;
-    bool isReadOnly = false;
-    long long size = 0;   // bytes; 0 for what is no file
-    std::filesystem::file_time_type modified;
+    FileKind kind = FileKind::File;             // behind symbolic links
+    bool isReadOnly = false;                    // the mark that keeps it from being written
+    long long size = 0;                         // bytes; 0 for what is no file
+    std::filesystem::file_time_type modified;   // when its content was last changed
 };
 
+/// One entry of a folder.
 struct FolderEntry {
-    std::filesystem::path name;   // without the folder
-    FileKind kind = FileKind::File;
-    bool isLink = false;   // of a folder: it is a symbolic link or a mount point
+    std::filesystem::path name;       // without the folder
+    FileKind kind = FileKind::File;   // behind symbolic links
+    bool isLink = false;              // of a folder: it is a symbolic link or a mount point
 };
 
 /// Files and folders by path. Safe to call from any thread. May throw what is not derived from std::exception: a test's
 /// layer ends the work so.
 class TVLSIBLINGS_API FileLayer {
 public:
+    /// The layer in use: the system's, or a test's.
     static FileLayer& Get();
     /// Replaces the layer; null restores the system's. The caller keeps ownership.
     static void SetForTests(FileLayer*);
@@ -104,6 +116,7 @@ public:
 /// kFileStopExitCode: no handler runs and nothing is flushed. A write does half of its work before. Operations count
 /// from 1 in all threads together; handles that close themselves don't count.
 inline constexpr const wchar_t* kFileStopVariable = L"TVL_FILE_STOP_AT";
+/// Exit code of a process that has ended so.
 inline constexpr int kFileStopExitCode = 86;
 
 }   // namespace TvlUtils::SystemIO

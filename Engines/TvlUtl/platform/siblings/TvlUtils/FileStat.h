@@ -10,8 +10,9 @@ namespace TvlUtils::SystemIO {
 /// Size and time of the last change.
 struct FileStat {
     long long size = 0;   // bytes
-    Time time;
+    Time time;            // of the last change
 
+    /// To the byte and the tick.
     bool operator==(const FileStat&) const = default;
 };
 

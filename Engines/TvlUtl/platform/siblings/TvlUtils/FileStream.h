@@ -8,6 +8,7 @@ namespace TvlUtils {
 /// As Stream, with the length that the file had when it was opened.
 class FileStream : public Stream {
 public:
+    /// Without a source.
     FileStream() = default;
     /// A stream from the start of an existing file; without a source when it can't be opened or is no regular file.
     TVLSIBLINGS_API static FileStream OpenForRead(const TvlString& path);

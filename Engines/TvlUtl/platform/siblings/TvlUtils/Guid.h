@@ -10,7 +10,9 @@ namespace TvlUtils {
 /// A GUID as a value.
 class TVLSIBLINGS_API Guid {
 public:
+    /// Nil.
     Guid() = default;
+    /// The same identifier.
     explicit Guid(const GUID& value) : m_value(value) { }
     /// Reads what ToString writes, in either case and with or without braces; nil for any other text.
     explicit Guid(const TvlString& text);
@@ -20,9 +22,11 @@ public:
     /// 36 characters in lower case with hyphens, without braces.
     TvlString ToString() const;
 
+    /// The 16 bytes with Windows' layout.
     const GUID& Value() const { return m_value; }
     /// All bits are zero: an identifier of nothing.
     bool IsNil() const { return *this == Guid(); }
+    /// Whether all bits are equal.
     bool operator==(const Guid& other) const;
 
 private:

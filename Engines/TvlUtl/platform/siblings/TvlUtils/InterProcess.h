@@ -17,7 +17,9 @@ public:
     virtual ~InterProcessEvent() = default;
     /// Whether the event is set. One that resets itself is reset by being found set.
     virtual bool isSignalled() = 0;
+    /// Sets the event: who waits for it goes on, one alone where it resets itself.
     virtual void set() = 0;
+    /// Resets the event, set or not.
     virtual void reset() = 0;
     /// Waits until the event is set, and resets one that resets itself; false when the time is over first.
     virtual bool wait(DWORD milliseconds = kNoTimeout) = 0;
@@ -32,11 +34,11 @@ public:
 
 /// How an InterProcessMutex was taken, or not.
 enum class MutexState {
-    Taken,
+    Taken,   ///< the caller owns it
     /// It is taken, and whoever had it last ended without giving it back: what the mutex guards may be half done.
     TakenFromTheDead,
-    TimedOut,
-    Failed,   ///< the system refuses it
+    TimedOut,   ///< another owned it all the time
+    Failed,     ///< the system refuses it
 };
 
 /// A mutex between the threads of all processes of the user that hold it by its name. Its owner may take it again, and
@@ -44,12 +46,15 @@ enum class MutexState {
 /// and lock fails.
 class TVLSIBLINGS_API InterProcessMutex {
 public:
+    /// Holds the mutex of this name, made when nobody holds it. Does not take it.
     explicit InterProcessMutex(const TvlString& name);
     ~InterProcessMutex();
     InterProcessMutex(const InterProcessMutex&) = delete;
     InterProcessMutex& operator=(const InterProcessMutex&) = delete;
 
+    /// Whether there is a mutex.
     explicit operator bool() const;
+    /// Takes the mutex, waiting so long for it; 0 does not wait.
     MutexState lock(DWORD milliseconds = kNoTimeout);
     /// False when the calling thread does not own the mutex.
     bool unlock();
@@ -62,11 +67,13 @@ private:
 /// Takes a mutex, and gives it back at its end.
 class TVLSIBLINGS_API InterProcessLock {
 public:
+    /// Takes the mutex, waiting so long for it. It must live as long as this object.
     explicit InterProcessLock(InterProcessMutex& mutex, DWORD milliseconds = kNoTimeout);
     ~InterProcessLock();
     InterProcessLock(const InterProcessLock&) = delete;
     InterProcessLock& operator=(const InterProcessLock&) = delete;
 
+    /// How the mutex was taken, or why not.
     MutexState state() const { return m_state; }
     /// Whether the mutex is taken.
     explicit operator bool() const { return m_state == MutexState::Taken || m_state == MutexState::TakenFromTheDead; }

@@ -8,6 +8,7 @@
 
 namespace TvlUtils {
 
+/// How grave a line is: what went as it should, what was worked around, what could not be done.
 enum class LogLevel : int { Info = 0, Warning = 1, Error = 2 };
 
 /// Writes one line to the log: the receiver set by SetLogReceiver, or else standard error and the debugger.
@@ -16,6 +17,7 @@ TVLSIBLINGS_API void LogMessage(LogLevel level, const TvlString& text) noexcept;
 
 /// How much the log tells of what goes right: 0, the default, for nothing, 1 for each large step, higher ones for more.
 TVLSIBLINGS_API int GetVlogLevel() noexcept;
+/// Sets GetVlogLevel for the process. Any thread may call.
 TVLSIBLINGS_API void SetVlogLevel(int level) noexcept;
 /// Whether lines of a level are written; ask before composing a long one.
 TVLSIBLINGS_API bool ShouldCreateLogMessage(LogLevel level) noexcept;

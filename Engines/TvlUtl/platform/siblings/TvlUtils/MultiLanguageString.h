@@ -14,9 +14,11 @@ class TVLSIBLINGS_API MultiLanguageString {
 public:
     /// No text in any language.
     MultiLanguageString() = default;
+    /// @{
     /// As Parse.
     MultiLanguageString(const wchar_t* text) { Parse(text); }
     MultiLanguageString(const TvlString& text) { Parse(text); }
+    /// @}
 
     /// Takes the texts of the form ":[Other];br:[Outra];de:[Andere];": for each language its name, a colon and the text in
     /// brackets, which ends at the first "]" before a semicolon or the end. Of a language that is named twice the last
@@ -27,6 +29,7 @@ public:
 
     /// The text of a language, else the default text.
     TvlString GetLangString(const TvlString& language) const;
+    /// The same by a name that must not be null.
     TvlString GetLangString(const wchar_t* language) const { return GetLangString(TvlString(language)); }
     /// The same by Windows' id of the language.
     TvlString GetLangString(LANGID language) const { return GetLangString(GetLanguageFromLANGID(language)); }
@@ -37,12 +40,16 @@ public:
 
     /// Sets or replaces the text of a language; the empty name sets the default text.
     void SetLangString(const TvlString& language, const TvlString& text);
+    /// The same by Windows' id of the language.
     void SetLangString(LANGID language, const TvlString& text) { SetLangString(GetLanguageFromLANGID(language), text); }
+    /// Sets the text that serves where a language has none of its own.
     void SetDefaultLangString(const TvlString& text) { SetLangString(TvlString(), text); }
 
     /// Language and text, in the order in which languages were added.
     const std::vector<std::pair<TvlString, TvlString>>& Texts() const { return m_texts; }
+    /// Whether there is no text in any language; an empty text counts as one.
     bool IsEmpty() const { return m_texts.empty(); }
+    /// The same languages with equal texts, in whatever order.
     bool operator==(const MultiLanguageString& other) const;
 
     /// The suite's name of a language by Windows' id, whatever the region, save that Chinese as written in Taiwan, Hong Kong

@@ -20,13 +20,15 @@ namespace TvlUtils {
 /// section, the first is taken. Lines in front of the first section are passed over.
 class TVLSIBLINGS_API ProfileText {
 public:
+    /// One line of a section.
     struct KeyValue {
-        std::wstring key;
-        std::wstring value;
+        std::wstring key;     // without the blanks around it
+        std::wstring value;   // without the blanks and quotation marks around it
     };
+    /// One section.
     struct SectionData {
-        std::wstring name;
-        std::vector<KeyValue> entries;
+        std::wstring name;               // without its brackets
+        std::vector<KeyValue> entries;   // in the order of the file
     };
 
     /// @param bytes UTF-16LE behind its byte order mark, else UTF-8 with or without one
@@ -34,9 +36,11 @@ public:
 
     /// The value of a key; empty when there is no such key.
     std::optional<std::wstring> Value(std::wstring_view section, std::wstring_view key) const;
+    /// @{
     /// Names of the sections, and of the keys of a section, in the order of the file.
     std::vector<std::wstring> Sections() const;
     std::vector<std::wstring> Keys(std::wstring_view section) const;
+    /// @}
     /// All that Value finds, in the order of the file and in one pass.
     std::vector<SectionData> AllData() const;
 
@@ -44,9 +48,11 @@ public:
     /// False, and nothing is changed, for texts that would be read back as something else: a line break or a zero in
     /// any of them, "]" in a section, "=" in a key, an empty key, or one that begins like a comment or a section.
     bool SetValue(std::wstring_view section, std::wstring_view key, std::wstring_view value);
+    /// @{
     /// Deletes a key, or a section with all that stands in it. What is not there is deleted already.
     void DeleteKey(std::wstring_view section, std::wstring_view key);
     void DeleteSection(std::wstring_view section);
+    /// @}
 
     /// The whole text, in the encoding that it was read from.
     std::string Bytes() const;

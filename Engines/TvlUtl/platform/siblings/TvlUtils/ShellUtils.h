@@ -5,6 +5,7 @@
 
 namespace TvlUtils::ShellUtils {
 
+/// The shell's requests. Static alone.
 class TVLSIBLINGS_API TvlShellExecute {
 public:
     /// Lets the desktop open a file, a folder or an address.

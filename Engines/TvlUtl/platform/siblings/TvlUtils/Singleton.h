@@ -30,6 +30,7 @@ class Singleton {
     static_assert(Flag == 0 || Flag == 1);
 
 public:
+    /// What the process-wide entry points to.
     struct SingletonData {
         std::atomic<T*> instance = nullptr;   // the live object, or null
         bool released = false;   // set by ReleaseInstance(true), and when the block is destroyed; never asked here
@@ -48,8 +49,11 @@ public:
     static void StaticFinalizer();
 
 protected:
+    /// For the derived class alone.
     Singleton();
+    /// Makes the object.
     static T* CreateInstance();
+    /// Deletes an object; null is ignored.
     static void DeleteInstance(T* instance);
 
 private:

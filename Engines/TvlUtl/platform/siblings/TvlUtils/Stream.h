@@ -11,12 +11,13 @@
 /// The operating system's interface of a stream (objidl.h), by pointer alone: sibling libraries hand it to each other.
 struct IStream;
 
+/// What every library of the suite uses: threads, events, streams, times and identifiers.
 namespace TvlUtils {
 
 /// Where Seek counts from.
 enum class SeekOrigin : int {
-    Start = 0,
-    Current = 1,
+    Start = 0,     ///< the first byte
+    Current = 1,   ///< the present position
 };
 
 /// What a stream reads from and writes to. One object belongs to one thread at a time.
@@ -39,15 +40,17 @@ public:
 
 /// Which operations a stream over a file is for.
 enum class StreamAccess {
-    Read,
-    ReadWrite,
+    Read,        ///< writing fails
+    ReadWrite,   ///< both
 };
 
 /// A value: copies refer to the same source and share its position. The source ends with its last copy.
 /// A stream without a source is false, and every operation on it fails.
 class Stream {
 public:
+    /// Without a source.
     Stream() = default;
+    /// Shares the source; null is none.
     explicit Stream(std::shared_ptr<StreamSource> source) : m_source(std::move(source)) { }
 
     /// Bytes of the caller, who keeps them alive as long as a copy of the stream lives. The size is fixed.
@@ -65,6 +68,7 @@ public:
     /// step among all processes. Reading and moving fail. Without a source when the file can't be opened.
     TVLSIBLINGS_API static Stream AppendToFile(const TvlString& path);
 
+    /// Whether there is a source.
     explicit operator bool() const { return m_source != nullptr; }
     /// The same stream by the system's interface, for reading on from the position, and writing. It lives as long as a copy
     /// of this stream that was asked for it, or longer for who adds a reference. Null without a source.

@@ -128,10 +128,11 @@ TVLSIBLINGS_API FileResult EnsureExists(const TvlString& path);
 /// are removed and never followed.
 TVLSIBLINGS_API bool DeleteRecursive(const TvlString& path, bool withFolder);
 
+/// What IsWritable has found out.
 enum class WritableStatus {
-    Writable,
-    Missing,   ///< there is no such folder
-    Refused,   ///< the system does not let this process write there
+    Writable,   ///< a file could be made
+    Missing,    ///< there is no such folder
+    Refused,    ///< the system does not let this process write there
 };
 /// Whether files can be made in a folder, tried by making an empty one. `status`, which may be null, tells more.
 TVLSIBLINGS_API bool IsWritable(const TvlString& path, WritableStatus* status = nullptr);

@@ -14,6 +14,7 @@ public:
     /// The most bytes of a file that ReadToEnd takes unless it is told otherwise.
     static constexpr std::size_t kDefaultLimit = std::size_t{64} << 20;
 
+    /// Reads on from the file's position.
     explicit TextStreamReader(FileStream file) : m_file(std::move(file)) { }
 
     /// What is left of the file as UTF-8, unchecked where the file has UTF-8 itself. Empty when there is no file, when it

@@ -11,12 +11,15 @@ namespace TvlUtils {
 /// on first use. It must be free when it is destroyed.
 class TVLSIBLINGS_API ThreadLock {
 public:
+    /// Nobody has it.
     ThreadLock() = default;
     ~ThreadLock();
     ThreadLock(const ThreadLock&) = delete;
     ThreadLock& operator=(const ThreadLock&) = delete;
 
+    /// Takes the lock, waiting as long as another thread has it.
     void Lock();
+    /// Gives the lock back; as often as it was taken.
     void Unlock();
 
 private:
@@ -31,6 +34,7 @@ static_assert(sizeof(ThreadLock) == 8);
 /// Holds a lock as long as it lives, for changing what the lock guards.
 class WriteLock {
 public:
+    /// Takes the lock, which must live as long as this object.
     explicit WriteLock(ThreadLock& lock) : m_lock(lock) { m_lock.Lock(); }
     ~WriteLock() { m_lock.Unlock(); }
     WriteLock(const WriteLock&) = delete;
@@ -44,7 +48,7 @@ private:
 /// short, and a reader may thereby call on to a writer.
 class ReadLock : private WriteLock {
 public:
-    using WriteLock::WriteLock;
+    using WriteLock::WriteLock;   ///< as WriteLock's
 };
 
 }   // namespace TvlUtils

@@ -17,7 +17,9 @@ struct IStream;
 /// An XPath expression. One that can't be read selects nothing.
 class WXPath {
 public:
+    /// Takes the text, which is not checked here.
     explicit WXPath(TvlString expression) : m_expression(std::move(expression)) { }
+    /// The text that it was made from.
     const TvlString& Expression() const { return m_expression; }
 
 private:
@@ -32,11 +34,13 @@ public:
     bool Exists() const;
     /// 0 when there is no integer of 32 bits.
     int GetInt() const { return GetInt(0); }
+    /// `defaultValue` when there is no integer of 32 bits.
     int GetInt(int defaultValue) const;
     /// Raises std::runtime_error when there is no integer of 32 bits.
     int GetInt_throws() const;
     /// A number out of range is infinite or 0.0; words such as "nan" are no numbers.
     double GetDouble(double defaultValue) const;
+    /// `defaultValue` when there is no such value.
     TvlString GetString(const TvlString& defaultValue) const;
     /// The value as the document holds it, in UTF-8; empty when there is none. Good until the value changes.
     std::string_view GetUtf8() const;
@@ -45,11 +49,17 @@ public:
 
     // Setters make the attribute when it is not there. Those with a default write nothing when the value equals it.
 
+    /// In decimal digits.
     void SetInt(int value);
+    /// Nothing is written, and nothing made, when the value equals the default.
     void SetInt(int value, int defaultValue);
+    /// With the shortest digits that read back as the same number.
     void SetDouble(double value);
+    /// As it is.
     void SetString(const TvlString& value);
+    /// As "true" or "false".
     void SetBool(bool value);
+    /// Nothing is written, and nothing made, when the value equals the default.
     void SetBool(bool value, bool defaultValue);
 
 private:
@@ -74,22 +84,29 @@ class WXmlNode;
 /// them; asking in the order of the file finds each at once. Of attributes of one name, which XML forbids, any may be found.
 class TVLSIBLINGS_API WXmlAttributes {
 public:
+    /// Reads the element's attributes; nothing has none.
     explicit WXmlAttributes(const WXmlNode& node);
 
+    /// Whether there is such an attribute, be it empty.
     bool Exists(std::string_view name) const { return Find(name).data() != nullptr; }
+    /// @{
+    /// As WXmlValueAccessor reads the value; `defaultValue` when there is none or it is of another type.
     int GetInt(std::string_view name, int defaultValue) const;
     double GetDouble(std::string_view name, double defaultValue) const;
     bool GetBool(std::string_view name, bool defaultValue) const;
+    /// @}
     /// The value in UTF-8.
     std::string_view GetUtf8(std::string_view name, std::string_view defaultValue) const;
 
 private:
     static constexpr std::size_t kCapacity = 16;   // more than our own elements have; the rest is searched for
-    struct Attribute {                             // without initial values: most of the room stays unused
+    /// @cond
+    struct Attribute {   // without initial values: most of the room stays unused
         const char* name;
         std::size_t nameSize;
         const char* value;
     };
+    /// @endcond
 
     /// The value of an attribute of a name; null data when there is none.
     std::string_view Find(std::string_view name) const;
@@ -107,7 +124,9 @@ class WXmlNodeList;
 /// An element, or nothing. Belongs to a document that lives.
 class TVLSIBLINGS_API WXmlNode {
 public:
+    /// Nothing.
     WXmlNode() = default;
+    /// Whether it is an element.
     explicit operator bool() const { return m_element != nullptr; }
 
     /// The attribute of a name. Each search begins behind the one before, so that reading attributes in the order of the
@@ -120,6 +139,7 @@ public:
     void GetNodes(const WXPath& path, WXmlNodeList& nodes) const;
     /// The first of them, or nothing.
     WXmlNode GetNode(const WXPath& path) const;
+    /// Whether the expression selects anything.
     bool DoesNodeExist(const WXPath& path) const { return static_cast<bool>(GetNode(path)); }
     /// Removes the first child that an expression selects; false when there is none.
     bool DeleteChild(const WXPath& path) const;
@@ -141,11 +161,18 @@ private:
 /// Elements in the order of the document.
 class WXmlNodeList {
 public:
+    /// How many there are.
     std::size_t Count() const { return m_nodes.size(); }
+    /// The element at a place; nothing beyond the last.
     WXmlNode Node(std::size_t index) const { return index < m_nodes.size() ? m_nodes[index] : WXmlNode(); }
+    /// @{
+    /// From the first element to behind the last.
     auto begin() const { return m_nodes.begin(); }
     auto end() const { return m_nodes.end(); }
+    /// @}
+    /// Takes all out; they stay in the document.
     void Clear() { m_nodes.clear(); }
+    /// Puts an element behind the others, whatever document it is of.
     void Add(const WXmlNode& node) { m_nodes.push_back(node); }
 
 private:
@@ -186,6 +213,7 @@ public:
     void ReleaseDocument();
     /// The outermost element, or nothing.
     WXmlNode GetRootNode() const;
+    /// The elements that an expression selects from the root on; none without a tree.
     WXmlNodeList GetNodes(const WXPath& path) const;
 
 private:

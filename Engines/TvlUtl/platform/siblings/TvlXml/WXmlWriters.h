@@ -11,6 +11,7 @@
 /// were read through are not to be read through any more.
 class TVLSIBLINGS_API WXmlAttributeWriter {
 public:
+    /// Begins with the element's first attribute.
     explicit WXmlAttributeWriter(const WXmlNode& node);
     WXmlAttributeWriter(const WXmlAttributeWriter&) = delete;
     WXmlAttributeWriter& operator=(const WXmlAttributeWriter&) = delete;
@@ -18,11 +19,15 @@ public:
 
     // Names are in UTF-8. Values are written as WXmlValueAccessor writes them; those with a default not when they equal it.
 
+    /// @{
+    /// Writes an attribute as WXmlValueAccessor does, in place of the old one whose turn it is. The name is in UTF-8.
+    /// Those with a default write nothing when the value equals it.
     void SetInt(const char* name, int value);
     void SetInt(const char* name, int value, int defaultValue);
     void SetDouble(const char* name, double value);
     void SetString(const char* name, const TvlString& value);
     void SetBool(const char* name, bool value, bool defaultValue);
+    /// @}
 
 private:
     void Set(const char* name, const char* value);

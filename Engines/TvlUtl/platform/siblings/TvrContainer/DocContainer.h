@@ -14,11 +14,13 @@
 #include <utility>
 #include <vector>
 
+/// Carries the mode that containers are opened in.
 class ZipFile {
 public:
+    /// What a container is opened for; a file that is opened for reading is never written.
     enum class OpenMode : int {
-        Read = 0,
-        ReadWrite = 1,
+        Read = 0,        ///< what would change it fails
+        ReadWrite = 1,   ///< changes are kept until Close
     };
 };
 
@@ -39,6 +41,7 @@ public:
 
     /// No container: false, and every operation fails.
     DocContainer();
+    /// Takes the open container over; the other is none.
     DocContainer(DocContainer&&) noexcept;
     /// Closes what was open.
     DocContainer& operator=(DocContainer&&) noexcept;
@@ -54,8 +57,11 @@ public:
 
     /// For changing properties.
     Metadata::Container& GetMetadata();
+    /// Metadata::Container::GetMetadata.
     TvlUtils::Any GetMetadata(const Metadata::Definition& property) const;
+    /// Metadata::Container::SetMetadata; false, too, when the container can't be written.
     bool SetMetadata(const Metadata::Definition& property, const TvlUtils::Any& value);
+    /// Metadata::Container::SetStringMetadata; false, too, when the container can't be written.
     bool SetStringMetadata(const Metadata::Definition& property, const TvlString& language, const TvlString& text);
     /// A text, or the default one of texts in several languages; empty when there is none.
     TvlString GetStringMetadata(const Metadata::Definition& property) const;
@@ -78,6 +84,7 @@ public:
     bool ExtractFile(const TvlString& name, const TvlString& target) const;
     /// False when there is no such entry.
     bool DeleteFileW(const TvlString& name);
+    /// Whether there is an entry of this name, as it would be after Close.
     bool DoesFileExist(const TvlString& name) const;
     /// Names of entries in their order in the file, without folders. As an expression the pattern has "." for any character
     /// and "*" behind a character or a point for any number of it; else it is a mask with "*" and "?". It must fit the

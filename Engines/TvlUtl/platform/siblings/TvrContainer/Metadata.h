@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 
+/// Properties of documents; the schemas have their names.
 namespace Metadata {
 
 /// Types of values, with what an Any holds of them.
@@ -23,16 +24,20 @@ enum class Type {
 /// A property: its name in the container, and the type that its value should have. Other containers may have written
 /// another type, which reading then gives.
 struct Definition {
-    const wchar_t* name;
-    Type type;
+    const wchar_t* name;   // unique in its container
+    Type type;             // that the value should have
 };
 
 /// The properties of one container. A value; one thread at a time.
 class TVLSIBLINGS_API Container {
 public:
+    /// Without properties.
     Container();
+    /// @{
+    /// Takes the properties over; the other is left for assignment alone.
     Container(Container&&) noexcept;
     Container& operator=(Container&&) noexcept;
+    /// @}
     ~Container();
 
     /// Stores a value; an Any without a value removes the property. False for a type that can't be stored.

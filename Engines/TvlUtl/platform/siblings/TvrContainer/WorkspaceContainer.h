@@ -3,8 +3,10 @@
 
 #include "siblings/TvrContainer/DocContainer.h"
 
+/// One workspace.
 class TVLSIBLINGS_API WorkspaceContainer : public DocContainer {
 public:
+    /// No container: false, and every operation fails.
     WorkspaceContainer() = default;
 
     /// Opens an existing workspace. For writing, a file that is marked read-only is refused.

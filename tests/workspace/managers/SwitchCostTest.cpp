@@ -1,0 +1,97 @@
+// What a change of the workspace asks of the file system.
+#include "ManagerFixture.h"
+
+namespace {
+namespace SystemIO = TvlUtils::SystemIO;
+using SystemIO::FileResult;
+
+/// The system's files; counts how often each is opened, by its name. The files that replace others count together with
+/// "+" behind the name of the one that they replace.
+class CountingFiles : public SystemIO::FileLayer {
+public:
+    CountingFiles() : m_system(Get()) { SetForTests(this); }
+    CountingFiles(const CountingFiles&) = delete;
+    CountingFiles& operator=(const CountingFiles&) = delete;
+    ~CountingFiles() override { SetForTests(nullptr); }
+
+    using Path = std::filesystem::path;
+    FileResult Open(const Path& path, SystemIO::OpenMode mode, std::unique_ptr<SystemIO::FileHandle>& handle) override
+    {
+        const bool isAside = path.extension() == ".aside";
+        ++opened[isAside ? path.stem().stem().string() + "+" : path.filename().string()];
+        return m_system.Open(path, mode, handle);
+    }
+    FileResult Rename(const Path& from, const Path& to) override { return m_system.Rename(from, to); }
+    FileResult Remove(const Path& path) override { return m_system.Remove(path); }
+    FileResult List(const Path& folder, std::vector<SystemIO::FolderEntry>& entries) override
+    {
+        return m_system.List(folder, entries);
+    }
+    FileResult Stat(const Path& path, SystemIO::FileStatus& status) override { return m_system.Stat(path, status); }
+    FileResult MakeFolder(const Path& path) override { return m_system.MakeFolder(path); }
+    FileResult SetReadOnly(const Path& path, bool readOnly) override { return m_system.SetReadOnly(path, readOnly); }
+
+    std::map<std::string, int> opened;
+
+private:
+    FileLayer& m_system;
+};
+
+using Counts = std::map<std::string, int>;
+
+class SwitchCost : public Managers {
+protected:
+    /// Workspaces A, which is current, and B.
+    SwitchCost()
+    {
+        for (const char* const name : {"_default", "A", "B"})
+            Make(name);
+    }
+};
+
+TEST_F(SwitchCost, IsOneOpenOfEachContainer)
+{
+    const auto manager = Started();
+    manager->SetCurrentWorkspace(L"A", false, false);
+    CountingFiles files;
+    ASSERT_EQ(manager->SetCurrentWorkspace(L"B", false, false), WorkspaceManagerTypes::Result::Ok);
+    const Counts counts = {
+        {"A.tvws", 1},                    // takes the settings in
+        {"A.tvws+", 1},                   // what it becomes
+        {"B.tvws", 1},                    // gives its settings, and tells what they were exported by
+        {"settings.ini", 2},              // for A, and for the registry
+        {"settings.ini+", 1},             // out of B
+        {"settings.ini.extracting", 1},   // marks, and a note of where the settings come from
+        {"settings.ini.applying", 1},
+        {"settings.ini.origin+", 1},
+    };
+    EXPECT_EQ(files.opened, counts);
+}
+
+TEST_F(SwitchCost, IsTheSameWithFilesOfTheApplication)
+{
+    const TvlString extra = world.MakeFile("extra.bin");
+    OpenManager manager;
+    WSM_INIT init = Init();
+    init.AdditionalFiles = {{L"content/extra.bin", extra}};
+    manager.Initialize(init);
+    manager.SetCurrentWorkspace(L"A", false, false);
+    world.MakeFile("extra.bin");
+    manager.SetCurrentWorkspace(L"B", false, false);
+    world.MakeFile("extra.bin");
+    CountingFiles files;
+    manager.SetCurrentWorkspace(L"A", false, false);
+    EXPECT_EQ(files.opened["A.tvws"], 1);
+    EXPECT_EQ(files.opened["B.tvws"], 1);
+    EXPECT_EQ(files.opened["extra.bin"], 1);
+    EXPECT_EQ(files.opened["extra.bin+"], 1);
+}
+
+TEST_F(SwitchCost, IsNothingForTheCurrentWorkspace)
+{
+    const auto manager = Started();
+    CountingFiles files;
+    EXPECT_EQ(manager->SetCurrentWorkspace(L"", false, false), WorkspaceManagerTypes::Result::Ok);
+    EXPECT_EQ(files.opened, Counts());
+}
+}   // namespace
