@@ -178,8 +178,10 @@ function(tvl_benchmark name)
 endfunction()
 
 # One libFuzzer target, fuzz/<name>.cpp with its kept seeds in fuzz/seeds/<name>. Without TVL_FUZZERS the same source is
-# built with a driver that replays the seeds, and runs as a test.
+# built with a driver that replays the seeds, and runs as a test. MUTATIONS adds a test of as many inputs made from the
+# seeds; see fuzz/Replay.cpp.
 function(tvl_fuzzer name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "MUTATIONS" "")
     add_executable(fuzz_${name} "${PROJECT_SOURCE_DIR}/fuzz/${name}.cpp")
     target_link_libraries(fuzz_${name} PRIVATE TvlUtlStatic TvlSiblings TvlWarnings)
     add_dependencies(fuzz_${name} TvlSuite)
@@ -187,7 +189,17 @@ function(tvl_fuzzer name)
         target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
     else()
         target_sources(fuzz_${name} PRIVATE "${PROJECT_SOURCE_DIR}/fuzz/Replay.cpp")
-        add_test(NAME fuzz_${name} COMMAND fuzz_${name} "${PROJECT_SOURCE_DIR}/fuzz/seeds/${name}")
+        target_link_libraries(fuzz_${name} PRIVATE TvlMutator)
+        set(seeds "${PROJECT_SOURCE_DIR}/fuzz/seeds/${name}")
+        add_test(NAME fuzz_${name} COMMAND fuzz_${name} "${seeds}")
         set_tests_properties(fuzz_${name} PROPERTIES TIMEOUT 900 ENVIRONMENT "${TVL_TEST_ENVIRONMENT}")
+        if(arg_MUTATIONS)
+            add_test(NAME mutations_${name} COMMAND fuzz_${name} --mutations ${arg_MUTATIONS} "${seeds}")
+            set_tests_properties(mutations_${name} PROPERTIES TIMEOUT 7200 ENVIRONMENT "${TVL_TEST_ENVIRONMENT}")
+            if(EXISTS /dev/shm)
+                # Files in memory: a disk would be the clock of targets that write one for each input.
+                set_property(TEST mutations_${name} APPEND PROPERTY ENVIRONMENT "TMPDIR=/dev/shm")
+            endif()
+        endif()
     endif()
 endfunction()

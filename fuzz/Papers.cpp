@@ -7,7 +7,9 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <random>
 #include <stdexcept>
+#include <string>
 #include <string_view>
 
 namespace {
@@ -15,11 +17,18 @@ namespace {
 class ScratchEnvironment final : public Ports::Environment {
 public:
     ScratchEnvironment()
-        : m_folder(std::filesystem::temp_directory_path() / "fuzz-papers"), m_system(Ports::Environment::Get())
+        : m_folder(std::filesystem::temp_directory_path() / ("fuzz-papers-" + std::to_string(std::random_device()()))),
+          m_system(Ports::Environment::Get())
     {
         std::filesystem::create_directories(m_folder);
         SetForTests(this);
         TvlUtils::SetLogReceiver([](TvlUtils::LogLevel, const TvlString&) {});
+    }
+    ~ScratchEnvironment() override
+    {
+        SetForTests(nullptr);
+        std::error_code ignored;
+        std::filesystem::remove_all(m_folder, ignored);
     }
     std::optional<std::wstring> Variable(const std::wstring& name) const override
     {
@@ -28,7 +37,7 @@ public:
     bool IsSandboxed() const override { return false; }
 
 private:
-    std::filesystem::path m_folder;
+    std::filesystem::path m_folder;   // several processes may fuzz at a time
     const Ports::Environment& m_system;
 };
 }   // namespace

@@ -2,63 +2,68 @@
 #include "siblings/TvlConfig/EventLog.h"
 
 #include "siblings/TvlPlatform/TextEncoding.h"
+#include "siblings/TvlUtils/Json.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 namespace ProductAnalytics {
 
 namespace {
-using Json = nlohmann::ordered_json;
+namespace Json = TvlUtils::Json;
 
 constexpr int kVersion = 1;
+constexpr Json::Limits kLimits{.bytes = std::size_t{64} << 20, .depth = 16};   // lines of a file that is put by before
 
 std::string Bytes(const TvlString& text) { return TvlPlatform::ToUtf8(text.Std()); }
 
-/// The text of a member; nothing when it is missing or no text.
-std::optional<TvlString> TextOf(const Json& object, const char* name)
-{
-    const auto found = object.find(name);
-    if (found == object.end() || !found->is_string())
-        return std::nullopt;
-    return TvlPlatform::FromUtf8(found->get_ref<const std::string&>());
-}
+/// A text as JSON. One value at a time: those with others in them need memory for their end.
+std::string Quoted(const std::string& text) { return nlohmann::json(text).dump(); }
 
-bool IsEvent(const Json& object)
+/// Properties by the bytes of their names: of two that become the same the last one counts.
+std::string FormatProperties(const std::map<TvlString, TvlString>& properties)
 {
-    if (!object.is_object())
-        return false;
-    const auto version = object.find("v");
-    const auto properties = object.find("properties");
-    return version != object.end() && *version == kVersion && properties != object.end() && properties->is_object();
+    std::vector<std::pair<std::string, std::string>> members;
+    for (const auto& [name, value] : properties) {
+        std::string key = Quoted(Bytes(name));
+        const auto same =
+            std::find_if(members.begin(), members.end(), [&](const auto& member) { return member.first == key; });
+        if (same != members.end())
+            same->second = Quoted(Bytes(value));
+        else
+            members.emplace_back(std::move(key), Quoted(Bytes(value)));
+    }
+    std::string text;
+    for (const auto& [name, value] : members)
+        text += (text.empty() ? "" : ",") + name + ":" + value;
+    return "{" + text + "}";
 }
 }   // namespace
 
 std::string FormatEvent(const StoredEvent& event)
 {
-    Json properties = Json::object();
-    for (const auto& [name, value] : event.properties)
-        properties[Bytes(name)] = Bytes(value);
-    Json object = {{"v", kVersion}, {"time", Bytes(event.time)}, {"event", Bytes(event.name)},
-        {"properties", std::move(properties)}};
+    std::string line = "{\"v\":" + std::to_string(kVersion) + ",\"time\":" + Quoted(Bytes(event.time))
+        + ",\"event\":" + Quoted(Bytes(event.name)) + ",\"properties\":" + FormatProperties(event.properties);
     if (!event.detail.IsEmpty())
-        object["detail"] = Bytes(event.detail);
-    return object.dump() + '\n';
+        line += ",\"detail\":" + Quoted(Bytes(event.detail));
+    return line + "}\n";
 }
 
 std::optional<StoredEvent> ParseEvent(std::string_view line)
 {
-    const Json object = Json::parse(line, nullptr, false);
-    if (!IsEvent(object))
+    const auto object = Json::Parse(line, kLimits);
+    double version = 0;
+    StoredEvent event;
+    Json::Object properties;
+    if (!object || !object->GetValue(L"v", version) || version != kVersion || !object->GetValue(L"time", event.time)
+        || !object->GetValue(L"event", event.name) || !object->GetValue(L"properties", properties))
         return std::nullopt;
-    auto time = TextOf(object, "time");
-    auto name = TextOf(object, "event");
-    if (!time || !name)
-        return std::nullopt;
-    StoredEvent event{*std::move(time), *std::move(name), {}, TextOf(object, "detail").value_or(TvlString())};
-    for (const auto& [property, value] : object["properties"].items()) {
-        if (!value.is_string())
+    object->GetValue(L"detail", event.detail);
+    for (const auto& [name, value] : properties.Members()) {
+        const auto* const text = std::get_if<TvlString>(&value);
+        if (!text)
             return std::nullopt;
-        event.properties[TvlPlatform::FromUtf8(property)] = TvlPlatform::FromUtf8(value.get_ref<const std::string&>());
+        event.properties[name] = *text;
     }
     return event;
 }

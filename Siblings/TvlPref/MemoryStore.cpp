@@ -35,15 +35,17 @@ public:
         Key* const key = Walk(path, false, created);
         if (!key)
             return;
-        std::vector<Key*> doomed{key};
-        for (std::size_t i = 0; i < doomed.size(); ++i) {
-            for (const auto& [folded, subkey] : doomed[i]->subkeys)
-                doomed.push_back(subkey.get());
-            m_byId.erase(doomed[i]->id);
-        }
+        // All names before anything is taken away: memory may run out in between.
+        std::vector<std::pair<Key*, std::wstring>> doomed;
+        doomed.emplace_back(key, FoldedName(key->name));
+        for (std::size_t i = 0; i < doomed.size(); ++i)
+            for (const auto& [folded, subkey] : doomed[i].first->subkeys)
+                doomed.emplace_back(subkey.get(), folded);
         // From the leaves up, so that a deep tree is not destroyed by recursion.
-        for (auto last = doomed.rbegin(); last != doomed.rend(); ++last)
-            (*last)->parent->subkeys.erase(FoldedName((*last)->name));
+        for (auto last = doomed.rbegin(); last != doomed.rend(); ++last) {
+            m_byId.erase(last->first->id);
+            last->first->parent->subkeys.erase(last->second);
+        }
     }
 
     std::optional<std::wstring> SubkeyName(KeyId key, DWORD index) override
@@ -76,9 +78,9 @@ public:
         Key* const live = Live(key);
         if (!live)
             return false;
-        const auto [place, isNew] = live->values.try_emplace(FoldedName(name), name, value);
-        if (!isNew)
-            place->second.second = value;
+        RegistryValue stored = value;
+        const auto place = live->values.try_emplace(FoldedName(name), name, RegistryValue()).first;
+        place->second.second = std::move(stored);
         return true;
     }
 
@@ -108,9 +110,11 @@ private:
             if (found == subkeys.end()) {
                 if (!create && !isRoot)
                     return nullptr;
-                found = subkeys.emplace(FoldedName(part), std::make_unique<Key>()).first;
-                *found->second = Key{std::wstring(part), ++m_lastId, key, {}, {}};
-                m_byId.emplace(m_lastId, found->second.get());
+                auto made = std::make_unique<Key>(Key{std::wstring(part), m_lastId + 1, key, {}, {}});
+                // An id that fails here has not been given to anybody, and is taken by the next key.
+                m_byId.insert_or_assign(made->id, made.get());
+                found = subkeys.emplace(FoldedName(part), std::move(made)).first;
+                ++m_lastId;
                 created = true;
             }
             key = found->second.get();

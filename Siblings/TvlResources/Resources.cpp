@@ -1,19 +1,26 @@
 // Texts by key, from the JSON files of the suite's language folders.
 #include "siblings/TvlResources/Resources.h"
 
+#include "TvlUtils/FileAccess.h"
+#include "Windows/SystemFiles.h"
 #include "siblings/TvlConfig/SuiteFolders.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "siblings/TvlUtils/FilePath.h"
+#include "siblings/TvlUtils/Json.h"
 #include "siblings/TvlUtils/LogMessage.h"
 
 #include <atomic>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <memory>
 #include <mutex>
-#include <nlohmann/json.hpp>
+#include <new>
+#include <stdexcept>
+#include <string>
 #include <unordered_map>
+#include <vector>
 
 namespace Framework::Resources {
 
@@ -21,10 +28,13 @@ namespace {
 using Texts = std::unordered_map<TvlString, TvlString>;
 using TvlUtils::SystemIO::FromFilePath;
 using TvlUtils::SystemIO::ToFilePath;
+using TvlUtils::SystemIO::Within;
 namespace fs = std::filesystem;
+namespace Json = TvlUtils::Json;
 
 constexpr const wchar_t* kFallbackFolder = L"EN";
-constexpr int kFormatVersion = 1;
+constexpr double kFormatVersion = 1;
+constexpr Json::Limits kLimits{.bytes = std::size_t{16} << 20, .depth = 8};   // far more than any translation has
 
 std::mutex textsLock;
 std::shared_ptr<const Texts> currentTexts;
@@ -34,26 +44,54 @@ std::atomic<unsigned> generation = 1;
 /// Under what a library's number is kept among the texts: no key has a blank.
 TvlString LegacyName(const TvlString& library, ULONG id) { return TvlString().Format(L"%s %u", library, id); }
 
-/// Adds the numbers of libraries: {"library": {"101": key}}.
-void ReadLegacy(const nlohmann::json& legacy, Texts& texts)
+/// A member of a kind; throws std::runtime_error without one.
+template <class Kind>
+const Kind& MemberOf(const Json::Object& object, const wchar_t* name)
 {
-    for (const auto& [library, keys] : legacy.items())
-        for (const auto& [id, key] : keys.items())
-            texts.emplace(LegacyName(TvlPlatform::FromUtf8(library), static_cast<ULONG>(std::stoul(id))),
-                TvlPlatform::FromUtf8(key.get<std::string>()));
+    const Json::Value* const member = object.Find(name);
+    if (const Kind* const found = member ? std::get_if<Kind>(member) : nullptr)
+        return *found;
+    throw std::runtime_error("\"" + TvlPlatform::ToUtf8(name) + "\" is missing");
+}
+
+const TvlString& TextOf(const Json::Value& value)
+{
+    if (const auto* const text = std::get_if<TvlString>(&value))
+        return *text;
+    throw std::runtime_error("a text is expected");
+}
+
+/// Adds the numbers of libraries: {"library": {"101": key}}.
+void ReadLegacy(const Json::Object& legacy, Texts& texts)
+{
+    for (const auto& [library, keys] : legacy.Members())
+        if (const auto* const numbers = std::get_if<Json::Object>(&keys))
+            for (const auto& [id, key] : numbers->Members())
+                texts.emplace(LegacyName(library, static_cast<ULONG>(std::stoul(id.Std()))), TextOf(key));
+}
+
+void ReadTexts(const Json::Object& file, Texts& texts)
+{
+    if (MemberOf<double>(file, L"version") != kFormatVersion)
+        throw std::runtime_error("unknown version");
+    for (const auto& [key, text] : MemberOf<Json::Object>(file, L"texts").Members())
+        texts.emplace(key, TextOf(text));
+    if (file.Find(L"legacy"))
+        ReadLegacy(MemberOf<Json::Object>(file, L"legacy"), texts);
 }
 
 /// Adds the texts of one file; those that are there already stay.
 void ReadFile(const fs::path& path, Texts& texts)
 {
     try {
-        const auto file = nlohmann::json::parse(std::ifstream(path, std::ios::binary));
-        if (file.at("version").get<int>() != kFormatVersion)
-            throw std::runtime_error("unknown version");
-        for (const auto& [key, text] : file.at("texts").items())
-            texts.emplace(TvlPlatform::FromUtf8(key), TvlPlatform::FromUtf8(text.get<std::string>()));
-        if (const auto legacy = file.find("legacy"); legacy != file.end())
-            ReadLegacy(*legacy, texts);
+        std::ifstream stream(path, std::ios::binary);
+        const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+        const auto file = Json::Parse(bytes, kLimits);
+        if (!file)
+            throw std::runtime_error("no JSON object");
+        ReadTexts(*file, texts);
+    } catch (const std::bad_alloc&) {
+        throw;   // a part of the texts must not pass for all of them
     } catch (const std::exception& failure) {
         TvlUtils::LogMessage(TvlUtils::LogLevel::Error,
             TvlString().Format(L"texts of \"%s\" can't be read: %S", FromFilePath(path), failure.what()));
@@ -62,12 +100,14 @@ void ReadFile(const fs::path& path, Texts& texts)
 
 void ReadFolder(const std::wstring& folder, Texts& texts)
 {
-    const fs::path path = ToFilePath(TvlConfig::GetSuiteDir()) / "Languages" / ToFilePath(folder) / "Data" / "Texts";
-    std::error_code failed;
-    for (const auto& entry : fs::directory_iterator(path, failed))
-        if (entry.path().extension() == ".json")
-            ReadFile(entry.path(), texts);
-    if (failed)
+    const fs::path path =
+        Within(ToFilePath(TvlConfig::GetSuiteDir()), "Languages") / ToFilePath(folder) / "Data" / "Texts";
+    std::vector<TvlUtils::SystemIO::FolderEntry> entries;
+    const auto listed = TvlUtils::SystemIO::ListSystemFolder(path, entries);
+    for (const auto& entry : entries)
+        if (entry.name.extension() == ".json")
+            ReadFile(Within(path, entry.name), texts);
+    if (!listed)
         TvlUtils::LogMessage(TvlUtils::LogLevel::Error, TvlString().Format(L"no texts in \"%s\"", FromFilePath(path)));
 }
 

@@ -30,6 +30,16 @@ inline std::filesystem::path PathOf(const TvlString& path)
     return ToFilePath(path);
 }
 
+/// A name in a folder. In the place of operator/: behind a separator at the folder's end libstdc++'s destroys what it has not
+/// made when it finds no memory.
+inline std::filesystem::path Within(const std::filesystem::path& folder, const std::filesystem::path& name)
+{
+    std::filesystem::path::string_type text = folder.native();
+    if (folder.has_filename())
+        text += std::filesystem::path::preferred_separator;
+    return text + name.native();
+}
+
 /// Writes all bytes from `offset` on.
 FileResult WriteWhole(FileHandle& file, long long offset, std::string_view bytes);
 

@@ -23,6 +23,16 @@ FileResult CopyContent(FileHandle& from, FileHandle& to)
     }
 }
 
+/// Success where there is nothing of this name. What can't be looked at may be there.
+FileResult CheckVacant(const fs::path& path)
+{
+    FileStatus status;
+    const FileResult found = FileLayer::Get().Stat(path, status);
+    if (found)
+        return std::errc::file_exists;
+    return found.IsMissing() ? FileResult() : found;
+}
+
 FileResult MakeAndRemove(const fs::path& path)
 {
     std::unique_ptr<FileHandle> file;
@@ -58,8 +68,8 @@ bool MakeReadonly(const TvlString& path) { return SetMark(path, true); }
 FileResult Copy(const TvlString& from, const TvlString& to, bool overwrite)
 {
     return Reported([&] {
-        if (!overwrite && Path::Exists(to))
-            return FileResult(std::errc::file_exists);
+        if (const FileResult vacant = overwrite ? FileResult() : CheckVacant(PathOf(to)); !vacant)
+            return vacant;
         std::unique_ptr<FileHandle> source;
         if (const FileResult opened = FileLayer::Get().Open(PathOf(from), OpenMode::Read, source); !opened)
             return opened;
@@ -79,7 +89,8 @@ bool IsWritable(const TvlString& path, WritableStatus* status)
     WritableStatus found = WritableStatus::Missing;
     if (Exists(path)) {
         // A folder's mark and rights don't tell all: the file system may be read-only as a whole.
-        const bool written = static_cast<bool>(Reported([&] { return MakeAndRemove(PathOf(path) / UniqueSuffix()); }));
+        const bool written =
+            static_cast<bool>(Reported([&] { return MakeAndRemove(Within(PathOf(path), UniqueSuffix())); }));
         found = written ? WritableStatus::Writable : WritableStatus::Refused;
     }
     if (status)

@@ -54,9 +54,9 @@ struct Search {
                 continue;
             const bool isFolder = entry.kind == FileKind::Folder;
             if ((!isFolder || withFolders) && MatchesMask(FromFilePath(entry.name), mask))
-                found.push_back(FromFilePath(folder / entry.name));
+                found.push_back(FromFilePath(Within(folder, entry.name)));
             if (isFolder && recursive)
-                waiting.push_back(folder / entry.name);
+                waiting.push_back(Within(folder, entry.name));
         }
     }
 };

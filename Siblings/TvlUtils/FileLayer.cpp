@@ -13,15 +13,6 @@ namespace TvlUtils::SystemIO {
 namespace fs = std::filesystem;
 
 namespace {
-/// Asks the system only for what the folder itself does not tell.
-FileKind KindOf(const fs::directory_entry& entry)
-{
-    std::error_code unknown;
-    if (entry.is_regular_file(unknown))
-        return FileKind::File;
-    return entry.is_directory(unknown) ? FileKind::Folder : FileKind::Other;
-}
-
 class SystemLayer final : public FileLayer {
 public:
     FileResult Open(const fs::path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle) override
@@ -35,13 +26,7 @@ public:
 
     FileResult List(const fs::path& folder, std::vector<FolderEntry>& entries) override
     {
-        entries.clear();
-        std::error_code failed;
-        for (fs::directory_iterator at(folder, failed), end; !failed && at != end; at.increment(failed)) {
-            const FileKind kind = KindOf(*at);
-            entries.push_back({at->path().filename(), kind, kind == FileKind::Folder && IsSystemLink(*at)});
-        }
-        return failed;
+        return ListSystemFolder(folder, entries);
     }
 
     FileResult Stat(const fs::path& name, FileStatus& status) override

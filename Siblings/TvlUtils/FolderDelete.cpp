@@ -40,7 +40,7 @@ FileResult Empty(const fs::path& folder)
     std::vector<FolderEntry> entries;
     FileResult failure = FileLayer::Get().List(folder, entries);
     for (const FolderEntry& entry : entries) {
-        const fs::path path = folder / entry.name;
+        const fs::path path = Within(folder, entry.name);
         if (entry.kind == FileKind::Folder && !entry.isLink)
             if (const FileResult emptied = Empty(path); !emptied)
                 failure = emptied;

@@ -68,7 +68,7 @@ void RemoveLeftovers(const fs::path& path)
         return;   // no failure: the next writer tries again
     for (const FolderEntry& entry : entries)
         if (entry.kind == FileKind::File && IsAsideOf(path, entry.name))
-            static_cast<void>(FileLayer::Get().Remove(folder / entry.name));
+            static_cast<void>(FileLayer::Get().Remove(Within(folder, entry.name)));
 }
 
 using Writer = std::function<FileResult(FileHandle&)>;

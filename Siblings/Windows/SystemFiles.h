@@ -13,8 +13,8 @@ FileResult RenameSystemFile(const std::filesystem::path& from, const std::filesy
 FileResult RemoveSystemFile(const std::filesystem::path& path);
 /// FileLayer::Stat, for a name without a separator behind it.
 FileResult StatSystemFile(const std::filesystem::path& path, FileStatus& status);
-/// FolderEntry::isLink.
-bool IsSystemLink(const std::filesystem::directory_entry& entry);
+/// FileLayer::List. Not by the standard library, which ends the process when an entry finds no memory.
+FileResult ListSystemFolder(const std::filesystem::path& folder, std::vector<FolderEntry>& entries);
 /// Ends the process without running or flushing anything.
 [[noreturn]] void EndProcessAtOnce(int exitCode);
 

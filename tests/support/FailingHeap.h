@@ -5,19 +5,27 @@
 
 #include "FaultWalk.h"
 
-/// Counts the allocations of one thread for as long as the object lives, and fails one of them. One object at a time.
+/// Counts the allocations of one thread for as long as the object lives, and fails one of them, or all from one on. One
+/// object at a time.
 class FailingHeap {
 public:
     static constexpr int kNever = -1;
 
+    enum class Extent {
+        Once,    ///< the allocations behind the one that fails succeed
+        Onward   ///< they fail as well: nothing is left of the heap
+    };
+
     /// @param point how many allocations succeed before the one that fails; kNever only counts
-    explicit FailingHeap(int point);
+    explicit FailingHeap(int point, Extent extent = Extent::Once);
     ~FailingHeap();
     FailingHeap(const FailingHeap&) = delete;
     FailingHeap& operator=(const FailingHeap&) = delete;
 
     /// Allocations so far, the failed one included.
     int Count() const;
+    /// How many were failed.
+    int CountFailed() const;
     /// Whether one was failed.
     bool HasFailed() const;
 };

@@ -186,6 +186,15 @@ std::size_t MemoryFiles::CountFiles() const
         m_nodes.begin(), m_nodes.end(), [](const auto& node) { return node.second->kind == FileKind::File; }));
 }
 
+std::string MemoryFiles::ListFiles() const
+{
+    std::string names;
+    for (const auto& [path, node] : m_nodes)
+        if (node->kind == FileKind::File)
+            names += path.filename().string() + "\n";
+    return names;
+}
+
 std::size_t MemoryFiles::UsedBytes() const
 {
     std::size_t bytes = 0;

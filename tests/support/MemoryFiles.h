@@ -56,6 +56,8 @@ public:
     std::optional<std::string> Get(const Path& path) const;
     /// Files there are, folders left out.
     std::size_t CountFiles() const;
+    /// Names of all files, folders left out, each followed by a line feed.
+    std::string ListFiles() const;
     std::size_t UsedBytes() const;
 
     FileResult Open(const Path& path, TvlUtils::SystemIO::OpenMode mode,

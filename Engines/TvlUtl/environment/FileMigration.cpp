@@ -1,6 +1,7 @@
 // Content of locations, copied from folder to folder.
 #include "CFileLocations.h"
 #include "FileLocationTable.h"
+#include "siblings/TvlUtils/FilePath.h"
 #include "siblings/TvlUtils/SystemIO.h"
 
 #include <set>
@@ -44,7 +45,9 @@ std::set<TvlString> FilesOf(const TvlString& displayName, const TvlString& sourc
 /// Empty for a success, else the reason in words.
 TvlString CopyFile(const TvlString& from, const TvlString& to)
 {
-    const bool isReadOnly = !SystemIO::File::IsWritable(from);
+    SystemIO::FileStatus status;
+    // A file that can't be looked at is not taken for one: its copy would get the mark.
+    const bool isReadOnly = SystemIO::FileLayer::Get().Stat(SystemIO::ToFilePath(from), status) && status.isReadOnly;
     if (isReadOnly)
         SystemIO::File::MakeWritable(from);
     auto result = SystemIO::Folder::EnsureExists(SystemIO::Path::GetFolderName(to));

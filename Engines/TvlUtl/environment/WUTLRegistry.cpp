@@ -103,6 +103,7 @@ LONG WUTLRegistry::HelperOpenKey(HKEY& out, const wchar_t* path, ULONG access, i
     if (!path)
         return m_lastResult;
     std::wstring subKey = path;
+    TvlString location = path;   // behind the opening of a key nothing may fail that would lose it
     HKEY root = nullptr;
     if (!HelperParseRootFromSubKey(subKey.data(), root))
         return m_lastResult = PREFUTILS::kRegistryOpenFailed;
@@ -112,7 +113,7 @@ LONG WUTLRegistry::HelperOpenKey(HKEY& out, const wchar_t* path, ULONG access, i
     if (m_lastResult != 0 && create && CreateKey(path, access, 0) == 0)
         OpenKey(path, static_cast<int>(access), kReadWriteAccess);
     if (m_lastResult == 0) {
-        m_location = path;
+        m_location = std::move(location);
         m_access = access;
     }
     return m_lastResult;

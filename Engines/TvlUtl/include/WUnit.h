@@ -248,13 +248,14 @@ public:
 
     /// Adds a built-in definition and returns its id; -1 when there is none.
     int AddUnitDefinition(int id);
-    /// Adds a custom definition, owned from now on, and returns its new id. Names are resource keys.
+    /// Adds a custom definition, owned from now on, and returns its new id. Names are resource keys. Throws std::bad_alloc:
+    /// the definition is the caller's then.
     /// @param factor metres per unit
     int AddUnitDefinition(WUntiDef* def, int decimals, double inc0, double inc1, double inc2, const TvlString& name1,
         const TvlString& name2, const TvlString& name3, const TvlString& symbol, double factor);
     /// Adds a built-in display with its definitions and returns its id; -1 when there is none.
     int AddUnitDisplay(int id);
-    /// Adds a custom display, owned from now on, over definitions that were added. Returns its new id, or -1 when a
+    /// Adds a custom display, owned from now on unless this throws, over definitions that were added. Returns its new id, or -1 when a
     /// definition is unknown: the id is used up all the same.
     int AddUnitDisplay(WUnitCollection* display, int* definitionIds, int count, int forcedDecimals, int separatorKind);
     /// Removes the display that was added last; 1, or 0 for an unknown id. Removing another leaves the displays behind

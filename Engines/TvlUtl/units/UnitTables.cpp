@@ -2,18 +2,19 @@
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
 #include <type_traits>
 
 namespace {
 template <class Definition>
 WUntiDef* Make(const DefinitionRow& row)
 {
-    auto* const definition = new Definition;
+    auto definition = std::make_unique<Definition>();
     // Pixels are defined at once, all others when they are first used.
     if constexpr (std::is_same_v<Definition, WUnitPixel>)
         definition->Define(row.decimals, row.increments[0], row.increments[1], row.increments[2], row.keys[0],
             row.keys[1], row.keys[2], row.keys[3], row.factor);
-    return definition;
+    return definition.release();
 }
 
 template <class Display>

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
 
 namespace {
 constexpr double kTenthMicronsPerMetre = 10000000.0;
@@ -18,6 +19,14 @@ void DeleteAll(std::vector<Object*>& objects)
     for (const Object* const object : objects)
         delete object;
     objects.clear();
+}
+
+/// Makes sure that one more object can be added without needing memory.
+template <class Object>
+void MakeRoom(std::vector<Object>& objects)
+{
+    if (objects.size() == objects.capacity())
+        objects.reserve(std::max<std::size_t>(8, 2 * objects.size()));
 }
 }   // namespace
 
@@ -54,8 +63,8 @@ WUnit& WUnit::GetDefaultWUnit()
     static WUnit shared;
     static bool loaded = false;
     if (!loaded) {
-        loaded = true;
         shared.LoadDefaults(nullptr, 0);
+        loaded = true;
     }
     return shared;
 }
@@ -81,8 +90,11 @@ int WUnit::AddUnitDefinition(int id)
     const DefinitionRow* const row = FindDefinitionRow(id);
     if (!row)
         return -1;
-    m_definitions.push_back(row->make(*row));
-    m_definitions.back()->SetId(id);
+    std::unique_ptr<WUntiDef> definition(row->make(*row));
+    definition->SetId(id);
+    MakeRoom(m_definitions);
+    MakeRoom(m_definitionMap);
+    m_definitions.push_back(definition.release());
     m_definitionMap.push_back({id, static_cast<std::int64_t>(m_definitions.size()) - 1});
     return id;
 }
@@ -90,10 +102,13 @@ int WUnit::AddUnitDefinition(int id)
 int WUnit::AddUnitDefinition(WUntiDef* def, int decimals, double inc0, double inc1, double inc2, const TvlString& name1,
     const TvlString& name2, const TvlString& name3, const TvlString& symbol, double factor)
 {
-    const int id = m_nextDefinition++;
-    m_definitions.push_back(def);
+    const int id = m_nextDefinition;
     def->SetId(id);
     def->Define(decimals, inc0, inc1, inc2, name1, name2, name3, symbol, factor);
+    MakeRoom(m_definitions);
+    MakeRoom(m_definitionMap);
+    ++m_nextDefinition;
+    m_definitions.push_back(def);
     m_definitionMap.push_back({id, static_cast<std::int64_t>(m_definitions.size()) - 1});
     return id;
 }
@@ -105,34 +120,42 @@ int WUnit::AddUnitDisplay(int id)
     const DisplayRow* const row = FindDisplayRow(id);
     if (!row)
         return -1;
-    m_displays.push_back(row->make());
-    WUnitCollection& display = *m_displays.back();
-    display.SetId(id);
-    m_displayMap.push_back({id, static_cast<std::int64_t>(m_displays.size()) - 1});
+    std::unique_ptr<WUnitCollection> display(row->make());
+    display->SetId(id);
     std::vector<WUntiDef*> definitions;
     for (int i = 0; i < row->count; ++i) {
         AddUnitDefinition(row->definitions[i]);
         definitions.push_back(m_definitions[static_cast<std::size_t>(FindUnit(row->definitions[i], m_definitionMap))]);
     }
-    display.Initialise(definitions, row->separatorKind, row->forcedDecimals);
+    display->Initialise(definitions, row->separatorKind, row->forcedDecimals);
+    MakeRoom(m_displays);
+    MakeRoom(m_displayMap);
+    m_displays.push_back(display.release());
+    m_displayMap.push_back({id, static_cast<std::int64_t>(m_displays.size()) - 1});
     return id;
 }
 
 int WUnit::AddUnitDisplay(
     WUnitCollection* display, int* definitionIds, int count, int forcedDecimals, int separatorKind)
 {
-    const int id = m_nextDisplay++;
-    m_displays.push_back(display);
+    const int id = m_nextDisplay;
     display->SetId(id);
     std::vector<WUntiDef*> definitions;
-    for (int i = 0; i < count; ++i) {
+    bool areKnown = true;
+    for (int i = 0; areKnown && i < count; ++i) {
         const long long found = FindUnit(definitionIds[i], m_definitionMap);
-        if (found < 0)
-            return -1;
-        definitions.push_back(m_definitions[static_cast<std::size_t>(found)]);
+        areKnown = found >= 0;
+        definitions.push_back(areKnown ? m_definitions[static_cast<std::size_t>(found)] : nullptr);
     }
+    if (areKnown)
+        display->Initialise(definitions, separatorKind, forcedDecimals);
+    MakeRoom(m_displays);
+    MakeRoom(m_displayMap);
+    ++m_nextDisplay;
+    m_displays.push_back(display);
+    if (!areKnown)
+        return -1;
     m_displayMap.push_back({id, static_cast<std::int64_t>(m_displays.size()) - 1});
-    display->Initialise(definitions, separatorKind, forcedDecimals);
     return id;
 }
 

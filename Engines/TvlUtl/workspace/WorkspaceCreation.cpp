@@ -102,7 +102,7 @@ WorkspaceFile WorkspaceFile::Export(const TvlString& target, const TvlString& so
 WorkspaceFile WorkspaceFile::CreateFrom(const TvlString& path, const TvlString& source,
     const MultiLanguageString& title, const MultiLanguageString& description)
 {
-    if (Path::Exists(path) || !File::Copy(source, path, true))
+    if (!File::Copy(source, path, false))
         return {};
     WorkspaceContainer container = OpenWorkspaceForWriting(path);
     if (!container)

@@ -13,6 +13,7 @@
 #include "siblings/TvlPref/IRegistry.h"
 #include "siblings/TvlPref/IniIoPolicy.h"
 #include "siblings/TvlResources/Resources.h"
+#include "siblings/TvlUtils/FilePath.h"
 #include "siblings/TvlUtils/LogMessage.h"
 #include "siblings/TvlUtils/SystemIO.h"
 #include "windows/Windowing.h"
@@ -72,6 +73,13 @@ bool IsWithoutSettings(const TvlString& settings, const WorkspaceFile* file)
     return file && SettingsOrigin::IsUnread(settings, file->GetFilename()) && !File::Exists(settings);
 }
 
+/// Whether there is nothing of this name. What can't be looked at is not missing: a new file would take its place.
+bool IsMissing(const TvlString& path)
+{
+    TvlUtils::SystemIO::FileStatus status;
+    return TvlUtils::SystemIO::FileLayer::Get().Stat(TvlUtils::SystemIO::ToFilePath(path), status).IsMissing();
+}
+
 /// Copies the suite's workspaces that the user's folder lacks.
 void CopyStockWorkspaces(const TvlString& userFolder)
 {
@@ -83,7 +91,8 @@ void CopyStockWorkspaces(const TvlString& userFolder)
         if (isPresent)
             continue;
         const TvlString copy = Path::Combine(userFolder, name);
-        static_cast<void>(File::Copy(stock, copy, true));   // what can't be copied is missing in the list
+        // What can't be copied is missing in the list; a workspace that could not be listed stays.
+        static_cast<void>(File::Copy(stock, copy, false));
         File::MakeWritable(copy);
     }
 }
@@ -149,7 +158,7 @@ void WorkspaceManagerCore::ConstructWorkspaceList()
     m_workspaces.clear();
     const TvlString userFolder = GetUserProfileWorkspaceDir();
     CopyStockWorkspaces(userFolder);
-    if (const TvlString path = GetDefaultWorkspacePath(); !Path::Exists(path))
+    if (const TvlString path = GetDefaultWorkspacePath(); IsMissing(path))
         WorkspaceFile::CreateDefault(path);
     for (const TvlString& path : WorkspaceFilesOf(userFolder))
         if (WorkspaceFile file(path); file)

@@ -4,7 +4,9 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
+#include <dirent.h>
 #include <fcntl.h>
+#include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -26,7 +28,7 @@ auto Uninterrupted(Call call)
 
 class LinuxFile final : public FileHandle {
 public:
-    explicit LinuxFile(int descriptor) : m_descriptor(descriptor) { }
+    LinuxFile() = default;
     LinuxFile(const LinuxFile&) = delete;
     LinuxFile& operator=(const LinuxFile&) = delete;
     ~LinuxFile() override
@@ -34,6 +36,8 @@ public:
         if (m_descriptor >= 0)
             close(m_descriptor);
     }
+
+    void Own(int descriptor) { m_descriptor = descriptor; }
 
     FileResult ReadAt(long long offset, void* bytes, std::size_t size, std::size_t& done) override
     {
@@ -75,8 +79,28 @@ public:
     }
 
 private:
-    int m_descriptor;
+    int m_descriptor = -1;
 };
+
+struct FolderCloser {
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+
+FileKind KindOf(mode_t mode)
+{
+    return S_ISREG(mode) ? FileKind::File : S_ISDIR(mode) ? FileKind::Folder : FileKind::Other;
+}
+
+/// Kind of an entry, links followed, and whether it is one. Asks the system only for what the folder itself does not tell.
+std::pair<FileKind, bool> KindOf(int folder, const dirent& entry)
+{
+    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN)
+        return {KindOf(DTTOIF(entry.d_type)), false};
+    struct stat own = {};
+    struct stat found = {};
+    const bool isLink = fstatat(folder, entry.d_name, &own, AT_SYMLINK_NOFOLLOW) == 0 && S_ISLNK(own.st_mode);
+    return {fstatat(folder, entry.d_name, &found, 0) == 0 ? KindOf(found.st_mode) : FileKind::Other, isLink};
+}
 
 int Flags(OpenMode mode)
 {
@@ -99,11 +123,12 @@ void FlushFolder(const std::filesystem::path& folder)
 
 FileResult OpenSystemFile(const std::filesystem::path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle)
 {
-    constexpr mode_t kAccess = 0666;   // less the user's mask
+    constexpr mode_t kAccess = 0666;             // less the user's mask
+    auto file = std::make_unique<LinuxFile>();   // before there is a descriptor to lose
     const int descriptor = Uninterrupted([&] { return open(path.c_str(), Flags(mode), kAccess); });
     if (descriptor < 0)
         return LastError();
-    auto file = std::make_unique<LinuxFile>(descriptor);
+    file->Own(descriptor);
     struct stat status = {};
     if (fstat(descriptor, &status) < 0)
         return LastError();
@@ -115,9 +140,10 @@ FileResult OpenSystemFile(const std::filesystem::path& path, OpenMode mode, std:
 
 FileResult RenameSystemFile(const std::filesystem::path& from, const std::filesystem::path& to)
 {
+    const std::filesystem::path folder = to.parent_path();   // nothing is left to fail behind the renaming
     if (std::rename(from.c_str(), to.c_str()) < 0)
         return LastError();
-    FlushFolder(to.parent_path());
+    FlushFolder(folder);
     return {};
 }
 
@@ -132,7 +158,7 @@ FileResult StatSystemFile(const std::filesystem::path& path, FileStatus& status)
     struct stat found = {};
     if (stat(path.c_str(), &found) < 0)
         return LastError();
-    status.kind = S_ISREG(found.st_mode) ? FileKind::File : S_ISDIR(found.st_mode) ? FileKind::Folder : FileKind::Other;
+    status.kind = KindOf(found.st_mode);
     status.isReadOnly = (found.st_mode & kWriters) == 0;
     status.size = status.kind == FileKind::File ? found.st_size : 0;
     const auto sinceEpoch =
@@ -142,10 +168,20 @@ FileResult StatSystemFile(const std::filesystem::path& path, FileStatus& status)
     return {};
 }
 
-bool IsSystemLink(const std::filesystem::directory_entry& entry)
+FileResult ListSystemFolder(const std::filesystem::path& folder, std::vector<FolderEntry>& entries)
 {
-    std::error_code unknown;
-    return entry.is_symlink(unknown);
+    entries.clear();
+    const std::unique_ptr<DIR, FolderCloser> open(opendir(folder.c_str()));
+    if (!open)
+        return LastError();
+    for (errno = 0; const dirent* const found = readdir(open.get()); errno = 0) {
+        const std::string_view name = found->d_name;
+        if (name == "." || name == "..")
+            continue;
+        const auto [kind, isLink] = KindOf(dirfd(open.get()), *found);
+        entries.push_back({name, kind, kind == FileKind::Folder && isLink});
+    }
+    return errno == 0 ? FileResult() : LastError();
 }
 
 void EndProcessAtOnce(int exitCode) { _exit(exitCode); }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <string_view>
 #include <utility>
 #include <windows.h>
 
@@ -13,8 +14,7 @@ FileResult LastError() { return std::error_code(static_cast<int>(GetLastError())
 
 class Win32File final : public FileHandle {
 public:
-    /// Owns the handle from now on.
-    Win32File(HANDLE file, bool appends) : m_file(file), m_appends(appends) { }
+    explicit Win32File(bool appends) : m_appends(appends) { }
     Win32File(const Win32File&) = delete;
     Win32File& operator=(const Win32File&) = delete;
     ~Win32File() override
@@ -22,6 +22,9 @@ public:
         if (m_file)
             CloseHandle(m_file);
     }
+
+    /// Owns the handle from now on.
+    void Own(HANDLE file) { m_file = file; }
 
     FileResult ReadAt(long long offset, void* bytes, std::size_t size, std::size_t& done) override
     {
@@ -96,18 +99,37 @@ bool IsFolder(const std::filesystem::path& path)
     const DWORD attributes = GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
+
+struct SearchCloser {
+    void operator()(void* search) const { FindClose(search); }
+};
+
+/// Null when there is no such folder.
+void* OpenSearch(const std::filesystem::path& pattern, WIN32_FIND_DATAW& found)
+{
+    const HANDLE search = FindFirstFileW(pattern.c_str(), &found);
+    return search == INVALID_HANDLE_VALUE ? nullptr : search;
+}
+
+/// Files that a cloud service fetches on demand are reparse points, too.
+bool IsLink(const WIN32_FIND_DATAW& found)
+{
+    return (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT)
+        && (found.dwReserved0 == IO_REPARSE_TAG_SYMLINK || found.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
+}
 }   // namespace
 
 FileResult OpenSystemFile(const std::filesystem::path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle)
 {
     const auto& [access, sharing, disposition] = kModes[static_cast<int>(mode)];
+    auto file = std::make_unique<Win32File>(mode == OpenMode::Append);   // before there is a handle to lose
     const HANDLE opened =
         CreateFileW(path.c_str(), access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (opened == INVALID_HANDLE_VALUE) {
         const FileResult reason = LastError();
         return reason.Is(std::errc::permission_denied) && IsFolder(path) ? std::errc::is_a_directory : reason;
     }
-    auto file = std::make_unique<Win32File>(opened, mode == OpenMode::Append);
+    file->Own(opened);
     if (GetFileType(opened) != FILE_TYPE_DISK)
         return std::errc::not_supported;
     handle = std::move(file);
@@ -155,16 +177,25 @@ FileResult StatSystemFile(const std::filesystem::path& path, FileStatus& status)
     return failed;
 }
 
-bool IsSystemLink(const std::filesystem::directory_entry& entry)
+FileResult ListSystemFolder(const std::filesystem::path& folder, std::vector<FolderEntry>& entries)
 {
+    entries.clear();
     WIN32_FIND_DATAW found;
-    HANDLE const search = FindFirstFileW(entry.path().c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE)
-        return false;
-    FindClose(search);
-    // Files that a cloud service fetches on demand are reparse points, too.
-    return (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT)
-        && (found.dwReserved0 == IO_REPARSE_TAG_SYMLINK || found.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
+    const std::unique_ptr<void, SearchCloser> search(OpenSearch(folder / L"*", found));
+    if (!search)
+        return LastError();
+    do {
+        const std::wstring_view name = found.cFileName;
+        if (name == L"." || name == L"..")
+            continue;
+        FileStatus status;
+        FileKind kind = found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY ? FileKind::Folder : FileKind::File;
+        const bool isLink = IsLink(found);
+        if (isLink)
+            kind = StatSystemFile(folder / name, status) ? status.kind : FileKind::Other;
+        entries.push_back({name, kind, kind == FileKind::Folder && isLink});
+    } while (FindNextFileW(search.get(), &found));
+    return GetLastError() == ERROR_NO_MORE_FILES ? FileResult() : LastError();
 }
 
 void EndProcessAtOnce(int exitCode)

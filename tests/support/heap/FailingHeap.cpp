@@ -10,6 +10,7 @@ namespace {
 std::atomic<bool> active = false;
 std::thread::id watched;
 int failAt = FailingHeap::kNever;
+bool isOnward = false;
 int count = 0;
 
 /// Counts an allocation; false when it is the one to fail.
@@ -17,7 +18,8 @@ bool Admit()
 {
     if (!active.load(std::memory_order_acquire) || std::this_thread::get_id() != watched)
         return true;
-    return count++ != failAt;
+    const int place = count++;
+    return failAt == FailingHeap::kNever || (isOnward ? place < failAt : place != failAt);
 }
 }   // namespace
 
@@ -32,10 +34,11 @@ void* __wrap_calloc(std::size_t number, std::size_t size) { return Admit() ? __r
 void* __wrap_realloc(void* block, std::size_t size) { return Admit() ? __real_realloc(block, size) : nullptr; }
 }
 
-FailingHeap::FailingHeap(int point)
+FailingHeap::FailingHeap(int point, Extent extent)
 {
     watched = std::this_thread::get_id();
     failAt = point;
+    isOnward = extent == Extent::Onward;
     count = 0;
     active.store(true, std::memory_order_release);
 }
@@ -43,7 +46,13 @@ FailingHeap::FailingHeap(int point)
 FailingHeap::~FailingHeap() { active.store(false, std::memory_order_release); }
 
 int FailingHeap::Count() const { return count; }
-bool FailingHeap::HasFailed() const { return failAt != kNever && count > failAt; }
+int FailingHeap::CountFailed() const
+{
+    if (failAt == kNever || count <= failAt)
+        return 0;
+    return isOnward ? count - failAt : 1;
+}
+bool FailingHeap::HasFailed() const { return CountFailed() > 0; }
 
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept
 {

@@ -1,0 +1,166 @@
+// Folders, identifiers, profiles and the like: answers, and what is remembered for the next one.
+#include "AddOns.h"
+#include "CFileLocations.h"
+#include "CGUIDMap.h"
+#include "CPluginStates.h"
+#include "CloudHelpers.h"
+#include "CurrentUser.h"
+#include "DataSize.h"
+#include "FaultWorld.h"
+#include "GuidMap.h"
+#include "HeapOperation.h"
+#include "PathExports.h"
+#include "Policy.h"
+#include "ProfilePath.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+struct Surroundings {
+    void Expect(const wchar_t* part, const HeapRun& outcome)
+    {
+        EXPECT_TRUE(text.Find(part) >= 0 || outcome.hasFailed) << text.c_str();
+        text = L"";
+    }
+
+    FaultWorld world;
+    TvlString text;
+    std::size_t count = 0;
+    wchar_t buffer[1024] = {};
+};
+
+/// Pairs of a file that is there.
+struct Identifiers : Surroundings {
+    Identifiers() { world.Put("suite/Data/guidmap.dat", TvlUtl::MakeGuidMap({{engine, application}})); }
+
+    const GUID engine{1, 2, 3, {4}};
+    const GUID application{5, 6, 7, {8}};
+};
+
+struct Moving : Surroundings {
+    Moving()
+    {
+        world.Put("user/old/a fill.fill", "a");
+        world.Put("user/old/below/another fill.fill", "b");
+        world.files.AddFolder(FaultWorld::File("user/new"));
+    }
+};
+}   // namespace
+
+HeapOperations EnvironmentOperations()
+{
+    return {
+        Row<Surroundings>(
+            "GetFileLocationsFillsDir",
+            [](Surroundings& surroundings) { surroundings.text = CFileLocations::GetFileLocationsFillsDir(); },
+            [](Surroundings& surroundings, const HeapRun& outcome) { surroundings.Expect(L"Fills", outcome); }),
+        Row<Surroundings>(
+            "GetFileLocations",
+            [](Surroundings& surroundings) { surroundings.count = CFileLocations::GetFileLocations().size(); },
+            [](Surroundings& surroundings, const HeapRun& outcome) {
+                EXPECT_TRUE(surroundings.count == 24 || outcome.hasFailed);
+                surroundings.count = 0;
+            }),
+        Row<Surroundings>(
+            "SetFileLocations",
+            [](Surroundings&) {
+                auto locations = CFileLocations::GetFileLocations();
+                locations.front().first = L"/a folder of the user's own";
+                CFileLocations::SetFileLocations(locations);
+            },
+            [](Surroundings&, const HeapRun& outcome) {
+                const auto locations = CFileLocations::GetFileLocations();
+                ASSERT_EQ(locations.size(), 24u);
+                EXPECT_TRUE(outcome.hasFailed || locations.front().first.Find(L"/a folder of the user's own") == 0);
+                for (const auto& [folder, name] : locations)
+                    EXPECT_FALSE(folder.IsEmpty() && !name.IsEmpty()) << name.c_str();
+            }),
+        Row<Moving>(
+            "MigrateContent",
+            [](Moving& moving) {
+                CFileLocations::Moves moves;
+                for (const auto& [folder, name] : CFileLocations::GetFileLocations())
+                    if (folder.Find(L"Fills") >= 0)
+                        moves[name] = {FaultWorld::Path("user/new"), FaultWorld::Path("user/old")};
+                CFileLocations::MigrateContent(moves);
+                moving.count = moves.size();
+            },
+            [](Moving& moving, const HeapRun& outcome) {
+                EXPECT_EQ(moving.world.Get("user/old/a fill.fill"), "a") << "nothing is taken away";
+                const auto copy = moving.world.Get("user/new/a fill.fill");
+                EXPECT_TRUE(copy == "a" || (!copy && outcome.hasFailed));
+                EXPECT_TRUE(moving.count == 1 || outcome.hasFailed);
+            }),
+        Row<Identifiers>(
+            "CGUIDMap",
+            [](Identifiers& identifiers) {
+                const CGUIDMap map;
+                identifiers.count = map.FindApplication(identifiers.engine) ? 1 : 0;
+            },
+            [](Identifiers& identifiers, const HeapRun& outcome) {
+                EXPECT_TRUE(identifiers.count == 1 || outcome.hasFailed);
+                identifiers.count = 0;
+            }),
+        Row<Identifiers>(
+            "MakeGuidMap",
+            [](Identifiers& identifiers) {
+                identifiers.count = TvlUtl::MakeGuidMap({{identifiers.engine, identifiers.application}}).size();
+            },
+            [](Identifiers& identifiers, const HeapRun& outcome) {
+                EXPECT_TRUE(identifiers.count == 76 || outcome.hasFailed) << identifiers.count;
+                identifiers.count = 0;
+            }),
+        Row<Surroundings>(
+            "GetPluginSearchPathAndState",
+            [](Surroundings& surroundings) {
+                surroundings.count = CPluginStates::GetPluginSearchPathAndState().size();
+            },
+            [](Surroundings& surroundings, const HeapRun& outcome) {
+                EXPECT_TRUE(surroundings.count > 0 || outcome.hasFailed);
+            }),
+        Row<Surroundings>(
+            "ShouldLoadAddOn",
+            [](Surroundings& surroundings) {
+                AddOns::ShouldLoadAddOn(FaultWorld::Path("user/add-ons and more"), &surroundings.text);
+            },
+            [](Surroundings& surroundings, const HeapRun&) { EXPECT_TRUE(surroundings.text.IsEmpty()); }),
+        Row<Surroundings>(
+            "GetCloudFilePath",
+            [](Surroundings& surroundings) {
+                surroundings.text = TvlUtl::CloudHelpers::GetCloudFilePath(L"an identifier", L"a name*.tvr");
+            },
+            [](Surroundings& surroundings, const HeapRun& outcome) { surroundings.Expect(L"%3A.tvr", outcome); }),
+        Row<Surroundings>(
+            "FormatDataSize", [](Surroundings& surroundings) { surroundings.text = TvlUtl::FormatDataSize(123456789); },
+            [](Surroundings& surroundings, const HeapRun& outcome) { surroundings.Expect(L"117 ", outcome); }),
+        Row<Surroundings>(
+            "GetCurrentUserName", [](Surroundings& surroundings) { surroundings.text = TvlUtl::GetCurrentUserName(); },
+            [](Surroundings&, const HeapRun&) {}),
+        Row<Surroundings>(
+            "Policy",
+            [](Surroundings& surroundings) {
+                surroundings.text = TvlUtl::OfflineContentLocation();
+                surroundings.count = TvlUtl::IsNetworkInstall() || TvlUtl::IsInternetFeaturesDisabled();
+            },
+            [](Surroundings& surroundings, const HeapRun&) {
+                EXPECT_EQ(surroundings.count, 0u);
+                EXPECT_EQ(surroundings.world.registry.OpenKeys(), 0u);
+            }),
+        Row<Surroundings>(
+            "GetFillsDir", [](Surroundings& surroundings) { GetFillsDir(surroundings.buffer); },
+            [](Surroundings& surroundings, const HeapRun& outcome) {
+                const TvlString folder = surroundings.buffer;
+                EXPECT_TRUE(folder.Find(L"Fills") >= 0 || (folder.IsEmpty() && outcome.hasFailed)) << folder.c_str();
+            }),
+        Row<Surroundings>(
+            "UTLGetPrivateProfileRelPath",
+            [](Surroundings& surroundings) {
+                UTLGetPrivateProfileRelPath(L"Paths", L"Fonts", L"/base/folder/of/some/length", surroundings.buffer,
+                    1024, FaultWorld::Path("user/none.ini").c_str());
+            },
+            [](Surroundings& surroundings, const HeapRun& outcome) {
+                surroundings.text = surroundings.buffer;
+                surroundings.Expect(L"base", outcome);
+            }),
+    };
+}

@@ -1,0 +1,135 @@
+// Files that fail, in each file operation of what writes them. What is left is the old state or the new one; what was told
+// to be done is there; and after the next success nothing else lies about.
+#include "FileOperation.h"
+#include "MemoryFiles.h"
+#include "Tally.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+
+namespace {
+using Fault = MemoryFiles::Fault;
+
+struct NamedFault {
+    const char* name;
+    Fault fault;
+};
+constexpr NamedFault kFaults[] = {
+    {"fails", Fault::Fail},
+    {"fails, and all behind it", Fault::FailOnward},
+    {"is cut short", Fault::ShortWrite},
+    {"ends the process, and what was not flushed is gone", Fault::StopDropped},
+    {"ends the process, and what was not flushed is torn", Fault::StopTorn},
+    {"ends the process", Fault::StopKept},
+};
+constexpr int kMostPoints = 60;     // of one operation and fault, unless the run is whole
+constexpr int kFullDisks = 40;      // places where the disk is full
+constexpr int kMostBytes = 40000;   // by which files grow on the way, at most
+
+std::vector<FileOperation> AllOperations()
+{
+    std::vector<FileOperation> all = WritesOfWorkspaces();
+    for (FileOperation& operation : WritesOfTheUser())
+        all.push_back(std::move(operation));
+    return all;
+}
+
+class FileFaults : public testing::TestWithParam<FileOperation> {
+protected:
+    static std::size_t CountAsides(const MemoryFiles& files)
+    {
+        constexpr std::string_view kEnd = ".aside\n";
+        const std::string names = files.ListFiles();
+        std::size_t count = 0;
+        for (std::size_t at = 0; (at = names.find(kEnd, at)) != names.npos; at += kEnd.size())
+            ++count;
+        return count;
+    }
+    /// Runs the operation to its end or that of the process.
+    static FileRun Run(const FileTrial& trial)
+    {
+        FileRun run;
+        try {
+            run.isDone = trial.run();
+        } catch (const MemoryFiles::Stop&) {
+            // The process ended.
+        }
+        run.hasFailed = trial.files->FaultReached();
+        return run;
+    }
+    /// Files there are after two runs without faults.
+    std::size_t FilesOfASoundRun() const
+    {
+        const FileTrial trial = GetParam().begin();
+        FileRun run = Run(trial);
+        EXPECT_TRUE(run.isDone) << "without any fault";
+        trial.forget();
+        trial.check(run);
+        run = Run(trial);
+        EXPECT_TRUE(run.isDone) << "a second time";
+        trial.forget();
+        trial.check(run);
+        return trial.files->CountFiles();
+    }
+    /// One run with what `inject` does to the files. Whether a fault happened.
+    template <class Inject>
+    bool Try(std::size_t soundFiles, Inject inject) const
+    {
+        const FileTrial trial = GetParam().begin();
+        inject(*trial.files);
+        FileRun run = Run(trial);
+        trial.files->EndProcess();
+        trial.forget();
+        trial.files->Restart();
+        trial.check(run);
+        Tally::Get().Add(run.hasFailed ? "file faults survived" : "runs that met no file fault");
+
+        const FileRun next = Run(trial);
+        EXPECT_TRUE(next.isDone) << "with sound files again";
+        trial.forget();
+        trial.check(next);
+        EXPECT_LE(trial.files->CountFiles() - (GetParam().writesAgain ? 0 : CountAsides(*trial.files)), soundFiles)
+            << "leftovers:\n"
+            << trial.files->ListFiles();
+        return run.hasFailed;
+    }
+};
+
+TEST_P(FileFaults, LeaveTheOldStateOrTheNewOne)
+{
+    const std::size_t files = FilesOfASoundRun();
+    Tally::Get().Add("operations that write files");
+    for (const auto& [name, fault] : kFaults) {
+        std::size_t last = 0;
+        std::size_t step = 1;
+        bool reached = true;
+        for (std::size_t point = 1; reached && !HasFailure(); point += step) {
+            SCOPED_TRACE(testing::Message() << "file operation " << point << " " << name);
+            last = point;
+            reached = Try(files, [&](MemoryFiles& world) { world.Inject(point, fault); });
+            if (point == kMostPoints && !IsWholeRun())
+                step = 7;
+        }
+        EXPECT_TRUE(HasFailure() || last >= GetParam().recorded) << "fewer file operations than recorded: " << last;
+    }
+}
+
+TEST_P(FileFaults, OfAFullDiskLeaveTheOldStateOrTheNewOne)
+{
+    const std::size_t files = FilesOfASoundRun();
+    const int step = StepBetween(kMostBytes, kFullDisks) + 10;
+    bool reached = true;
+    for (int room = 0; reached && room < kMostBytes && !HasFailure(); room += step) {
+        SCOPED_TRACE(testing::Message() << "with room for " << room << " bytes");
+        reached = Try(
+            files, [&](MemoryFiles& world) { world.SetCapacity(world.UsedBytes() + static_cast<std::size_t>(room)); });
+        Tally::Get().Add("full disks");
+    }
+    EXPECT_FALSE(reached) << "it needs more than that";
+}
+
+INSTANTIATE_TEST_SUITE_P(Operations, FileFaults, testing::ValuesIn(AllOperations()),
+    [](const auto& operation) { return operation.param.name; });
+
+}   // namespace

@@ -1,0 +1,134 @@
+// Memory that runs out, in each allocation of each operation: once, and from then on. Nothing crashes, leaks, keeps a lock
+// or breaks what holds, and the same operation goes through as soon as there is memory again.
+#include "FailingHeap.h"
+#include "HeapOperation.h"
+#include "Tally.h"
+
+#include <chrono>
+#include <future>
+#include <gtest/gtest.h>
+#include <new>
+#include <ostream>
+#include <string>
+#include <thread>
+
+namespace {
+struct Area {
+    const char* name;
+    HeapOperations (*operations)();
+};
+
+constexpr Area kAreas[] = {
+    {"frame", FrameOperations},
+    {"lists", ListOperations},
+    {"units", UnitOperations},
+    {"unitsById", ProceduralUnitOperations},
+    {"parser", ParserOperations},
+    {"smartValues", SmartValueOperations},
+    {"papers", PaperOperations},
+    {"language", LanguageOperations},
+    {"environment", EnvironmentOperations},
+    {"registry", RegistryOperations},
+    {"files", FileOperations},
+    {"containers", ContainerOperations},
+    {"workspaces", WorkspaceOperations},
+    {"managers", ManagerOperations},
+    {"tracking", TrackingOperations},
+    {"progress", ProgressOperations},
+    {"exif", ExifOperations},
+    {"duplication", DuplicationOperations},
+};
+constexpr int kMostPoints = 40;   // of one operation and extent, unless the run is whole
+
+struct NamedOperation {
+    std::string name;   // area and operation
+    HeapOperation operation;
+
+    friend void PrintTo(const NamedOperation& named, std::ostream* out) { *out << named.name; }
+};
+
+std::vector<NamedOperation> AllOperations()
+{
+    std::vector<NamedOperation> all;
+    for (const Area& area : kAreas)
+        for (const HeapOperation& operation : area.operations())
+            all.push_back({std::string(area.name) + "_" + operation.name, operation});
+    return all;
+}
+
+/// Runs an operation on another thread, which would wait for ever for a lock that was left. False when it does.
+bool RunsElsewhere(const std::function<void()>& run)
+{
+    std::packaged_task<void()> task(run);
+    std::future<void> done = task.get_future();
+    std::thread thread(std::move(task));
+    constexpr auto kLongest = std::chrono::seconds(30);
+    if (done.wait_for(kLongest) != std::future_status::ready) {
+        thread.detach();
+        return false;
+    }
+    thread.join();
+    done.get();
+    return true;
+}
+
+class HeapFaults : public testing::TestWithParam<NamedOperation> {
+protected:
+    /// Allocations of a run without a fault.
+    int Count() const
+    {
+        const HeapTrial trial = GetParam().operation.begin();
+        HeapRun run;
+        int count = 0;
+        {
+            const FailingHeap heap(FailingHeap::kNever);
+            trial.run();
+            count = heap.Count();
+        }
+        trial.check(run);
+        return count;
+    }
+    void Try(int point, FailingHeap::Extent extent) const
+    {
+        const HeapTrial trial = GetParam().operation.begin();
+        HeapRun run;
+        int failed = 0;
+        {
+            const FailingHeap heap(point, extent);
+            try {
+                trial.run();
+            } catch (const std::bad_alloc&) {
+                run.hasThrown = true;
+            }
+            failed = heap.CountFailed();
+        }
+        run.hasFailed = failed > 0;
+        trial.check(run);
+        Tally::Get().Add("allocations failed", failed);
+        ASSERT_TRUE(RunsElsewhere(trial.run)) << "a lock was left";
+        trial.check(HeapRun());
+        Tally::Get().Add("runs out of memory survived");
+    }
+};
+
+TEST_P(HeapFaults, LeaveWhatHolds)
+{
+    Count();   // what is made once in a process is there from now on
+    const int count = Count();
+    ASSERT_GT(count, 0) << "an operation that needs no memory";
+    Tally::Get().Add("operations out of memory");
+    Tally::Get().Add("allocations of these operations", count);
+    // Not a divisor of loops in the operations: other places are met in each of their rounds.
+    const int step = StepBetween(count, kMostPoints);
+    for (const auto extent : {FailingHeap::Extent::Once, FailingHeap::Extent::Onward})
+        for (int point = 0; point < count && !HasFailure(); point += step) {
+            SCOPED_TRACE(testing::Message() << "allocation " << point << " of " << count
+                                            << (extent == FailingHeap::Extent::Once ? "" : " and all behind it"));
+            Try(point, extent);
+        }
+}
+
+INSTANTIATE_TEST_SUITE_P(Operations, HeapFaults, testing::ValuesIn(AllOperations()),
+    [](const auto& operation) { return operation.param.name; });
+
+}   // namespace

@@ -1,0 +1,94 @@
+// What an application does with its workspaces: none is lost, and each keeps settings of its own.
+#include "HeapOperation.h"
+#include "ManagerWorld.h"
+#include "siblings/TvlUtils/SystemIO.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+using Result = WorkspaceManagerTypes::Result;
+
+/// With a manager that has come up before.
+struct Started : ManagerWorld {
+    Started() { Restart(); }
+    std::size_t count = 0;
+};
+
+void CheckResult(ManagerWorld& managers, const HeapRun& outcome)
+{
+    EXPECT_TRUE(managers.result == Result::Ok || outcome.hasFailed) << static_cast<int>(managers.result);
+    managers.result = Result::InitFailed;
+    managers.mayMix = managers.mayMix || outcome.hasFailed;
+    managers.CheckNextStart();
+}
+}   // namespace
+
+HeapOperations ManagerOperations()
+{
+    return {
+        Row<ManagerWorld>(
+            "Initialize",
+            [](ManagerWorld& managers) {
+                managers.manager.reset();
+                managers.Restart();
+                managers.result = Result::Ok;
+            },
+            [](ManagerWorld& managers, const HeapRun& outcome) { CheckResult(managers, outcome); }),
+        Row<Started>(
+            "SetCurrentWorkspace",
+            [](Started& managers) { managers.result = managers.Manager().SetCurrentWorkspace(L"A", false, false); },
+            [](Started& managers, const HeapRun& outcome) { CheckResult(managers, outcome); }),
+        Row<Started>(
+            "CreateNewWorkspace",
+            [](Started& managers) {
+                managers.Manager().DeleteWorkspace(L"New");
+                managers.result = managers.Manager().CreateNewWorkspace(L"New", L"A", L"a title", L"a description");
+            },
+            [](Started& managers, const HeapRun& outcome) {
+                CheckResult(managers, outcome);
+                const bool isThere = managers.world.Get("user/Workspaces/New.tvws").has_value();
+                EXPECT_TRUE(isThere || outcome.hasFailed);
+                EXPECT_EQ(managers.EntryOf("user/Workspaces/New.tvws", kOtherEntry), isThere ? "other" : "none");
+            }),
+        Row<Started>(
+            "DeleteWorkspace",
+            [](Started& managers) {
+                managers.Manager().CreateNewWorkspace(L"New", L"A", L"a title", L"a description");
+                managers.result = managers.Manager().DeleteWorkspace(L"New");
+            },
+            [](Started& managers, const HeapRun& outcome) {
+                CheckResult(managers, outcome);
+                EXPECT_TRUE(!managers.world.Get("user/Workspaces/New.tvws") || outcome.hasFailed);
+            }),
+        Row<Started>(
+            "ExportWorkspace",
+            [](Started& managers) {
+                TvlUtils::SystemIO::File::Delete(FaultWorld::Path("user/exported.tvws"));
+                managers.result = managers.Manager().ExportWorkspace(FaultWorld::Path("user/exported.tvws"), {});
+            },
+            [](Started& managers, const HeapRun& outcome) {
+                const bool isThere = managers.world.Get("user/exported.tvws").has_value();
+                EXPECT_TRUE(isThere || outcome.hasFailed);
+                EXPECT_EQ(managers.EntryOf("user/exported.tvws", kOtherEntry), isThere ? "other" : "none");
+                CheckResult(managers, outcome);
+            }),
+        Row<Started>(
+            "AppShuttingDown",
+            [](Started& managers) {
+                managers.Manager().AppShuttingDown();
+                managers.result = Result::Ok;
+            },
+            [](Started& managers, const HeapRun& outcome) { CheckResult(managers, outcome); }),
+        Row<Started>(
+            "GetCategoriedWorkspaces",
+            [](Started& managers) {
+                managers.count = managers.Manager().GetNamedWorkspaces().size()
+                    + managers.Manager().GetCategoriedWorkspaces().front().second.size();
+                managers.result = Result::Ok;
+            },
+            [](Started& managers, const HeapRun& outcome) {
+                EXPECT_TRUE(managers.count == 6 || outcome.hasFailed) << managers.count;
+                CheckResult(managers, outcome);
+            }),
+    };
+}

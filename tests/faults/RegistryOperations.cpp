@@ -1,0 +1,163 @@
+// The registry and what is kept in it: values are the old ones or the new ones, and no key stays open.
+#include "FaultWorld.h"
+#include "HeapOperation.h"
+#include "IniUpdateRegistry.h"
+#include "Privacy.h"
+#include "WUTLRegistry.h"
+#include "siblings/TvlPref/CPrefObject.h"
+
+#include <gtest/gtest.h>
+#include <optional>
+
+namespace {
+constexpr const wchar_t* kKey = L"HKEY_CURRENT_USER\\SOFTWARE\\Tovel\\Faults";
+constexpr const wchar_t* kOld = L"the value that was there before";
+constexpr const wchar_t* kNew = L"the value that takes its place";
+
+struct Registry {
+    Registry()
+    {
+        WUTLRegistry key(kKey, WUTLRegistry::kReadWriteAccess, 1);
+        EXPECT_EQ(key.SetValue(L"text", kOld), 0);
+        EXPECT_EQ(key.SetValue(L"number", ULONG{7}), 0);
+    }
+    static TvlString Text()
+    {
+        TvlString value;
+        const WUTLRegistry key(kKey, WUTLRegistry::kReadAccess);
+        return key.GetValue(L"text", value) == 0 ? value : TvlString(L"none");
+    }
+    void Check(const wchar_t* wanted, const HeapRun& outcome)
+    {
+        EXPECT_EQ(world.registry.OpenKeys(), 0u);
+        const TvlString found = Text();
+        EXPECT_TRUE(found == wanted || (found == kOld && outcome.hasFailed)) << found.c_str();
+    }
+
+    FaultWorld world;
+    LONG result = 0;
+    TvlString text;
+    wchar_t buffer[300] = {};
+    unsigned char bytes[16] = {};
+};
+
+CAppPrefObject<std::vector<TvlString>>& List()
+{
+    static CAppPrefObject<std::vector<TvlString>> list(L"Faults/List of texts", {L"default"});
+    return list;
+}
+
+struct Preferences {
+    const std::vector<TvlString> old = {L"an old text of some length", L"and one more of the kind"};
+    const std::vector<TvlString> next = {L"a new text of some length"};
+    Preferences() { EXPECT_TRUE(List().SetValue(old)); }
+
+    FaultWorld world;
+    std::vector<TvlString> read;
+};
+
+struct Settings {
+    Settings()
+    {
+        world.Put("user/settings.ini", "[Tools/Line]\r\nWidth=a value of some length\r\nColor=2\r\n[Other]\r\nx=1\r\n");
+    }
+
+    FaultWorld world;
+};
+}   // namespace
+
+HeapOperations RegistryOperations()
+{
+    return {
+        Row<Registry>(
+            "SetValue",
+            [](Registry& registry) {
+                WUTLRegistry key(kKey);
+                registry.result = key.SetValue(L"text", kNew);
+            },
+            [](Registry& registry, const HeapRun& outcome) { registry.Check(kNew, outcome); }),
+        Row<Registry>(
+            "GetValue",
+            [](Registry& registry) {
+                const WUTLRegistry key(kKey);
+                registry.result = key.GetValue(L"text", registry.text);
+            },
+            [](Registry& registry, const HeapRun& outcome) {
+                registry.Check(kOld, outcome);
+                EXPECT_TRUE(registry.text == kOld || outcome.hasFailed);
+            }),
+        Row<Registry>(
+            "RegWriteString",
+            [](Registry& registry) { registry.result = WUTLRegistry::RegWriteString(L"", L"text", kNew, kKey); },
+            [](Registry& registry, const HeapRun& outcome) { registry.Check(kNew, outcome); }),
+        Row<Registry>(
+            "RegReadString",
+            [](Registry& registry) {
+                WUTLRegistry::RegReadString(L"", L"missing", L"default", registry.buffer, 299, kKey);
+            },
+            [](Registry& registry, const HeapRun& outcome) {
+                registry.Check(kOld, outcome);
+                EXPECT_TRUE(outcome.hasFailed || TvlString(registry.buffer) == L"default");
+            }),
+        Row<Registry>(
+            "RegWriteBinary",
+            [](Registry& registry) {
+                registry.result = WUTLRegistry::RegWriteBinary(L"", L"bytes", registry.bytes, 16, kKey);
+            },
+            [](Registry& registry, const HeapRun& outcome) { registry.Check(kOld, outcome); }),
+        Row<Registry>(
+            "GetSubkeyList",
+            [](Registry& registry) {
+                WUTLRegistry(L"HKEY_CURRENT_USER\\SOFTWARE\\Tovel").GetSubkeyList(registry.buffer, 299);
+                WUTLRegistry(kKey).GetValueNameList(registry.buffer, 299);
+            },
+            [](Registry& registry, const HeapRun& outcome) { registry.Check(kOld, outcome); }),
+        Row<Registry>(
+            "DeleteRegistryKey",
+            [](Registry& registry) {
+                WUTLRegistry::CreateKey(
+                    L"HKEY_CURRENT_USER\\SOFTWARE\\Tovel\\Other\\Below\\It", WUTLRegistry::kReadWriteAccess, 0);
+                registry.result = WUTLRegistry::DeleteRegistryKey(L"HKEY_CURRENT_USER\\SOFTWARE\\Tovel\\Other");
+            },
+            [](Registry& registry, const HeapRun& outcome) { registry.Check(kOld, outcome); }),
+        Row<Preferences>(
+            "SetValue_of_a_preference", [](Preferences& preferences) { List().SetValue(preferences.next); },
+            [](Preferences& preferences, const HeapRun& outcome) {
+                const auto now = List().GetValue();
+                EXPECT_TRUE(now == preferences.next || (now == preferences.old && outcome.hasFailed));
+                EXPECT_EQ(preferences.world.registry.OpenKeys(), 0u);
+            }),
+        Row<Preferences>(
+            "Change_of_a_preference",
+            [](Preferences& preferences) {
+                struct Listening {
+                    ~Listening() { CAppPrefManager::GetInstance().RemoveListener(number); }
+                    int number;
+                } const listening{CAppPrefManager::GetInstance().AddListener([](const CPrefObjectBase&) {})};
+                List().Change(preferences.next);
+            },
+            [](Preferences& preferences, const HeapRun& outcome) {
+                const auto now = List().GetValue();
+                EXPECT_TRUE(now == preferences.next || (now == preferences.old && outcome.hasFailed));
+            }),
+        Row<Preferences>(
+            "Privacy",
+            [](Preferences&) {
+                TvlUtl::Privacy::SetShareSearchTerms(0);
+                TvlUtl::Privacy::GetShareFeatureUsage();
+            },
+            [](Preferences&, const HeapRun& outcome) {
+                EXPECT_TRUE(TvlUtl::Privacy::GetShareSearchTerms() == 0 || outcome.hasFailed);
+                TvlUtl::Privacy::SetShareSearchTerms(1);
+            }),
+        Row<Settings>(
+            "IniUpdateRegistry", [](Settings&) { IniUpdateRegistry(FaultWorld::Path("user/settings.ini").c_str()); },
+            [](Settings& settings, const HeapRun& outcome) {
+                EXPECT_EQ(settings.world.registry.OpenKeys(), 0u);
+                const auto width = CAppPrefManager::GetInstance().GetStore()->Read(L"Tools/Line/Width");
+                const bool isApplying = settings.world.Get("user/settings.ini.applying").has_value();
+                EXPECT_TRUE(width || isApplying || outcome.hasFailed) << "what is half done is marked";
+                EXPECT_FALSE(isApplying && outcome.IsSound());
+            }),
+    };
+}

@@ -1,0 +1,56 @@
+// Defaults that are round in every unit, and presets of scales.
+#include "HeapOperation.h"
+#include "SmartValue.h"
+#include "WorldScale.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+struct Values {
+    Values() { pair.AddValue(1, 8.5); }
+
+    WUnitValuePair pair;
+    WSmartUnitValue smart;
+    std::size_t count = 0;
+};
+
+/// What was there before is there, or all of what was to take its place.
+void ExpectOldOrNew(const Values& values, std::size_t wanted, const HeapRun& outcome)
+{
+    double inches = 0.0;
+    EXPECT_TRUE(values.pair.GetValue(1, inches) || outcome.hasFailed);
+    EXPECT_TRUE(values.pair.GetAllEntries().size() == wanted || outcome.hasFailed);
+}
+}   // namespace
+
+HeapOperations SmartValueOperations()
+{
+    return {
+        Row<Values>(
+            "AddValue", [](Values& values) { values.pair.AddValue(2, 216.0); },
+            [](Values& values, const HeapRun& outcome) {
+                double inches = 0.0;
+                EXPECT_TRUE(values.pair.GetValue(1, inches) && inches == 8.5);
+                ExpectOldOrNew(values, 2, outcome);
+            }),
+        Row<Values>(
+            "LoadFromString",
+            [](Values& values) { values.pair.LoadFromString(L"8.25in;210mm;51,6cc;3px;7.0000000000pt"); },
+            [](Values& values, const HeapRun& outcome) { ExpectOldOrNew(values, 5, outcome); }),
+        Row<Values>(
+            "SetValues",
+            [](Values& values) {
+                values.smart.SetValues(values.pair);
+                values.smart.SetIncrements(values.pair);
+            },
+            [](Values& values, const HeapRun& outcome) {
+                EXPECT_TRUE(outcome.hasFailed || !(values.smart.GetValues() != values.pair));
+            }),
+        Row<Values>(
+            "GetPresets", [](Values& values) { values.count = TvlUtl::WorldScale::GetPresets().size(); },
+            [](Values& values, const HeapRun& outcome) {
+                EXPECT_TRUE(values.count == 30 || outcome.hasFailed) << values.count;
+                values.count = 0;
+            }),
+    };
+}

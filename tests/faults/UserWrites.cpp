@@ -1,0 +1,187 @@
+// What is written of the user's own: papers, units, events, settings.
+#include "CFileLocations.h"
+#include "ChildProcess.h"
+#include "FaultWorld.h"
+#include "FileOperation.h"
+#include "IniUpdateRegistry.h"
+#include "PaperTypes.h"
+#include "siblings/TvlConfig/CustomUnits.h"
+#include "siblings/TvlConfig/EventLog.h"
+#include "siblings/TvlPref/PrefManager.h"
+#include "siblings/TvlUtils/IniParser.h"
+#include "siblings/TvlUtils/SystemIO.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+namespace File = TvlUtils::SystemIO::File;
+
+/// A world and nothing to forget.
+struct Plain {
+    void Forget() { }
+    FaultWorld world;
+};
+
+// Papers: a store with "old" that gets "new".
+
+struct Papers : Plain {
+    Papers()
+    {
+        world.Put("suite/Config/PaperTypes.xml",
+            FileBytes(std::filesystem::path(SUITE_FOLDER) / "Config" / "PaperTypes.xml"));
+        Add(L"old");
+        Forget();
+    }
+    ~Papers() { Forget(); }
+    void Forget() { CPaperTypeMgr::ReleaseInstance(false); }
+    static void Add(const wchar_t* name)
+    {
+        PaperTypeInformation paper;
+        paper.DisplayName = name;
+        paper.Width = 10000;
+        paper.Height = 20000;
+        paper.Units = 2;
+        CPaperTypeMgr::GetInstance().AddCustomPaper(paper, true);
+        CPaperTypeMgr::Shutdown();
+    }
+};
+
+// Custom units: a file with one that gets another.
+
+constexpr const char* kUnits = "TvlCustomUnits 1\na,b,c,d,2.000000,2,0.000000,0.000000,0.000000,0\n";
+
+struct Units : Plain {
+    Units() { world.Put("user/CustomUnits.txt", kUnits); }
+};
+
+// Events: a file that is nearly full, so that it is put by on the way.
+
+struct Events : Plain {
+    Events() { EXPECT_TRUE(log.Append(event)); }
+
+    const TvlString folder = FaultWorld::Path("user/Analytics");
+    const ProductAnalytics::EventLog log{folder, 150};
+    const ProductAnalytics::StoredEvent event{
+        L"2024-05-31T08:15:30.250Z", L"document.opened", {{L"key", L"value"}}, L""};
+    std::size_t told = 1;   // events that were acknowledged
+};
+
+// Settings.
+
+constexpr const char* kIni = "[Tools/Line]\r\nWidth=old\r\n[Other]\r\nx=1\r\n";
+
+struct Settings : Plain {
+    Settings() { world.Put("user/settings.ini", kIni); }
+};
+
+struct Content : Plain {
+    Content()
+    {
+        world.Put("user/old/a.fill", "a");
+        world.Put("user/old/below/b.fill", "b");
+        world.files.AddFolder(FaultWorld::File("user/new"));
+    }
+};
+}   // namespace
+
+FileOperations WritesOfTheUser()
+{
+    return {
+        FileRow<Papers>(
+            "papers", 12,
+            [](Papers&) {
+                Papers::Add(L"new");
+                return true;   // the end of the store tells nothing: whether anything failed is asked instead
+            },
+            [](Papers& papers, const FileRun& run) {
+                const CPaperTypeMgr& store = CPaperTypeMgr::GetInstance();
+                EXPECT_NE(store.FindCustomPaperIndex(L"old"), -1);
+                EXPECT_EQ(store.GetPredefinedCount(), kPaperTypeCount);
+                EXPECT_TRUE(store.FindCustomPaperIndex(L"new") != -1 || run.hasFailed);
+                papers.Forget();
+            }),
+        FileRow<Units>(
+            "custom_units", 9,
+            [](Units&) {
+                wchar_t record[kCustomUnitTextSize] = L"e,f,g,h,3.000000,2,0.000000,0.000000,0.000000,0";
+                return INISetCustomUnit(1, record) == 1;
+            },
+            [](Units& units, const FileRun& run) {
+                const std::string bytes = units.world.Get("user/CustomUnits.txt").value_or("none");
+                const std::string next = std::string(kUnits) + "e,f,g,h,3.000000,2,0.000000,0.000000,0.000000,0\n";
+                EXPECT_TRUE(bytes == next || (bytes == kUnits && !run.isDone)) << bytes;
+            }),
+        FileRow<Events>(
+            "events", 3,
+            [](Events& events) {
+                const bool isDone = static_cast<bool>(events.log.Append(events.event));
+                events.told += isDone;
+                return isDone;
+            },
+            [](Events& events, const FileRun&) {
+                // An event is there when it was told so, and at most one line is none. What was not flushed may be lost
+                // with the system, but not with the process.
+                ProductAnalytics::EventReader reader(events.folder);
+                for (const auto& event : reader.ReadNew())
+                    EXPECT_EQ(event, events.event);
+                EXPECT_LE(reader.CountSkipped(), 2);
+            }),
+        FileRow<Settings>(
+            "settings", 9,
+            [](Settings&) {
+                TvlUtils::IniParser parser(FaultWorld::Path("user/settings.ini"));
+                return !parser.GetAllData().empty() && parser.SetString(L"Tools/Line", L"Width", L"new");
+            },
+            [](Settings& settings, const FileRun& run) {
+                const std::string bytes = settings.world.Get("user/settings.ini").value_or("none");
+                const bool isNew = bytes == "[Tools/Line]\r\nWidth=new\r\n[Other]\r\nx=1\r\n";
+                EXPECT_TRUE(isNew || (bytes == kIni && !run.isDone)) << bytes;
+            }),
+        FileRow<Settings>(
+            "preferences", 5,
+            [](Settings& settings) {
+                IniUpdateRegistry(FaultWorld::Path("user/settings.ini").c_str());
+                return CAppPrefManager::GetInstance().GetStore()->Read(L"Tools/Line/Width").has_value()
+                    && !settings.world.Get("user/settings.ini.applying");
+            },
+            [](Settings& settings, const FileRun& run) {
+                EXPECT_EQ(settings.world.Get("user/settings.ini"), kIni);
+                const bool isApplied = CAppPrefManager::GetInstance().GetStore()->Read(L"Tools/Line/Width").has_value();
+                EXPECT_TRUE(isApplied || run.hasFailed);
+                EXPECT_EQ(settings.world.registry.OpenKeys(), 0u);
+            }),
+        FileRow<Settings>(
+            "copy", 9,
+            [](Settings&) {
+                return static_cast<bool>(
+                    File::Copy(FaultWorld::Path("user/settings.ini"), FaultWorld::Path("user/copy.ini"), true));
+            },
+            [](Settings& settings, const FileRun& run) {
+                const auto copy = settings.world.Get("user/copy.ini");
+                EXPECT_TRUE(copy == kIni || (!copy && !run.isDone));
+                EXPECT_EQ(settings.world.Get("user/settings.ini"), kIni);
+            }),
+        FileRow<Content>(
+            "migration", 20,
+            [](Content&) {
+                CFileLocations::Moves moves;
+                for (const auto& [folder, name] : CFileLocations::GetFileLocations())
+                    if (folder.Find(L"Fills") >= 0)
+                        moves[name] = {FaultWorld::Path("user/new"), FaultWorld::Path("user/old")};
+                bool isDone = !moves.empty();
+                CFileLocations::MigrateContent(
+                    moves, [&](const MigrationStep& step) { isDone = isDone && step.problem.IsEmpty(); });
+                return isDone;
+            },
+            [](Content& content, const FileRun& run) {
+                EXPECT_EQ(content.world.Get("user/old/a.fill"), "a") << "nothing is taken away";
+                EXPECT_EQ(content.world.Get("user/old/below/b.fill"), "b");
+                for (const auto& [name, bytes] :
+                    {std::pair("user/new/a.fill", "a"), std::pair("user/new/below/b.fill", "b")}) {
+                    const auto copy = content.world.Get(name);
+                    EXPECT_TRUE(copy == bytes || (!copy && !run.isDone) || run.hasFailed) << name;
+                    EXPECT_TRUE(!copy || copy == bytes) << "a part of " << name;
+                }
+            }),
+    };
+}

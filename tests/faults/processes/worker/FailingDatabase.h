@@ -1,0 +1,14 @@
+// The database that the registry of the linux target is kept in, of which one write fails or is the last one.
+#pragma once
+
+/// What happens in a write, a flush, a truncation or a removal of the database's files.
+enum class DatabaseFault : int {
+    Fail = 1,         ///< it fails
+    FailOnward = 2,   ///< so do all behind it
+    Full = 3,         ///< there is no space
+    Stop = 4,         ///< the process ends in it, half written
+};
+
+/// From now on databases that are opened meet a fault. Before the first use of the registry; nothing on the other target.
+/// @param point the operation that meets it, counted from 1
+void FailDatabase(int point, DatabaseFault fault);

@@ -1,0 +1,4 @@
+#include "FailingDatabase.h"
+
+// The system keeps the registry.
+void FailDatabase(int, DatabaseFault) { }
