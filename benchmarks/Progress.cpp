@@ -38,8 +38,8 @@ void Event_Signals2(benchmark::State& state)
 /// A signal of GObject, whose handlers get its object.
 void Event_GSignal(benchmark::State& state)
 {
-    static const guint signal = g_signal_new(
-        "raised", G_TYPE_OBJECT, G_SIGNAL_RUN_LAST, 0, nullptr, nullptr, nullptr, G_TYPE_NONE, 0);
+    static const guint signal =
+        g_signal_new("raised", G_TYPE_OBJECT, G_SIGNAL_RUN_LAST, 0, nullptr, nullptr, nullptr, G_TYPE_NONE, 0);
     auto* const sender = static_cast<GObject*>(g_object_new(G_TYPE_OBJECT, nullptr));
     long calls = 0;
     const auto handler = +[](GObject*, long* counted) { ++*counted; };
