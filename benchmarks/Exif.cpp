@@ -90,7 +90,7 @@ void Orient_Exiv2(benchmark::State& state, Blocks blocks)
     }
 }
 
-/// A camera's orientation and so many numbers under ids that no standard gives.
+/// A camera's orientation and so many numbers under ids that no standard gives. exiv2 takes 255 entries of a directory.
 Bytes BlockWithTags(unsigned count)
 {
     constexpr unsigned kFirst = 0xC800;
@@ -110,7 +110,7 @@ Bytes BlockWithComment(std::size_t size)
 
 void RegisterSizes()
 {
-    for (const unsigned count : {16, 64, 256, 1024}) {
+    for (const unsigned count : {8, 24, 72, 216}) {
         const std::string name = "/tags:" + std::to_string(count);
         const Blocks blocks = {BlockWithTags(count)};
         benchmark::RegisterBenchmark(("ParseTags_Own" + name).c_str(), Parse_Own, blocks);

@@ -37,11 +37,12 @@ std::wstring FilledSection(std::int64_t values)
     const std::wstring section = Section(values);
     if (!filled.insert(values).second)
         return section;
-    const PREFUTILS::RegistryBatch batch;
+    PREFUTILS::RegistryBatch batch;
     WUTLRegistry::RegWriteString(section.c_str(), L"Text", L"C:\\some folder\\with a file.xml", kBase);
     WUTLRegistry::RegReadInt(section.c_str(), L"Number", 42, kBase);
     for (std::int64_t i = 2; i < values; ++i)
         WUTLRegistry::RegWriteString(section.c_str(), (L"Other" + std::to_wstring(i)).c_str(), L"another text", kBase);
+    batch.Commit();
     return section;
 }
 
