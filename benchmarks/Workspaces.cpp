@@ -372,17 +372,17 @@ void WorkspaceManagerSwitch_Libzip(benchmark::State& state)
 
 void Icons(benchmark::internal::Benchmark* benchmark)
 {
-    benchmark->ArgName("icons")->Arg(25)->Arg(100)->Arg(400)->Arg(1'600);
+    benchmark->ArgName("icons")->Arg(25)->Arg(75)->Arg(225)->Arg(675);
 }
 
 void SettingsBytes(benchmark::internal::Benchmark* benchmark)
 {
-    benchmark->ArgName("bytes")->Arg(75'000)->Arg(300'000)->Arg(1'200'000)->Arg(4'800'000);
+    benchmark->ArgName("bytes")->Arg(40'000)->Arg(160'000)->Arg(640'000)->Arg(2'560'000);
 }
 
 void SettingsCount(benchmark::internal::Benchmark* benchmark)
 {
-    benchmark->ArgName("settings")->Arg(100)->Arg(400)->Arg(1'600)->Arg(6'400);
+    benchmark->ArgName("settings")->Arg(60)->Arg(240)->Arg(960)->Arg(3'840);
 }
 
 BENCHMARK(WorkspaceMetadata_Own)->Apply(Icons);

@@ -14,11 +14,13 @@ constexpr std::string_view kUtf16Mark = "\xFF\xFE";
 
 std::string_view Trimmed(std::string_view text)
 {
-    constexpr std::string_view kBlanks = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+    // Called several times for every line: the searches of string_view call the C library for each character.
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
 }
 
 /// The name of the section that a line begins; empty when it begins none.
