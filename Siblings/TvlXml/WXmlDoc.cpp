@@ -12,23 +12,12 @@ using TvlUtils::LogLevel;
 using TvlUtils::LogMessage;
 
 namespace {
-/// Whether no element lies deeper than allowed. Walks without recursion.
-bool IsShallow(const pugi::xml_node& root)
+/// Whether nothing lies more than `depth` nodes below this one. Calls itself no deeper than that.
+bool IsShallow(const pugi::xml_node& node, int depth)
 {
-    int depth = 0;
-    for (pugi::xml_node node = root; node;) {
-        if (const pugi::xml_node child = node.first_child()) {
-            if (++depth > WXmlDoc::kMaxDepth)
-                return false;
-            node = child;
-            continue;
-        }
-        while (node && node != root && !node.next_sibling()) {
-            node = node.parent();
-            --depth;
-        }
-        node = node == root ? pugi::xml_node() : node.next_sibling();
-    }
+    for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling())
+        if (depth == 0 || !IsShallow(child, depth - 1))
+            return false;
     return true;
 }
 
@@ -75,7 +64,7 @@ bool WXmlDoc::Parse(std::string bytes, const TvlString& origin)
     m_tree->bytes = std::move(bytes);
     const unsigned options = pugi::parse_default | (m_keepBlanks ? pugi::parse_ws_pcdata : 0);
     const auto parsed = m_tree->document.load_buffer_inplace(m_tree->bytes.data(), m_tree->bytes.size(), options);
-    const bool isShallow = parsed && IsShallow(m_tree->document);
+    const bool isShallow = parsed && IsShallow(m_tree->document, kMaxDepth);
     if (parsed && isShallow)
         return true;
     ReleaseDocument();
