@@ -382,7 +382,7 @@ void SettingsBytes(benchmark::internal::Benchmark* benchmark)
 
 void SettingsCount(benchmark::internal::Benchmark* benchmark)
 {
-    benchmark->ArgName("settings")->Arg(60)->Arg(240)->Arg(960)->Arg(3'840);
+    benchmark->ArgName("settings")->Arg(30)->Arg(120)->Arg(480)->Arg(1'920);
 }
 
 BENCHMARK(WorkspaceMetadata_Own)->Apply(Icons);
