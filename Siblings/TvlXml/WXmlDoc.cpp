@@ -6,20 +6,35 @@
 #include "siblings/TvlUtils/LogMessage.h"
 #include "siblings/TvlUtils/SystemIO.h"
 
+#include <algorithm>
 #include <pugixml.hpp>
 
 using TvlUtils::LogLevel;
 using TvlUtils::LogMessage;
 
 namespace {
-/// Whether no element lies deeper than allowed. Walks without recursion.
-bool IsShallow(const pugi::xml_node& root)
+/// Why a document's bytes are refused without looking at them as XML; null when they are not. Every element and every
+/// attribute needs one of two characters, and memory that is many times larger.
+const char* ReasonAgainst(std::string_view bytes)
+{
+    if (bytes.size() > WXmlDoc::kMaxBytes)
+        return "too large";
+    constexpr int kMarksPerElement = 8;   // its two tags, and some attributes
+    const auto marks = std::count_if(bytes.begin(), bytes.end(), [](char c) { return c == '<' || c == '='; });
+    return marks > WXmlDoc::kMaxElements * kMarksPerElement ? "too many elements and attributes" : nullptr;
+}
+
+/// Why a tree is refused; null when it is not. Walks without recursion.
+const char* ReasonAgainst(const pugi::xml_node& root)
 {
     int depth = 0;
+    int elements = 0;
     for (pugi::xml_node node = root; node;) {
+        if (node.type() == pugi::node_element && ++elements > WXmlDoc::kMaxElements)
+            return "too many elements";
         if (const pugi::xml_node child = node.first_child()) {
             if (++depth > WXmlDoc::kMaxDepth)
-                return false;
+                return "too many elements within each other";
             node = child;
             continue;
         }
@@ -29,7 +44,7 @@ bool IsShallow(const pugi::xml_node& root)
         }
         node = node == root ? pugi::xml_node() : node.next_sibling();
     }
-    return true;
+    return nullptr;
 }
 
 /// Collects a document's bytes.
@@ -51,7 +66,7 @@ bool WXmlDoc::Load(const TvlString& path)
 {
     ReleaseDocument();
     std::string bytes;
-    if (const auto read = TvlUtils::SystemIO::File::ReadAll(path, bytes); !read) {
+    if (const auto read = TvlUtils::SystemIO::File::ReadAll(path, bytes, kMaxBytes); !read) {
         LogMessage(LogLevel::Warning, TvlString().Format(L"\"%s\" can't be read: %s", path.Std(), read.Reason().Std()));
         return false;
     }
@@ -62,8 +77,7 @@ bool WXmlDoc::Load(IStream* stream)
 {
     ReleaseDocument();
     std::string bytes;
-    return stream && ReadStreamToEnd(*stream, bytes, TvlUtils::SystemIO::File::kReadAllLimit)
-        && Parse(std::move(bytes), L"a stream");
+    return stream && ReadStreamToEnd(*stream, bytes, kMaxBytes) && Parse(std::move(bytes), L"a stream");
 }
 
 bool WXmlDoc::CreateFromString(const TvlString& text) { return LoadBytes(TvlPlatform::ToUtf8(text)); }
@@ -72,17 +86,21 @@ bool WXmlDoc::LoadBytes(std::string_view bytes) { return Parse(std::string(bytes
 bool WXmlDoc::Parse(std::string bytes, const TvlString& origin)
 {
     ReleaseDocument();
-    m_tree->bytes = std::move(bytes);
-    const unsigned options = pugi::parse_default | (m_keepBlanks ? pugi::parse_ws_pcdata : 0);
-    const auto parsed = m_tree->document.load_buffer_inplace(m_tree->bytes.data(), m_tree->bytes.size(), options);
-    const bool isShallow = parsed && IsShallow(m_tree->document);
-    if (parsed && isShallow)
+    const char* reason = ReasonAgainst(bytes);
+    std::ptrdiff_t place = 0;
+    if (!reason) {
+        m_tree->bytes = std::move(bytes);
+        const unsigned options = pugi::parse_default | (m_keepBlanks ? pugi::parse_ws_pcdata : 0);
+        const auto parsed = m_tree->document.load_buffer_inplace(m_tree->bytes.data(), m_tree->bytes.size(), options);
+        reason = parsed ? ReasonAgainst(m_tree->document) : parsed.description();
+        place = parsed.offset;
+    }
+    if (!reason)
         return true;
     ReleaseDocument();
     LogMessage(LogLevel::Warning,
-        TvlString().Format(L"\"%s\" is no XML document: %S at byte %I64d", origin.Std(),
-            parsed ? "too many elements within each other" : parsed.description(),
-            static_cast<long long>(parsed.offset)));
+        TvlString().Format(
+            L"\"%s\" is no XML document: %S at byte %I64d", origin.Std(), reason, static_cast<long long>(place)));
     return false;
 }
 
