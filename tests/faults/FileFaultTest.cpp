@@ -84,7 +84,7 @@ protected:
         trial.forget();
         trial.files->Restart();
         trial.check(run);
-        Tally::Get().Add(run.hasFailed ? "file faults survived" : "runs that met no file fault");
+        Tally::Get().Add(run.hasFailed ? "file faults injected" : "runs that met no file fault");
 
         FileRun next = Run(trial);
         next.isSystemDown = endsSystem;
@@ -94,6 +94,7 @@ protected:
         EXPECT_LE(trial.files->CountFiles() - (GetParam().writesAgain ? 0 : CountAsides(*trial.files)), soundFiles)
             << "leftovers:\n"
             << trial.files->ListFiles();
+        Tally::Get().Add("file faults survived", run.hasFailed && !HasFailure() ? 1 : 0);
         return run.hasFailed;
     }
 };
