@@ -223,13 +223,13 @@ void Duplication_SharedByHand(benchmark::State& state)
 void InOrder(benchmark::internal::Benchmark* benchmark)
 {
     benchmark->ArgNames({"objects", "scattered"})->Unit(benchmark::kMicrosecond)->Complexity(benchmark::oNLogN);
-    for (const int count : {1'000, 10'000, 100'000, 1'000'000})
+    for (const int count : {1'000, 6'000, 36'000, 216'000})
         benchmark->Args({count, 0});
 }
 
 void Scattered(benchmark::internal::Benchmark* benchmark)
 {
-    benchmark->ArgNames({"objects", "scattered"})->Unit(benchmark::kMicrosecond)->Args({1'000'000, 1});
+    benchmark->ArgNames({"objects", "scattered"})->Unit(benchmark::kMicrosecond)->Args({216'000, 1});
 }
 
 BENCHMARK(Duplication_Context)->Apply(InOrder);

@@ -90,6 +90,42 @@ void Orient_Exiv2(benchmark::State& state, Blocks blocks)
     }
 }
 
+/// A camera's orientation and so many numbers under ids that no standard gives. exiv2 takes 255 entries of a directory.
+Bytes BlockWithTags(unsigned count)
+{
+    constexpr unsigned kFirst = 0xC800;
+    ExifBlock block(false);
+    block.Shorts(274, {1});
+    for (unsigned i = 0; i < count; ++i)
+        block.Rationals(kFirst + i, {i + 1, 7});
+    return block.Build();
+}
+
+/// The same with one comment of so many bytes.
+Bytes BlockWithComment(std::size_t size)
+{
+    const std::string comment = std::string("ASCII\0\0\0", 8) + std::string(size, 'x');
+    return ExifBlock(false).Shorts(274, {1}).ExifDirectory().Undefined(37510, comment).Build();
+}
+
+void RegisterSizes()
+{
+    for (const unsigned count : {8, 24, 72, 216}) {
+        const std::string name = "/tags:" + std::to_string(count);
+        const Blocks blocks = {BlockWithTags(count)};
+        benchmark::RegisterBenchmark(("ParseTags_Own" + name).c_str(), Parse_Own, blocks);
+        benchmark::RegisterBenchmark(("ParseTags_Exiv2" + name).c_str(), Parse_Exiv2, blocks);
+        benchmark::RegisterBenchmark(("OrientTags_Own" + name).c_str(), Orient_Own, blocks);
+        benchmark::RegisterBenchmark(("OrientTags_Exiv2" + name).c_str(), Orient_Exiv2, blocks);
+    }
+    for (const std::size_t size : {900, 3600, 14400, 57600}) {
+        const std::string name = "/bytes:" + std::to_string(size);
+        const Blocks blocks = {BlockWithComment(size)};
+        benchmark::RegisterBenchmark(("ParseComment_Own" + name).c_str(), Parse_Own, blocks);
+        benchmark::RegisterBenchmark(("ParseComment_Libexif" + name).c_str(), Parse_Libexif, blocks);
+    }
+}
+
 void Register(const std::string& name, const Blocks& blocks)
 {
     benchmark::RegisterBenchmark(("Parse_Own/" + name).c_str(), Parse_Own, blocks);
@@ -176,6 +212,7 @@ int main(int count, char** arguments)
     benchmark::Initialize(&count, arguments);
     Register("CameraLittleEndian", {CameraBlock(false)});
     Register("CameraBigEndian", {CameraBlock(true)});
+    RegisterSizes();
     if (const Blocks blocks = RealBlocks(); !blocks.empty())
         Register(std::to_string(blocks.size()) + "RealBlocks", blocks);
     benchmark::RunSpecifiedBenchmarks();

@@ -12,10 +12,20 @@ constexpr const wchar_t* kTexts[] = {
 constexpr const char* kNarrowTexts[] = {
     "12.5", "2*(3+4)", "sin(30)", "(1.5+2.25)*(3.75-1)/2+sqrt(16)*cos(0)-7*(2+3)^2+12.5*4"};
 
+/// A sum of so many terms, or half as many pairs of them.
+template <class Text>
+Text Sum(Text term, std::int64_t count)
+{
+    Text sum = term;
+    for (std::int64_t i = 1; i < count; ++i)
+        sum += Text({' ', '+', ' '}) + term;
+    return sum;
+}
+
 void FieldText_Fresh(benchmark::State& state)
 {
     WUnit& units = WUnit::GetDefaultWUnit();
-    const TvlString text = L"5in + 3mm";
+    const TvlString text = Sum<std::wstring>(L"5in + 3mm", state.range(0) / 2);
     for (auto _ : state) {
         double value = 0.0;
         benchmark::DoNotOptimize(units.StringToValue(2, text, value, kTokensUnits | kTokensAll, DRG::Degrees));
@@ -28,7 +38,7 @@ double Millimetres(double value) { return value; }
 
 void FieldText_MuParser(benchmark::State& state)
 {
-    const std::string text = "5in + 3mm";
+    const auto text = Sum<std::string>("5in + 3mm", state.range(0) / 2);
     for (auto _ : state) {
         mu::Parser parser;
         parser.DefinePostfixOprt("in", Inches);
@@ -59,8 +69,32 @@ void Expression_MuParser(benchmark::State& state)
     }
 }
 
-BENCHMARK(FieldText_Fresh);
-BENCHMARK(FieldText_MuParser);
+void ExpressionTerms_Own(benchmark::State& state)
+{
+    const TvlString text = Sum<std::wstring>(L"(1.5 - 2.25)*sqrt(16)", state.range(0));
+    for (auto _ : state) {
+        double value = 0.0;
+        WEqParser parser(text, kTokensAll, DRG::Radians);
+        if (!parser.GetValue(value))
+            state.SkipWithError("no value");
+        benchmark::DoNotOptimize(value);
+    }
+}
+
+void ExpressionTerms_MuParser(benchmark::State& state)
+{
+    const auto text = Sum<std::string>("(1.5 - 2.25)*sqrt(16)", state.range(0));
+    for (auto _ : state) {
+        mu::Parser parser;
+        parser.SetExpr(text);
+        benchmark::DoNotOptimize(parser.Eval());
+    }
+}
+
+BENCHMARK(FieldText_Fresh)->ArgName("terms")->Arg(2)->Arg(8)->Arg(32)->Arg(128);
+BENCHMARK(FieldText_MuParser)->ArgName("terms")->Arg(2)->Arg(8)->Arg(32)->Arg(128);
+BENCHMARK(ExpressionTerms_Own)->ArgName("terms")->RangeMultiplier(4)->Range(1, 64);
+BENCHMARK(ExpressionTerms_MuParser)->ArgName("terms")->RangeMultiplier(4)->Range(1, 64);
 BENCHMARK(Expression_Fresh)->DenseRange(0, 3);
 BENCHMARK(Expression_MuParser)->DenseRange(0, 3);
 

@@ -31,7 +31,7 @@ void HandleMemory_BareHeap(benchmark::State& state)
     }
 }
 
-BENCHMARK(HandleMemory_AllocFree)->Arg(16)->Arg(256)->Arg(4096);
-BENCHMARK(HandleMemory_BareHeap)->Arg(16)->Arg(256)->Arg(4096);
+BENCHMARK(HandleMemory_AllocFree)->ArgName("bytes")->RangeMultiplier(16)->Range(16, 1 << 16);
+BENCHMARK(HandleMemory_BareHeap)->ArgName("bytes")->RangeMultiplier(16)->Range(16, 1 << 16);
 
 }   // namespace

@@ -14,15 +14,14 @@
 namespace {
 namespace fs = std::filesystem;
 
-constexpr int kLanguages = 200;
 constexpr int kBrokenEach = 4;   // every fourth is broken
 
 /// A suite with many languages in a folder of its own, a registry in memory, and no folder of anybody's touched.
 class ManyLanguages {
 public:
-    ManyLanguages()
+    explicit ManyLanguages(std::int64_t count)
     {
-        for (int i = 0; i < kLanguages; ++i) {
+        for (int i = 0; i < count; ++i) {
             const std::string code =
                 std::string(1, static_cast<char>('A' + i / 100)) + std::to_string(100 + i % 100).substr(1);
             const fs::path data = m_folder / "Languages" / code / "Data";
@@ -38,7 +37,7 @@ public:
         setenv("TVL_USER_DIR", (m_folder / "user").c_str(), 1);
         PREFUTILS::IRegistry::SetForTests(&m_registry);
         CGlbLang stored;
-        stored.SetFromIO_StrFmt(L"B42");
+        stored.SetFromIO_StrFmt(L"A42");
         IGLB_UILanguage::GetInst().WriteStoredLanguage(stored);
     }
     ManyLanguages(const ManyLanguages&) = delete;
@@ -57,31 +56,26 @@ private:
     PREFUTILS::StoredRegistry m_registry{PREFUTILS::MakeMemoryStore()};
 };
 
-ManyLanguages& Suite()
-{
-    static ManyLanguages suite;
-    return suite;
-}
-
 /// The whole selection of a process that has just started.
 void Language_Select(benchmark::State& state)
 {
-    Suite();
+    const ManyLanguages suite(state.range(0));
     for (auto _ : state) {
         GLB_UILanguage::ReleaseInstance(false);
         benchmark::DoNotOptimize(IGLB_UILanguage::GetInst().GetLanguage());
     }
 }
-BENCHMARK(Language_Select);
+BENCHMARK(Language_Select)->ArgName("languages")->Arg(50)->Arg(100)->Arg(200)->Arg(400);
 
 void Language_ReadTwice(benchmark::State& state)
 {
+    const ManyLanguages suite(state.range(0));
     for (auto _ : state)
         for (int pass = 0; pass < 2; ++pass)
-            for (const fs::path& path : Suite().Files()) {
+            for (const fs::path& path : suite.Files()) {
                 const auto object = nlohmann::json::parse(std::ifstream(path, std::ios::binary), nullptr, false);
                 benchmark::DoNotOptimize(object.is_object());
             }
 }
-BENCHMARK(Language_ReadTwice);
+BENCHMARK(Language_ReadTwice)->ArgName("languages")->Arg(50)->Arg(100)->Arg(200)->Arg(400);
 }   // namespace

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <benchmark/benchmark.h>
+#include <cmath>
 #include <memory>
 #include <unicode/numberformatter.h>
 #include <unicode/unistr.h>
@@ -13,12 +14,13 @@ namespace {
 constexpr std::size_t kCount = 1024;   // a power of two
 constexpr double kMillimetre = 10000.0;
 
-/// Millimetres of page sizes and drawings, of both signs.
-std::array<double, kCount> Values()
+/// Millimetres of both signs with so many digits before the point: drawings, page sizes, and land.
+std::array<double, kCount> Values(std::int64_t digits)
 {
     std::array<double, kCount> values;
+    const double least = std::pow(10.0, static_cast<double>(digits - 1));
     for (std::size_t i = 0; i < kCount; ++i)
-        values[i] = (i % 5 == 0 ? -1.0 : 1.0) * (0.125 + 11.377 * static_cast<double>(i));
+        values[i] = (i % 5 == 0 ? -1.0 : 1.0) * least * (1.0125 + 8.987 * static_cast<double>(i) / kCount);
     return values;
 }
 
@@ -30,7 +32,7 @@ icu::number::LocalizedNumberFormatter PeerFormatter()
 
 void MeasureText(benchmark::State& state)
 {
-    const auto values = Values();
+    const auto values = Values(state.range(0));
     std::size_t i = 0;
     for (auto _ : state)
         benchmark::DoNotOptimize(UNITConvToUnitAndString(values[i++ % kCount] * kMillimetre, 2, 0.0, 3));
@@ -38,7 +40,7 @@ void MeasureText(benchmark::State& state)
 
 void MeasureText_Icu(benchmark::State& state)
 {
-    const auto values = Values();
+    const auto values = Values(state.range(0));
     const auto formatter = PeerFormatter();
     std::size_t i = 0;
     for (auto _ : state) {
@@ -50,10 +52,10 @@ void MeasureText_Icu(benchmark::State& state)
 // Texts that are ready take the regional form; the peer reads its number from text too.
 
 template <class Text>
-std::array<Text, kCount> ReadyTexts()
+std::array<Text, kCount> ReadyTexts(std::int64_t digits)
 {
     std::array<Text, kCount> texts;
-    const auto values = Values();
+    const auto values = Values(digits);
     for (std::size_t i = 0; i < kCount; ++i) {
         const std::string bytes = std::to_string(values[i]);
         texts[i] = Text(bytes.substr(0, bytes.size() - 3).c_str());
@@ -70,7 +72,7 @@ struct WideText : TvlString {
 
 void RegionalText(benchmark::State& state)
 {
-    const auto texts = ReadyTexts<WideText>();
+    const auto texts = ReadyTexts<WideText>(state.range(0));
     WRegionalSupportFormat format;
     TvlString out;
     std::size_t i = 0;
@@ -80,7 +82,7 @@ void RegionalText(benchmark::State& state)
 
 void RegionalText_Icu(benchmark::State& state)
 {
-    const auto texts = ReadyTexts<std::string>();
+    const auto texts = ReadyTexts<std::string>(state.range(0));
     const auto formatter = PeerFormatter();
     std::size_t i = 0;
     for (auto _ : state) {
@@ -89,9 +91,14 @@ void RegionalText_Icu(benchmark::State& state)
     }
 }
 
-BENCHMARK(MeasureText);
-BENCHMARK(MeasureText_Icu);
-BENCHMARK(RegionalText);
-BENCHMARK(RegionalText_Icu);
+void Digits(benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->ArgName("digits")->RangeMultiplier(2)->Range(1, 8);
+}
+
+BENCHMARK(MeasureText)->Apply(Digits);
+BENCHMARK(MeasureText_Icu)->Apply(Digits);
+BENCHMARK(RegionalText)->Apply(Digits);
+BENCHMARK(RegionalText_Icu)->Apply(Digits);
 
 }   // namespace

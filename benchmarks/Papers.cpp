@@ -188,10 +188,16 @@ void PaperSave_Pugixml(benchmark::State& state)
     }
 }
 
-BENCHMARK(PaperLoad_Own)->Arg(0)->Arg(1000);
-BENCHMARK(PaperLoad_Pugixml)->Arg(0)->Arg(1000);
-BENCHMARK(PaperLoad_PugixmlNodes)->Arg(0)->Arg(1000);
-BENCHMARK(PaperSave_Own)->Arg(0)->Arg(1000);
-BENCHMARK(PaperSave_Pugixml)->Arg(0)->Arg(1000);
+/// Without papers of the user's own there are those of the master file.
+void CustomPapers(benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->ArgName("papers")->Arg(0)->Arg(60)->Arg(250)->Arg(1'000)->Arg(4'000);
+}
+
+BENCHMARK(PaperLoad_Own)->Apply(CustomPapers);
+BENCHMARK(PaperLoad_Pugixml)->Apply(CustomPapers);
+BENCHMARK(PaperLoad_PugixmlNodes)->Apply(CustomPapers);
+BENCHMARK(PaperSave_Own)->Apply(CustomPapers);
+BENCHMARK(PaperSave_Pugixml)->Apply(CustomPapers);
 
 }   // namespace

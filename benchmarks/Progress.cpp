@@ -1,9 +1,10 @@
-// Events and task progress beside boost::signals2: applications report from inner loops.
+// Events and task progress beside boost::signals2 and GLib's signals: applications report from inner loops.
 #include "ITaskProgressMgr.h"
 #include "siblings/TvlUtils/EventBase.h"
 
 #include <benchmark/benchmark.h>
 #include <boost/signals2.hpp>
+#include <glib-object.h>
 #include <vector>
 
 namespace {
@@ -34,20 +35,39 @@ void Event_Signals2(benchmark::State& state)
     }
 }
 
+/// A signal of GObject, whose handlers get its object.
+void Event_GSignal(benchmark::State& state)
+{
+    static const guint signal =
+        g_signal_new("raised", G_TYPE_OBJECT, G_SIGNAL_RUN_LAST, 0, nullptr, nullptr, nullptr, G_TYPE_NONE, 0);
+    auto* const sender = static_cast<GObject*>(g_object_new(G_TYPE_OBJECT, nullptr));
+    long calls = 0;
+    const auto handler = +[](GObject*, long* counted) { ++*counted; };
+    for (int i = 0; i < state.range(0); ++i)
+        g_signal_connect(sender, "raised", G_CALLBACK(handler), &calls);
+    for (auto _ : state) {
+        g_signal_emit(sender, signal, 0);
+        benchmark::DoNotOptimize(calls);
+    }
+    g_object_unref(sender);
+}
+
 void EventWithoutHandlers_Own(benchmark::State& state) { Event_Own(state); }
 void EventWithoutHandlers_Signals2(benchmark::State& state) { Event_Signals2(state); }
 BENCHMARK(EventWithoutHandlers_Own)->Arg(0);
 BENCHMARK(EventWithoutHandlers_Signals2)->Arg(0);
-BENCHMARK(Event_Own)->Arg(10);
-BENCHMARK(Event_Signals2)->Arg(10);
+BENCHMARK(Event_Own)->ArgName("handlers")->RangeMultiplier(10)->Range(1, 1'000);
+BENCHMARK(Event_Signals2)->ArgName("handlers")->RangeMultiplier(10)->Range(1, 1'000);
+BENCHMARK(Event_GSignal)->ArgName("handlers")->RangeMultiplier(10)->Range(1, 1'000);
 
-/// One listener besides the manager's own subscription; the argument is the task's type.
+/// Listeners besides the manager's own subscription, and the task's type.
 void SetProgress_Own(benchmark::State& state)
 {
     long calls = 0;
     TvlUtl::ITaskProgress* const task =
-        TvlUtl::ITaskProgressMgr::GetInst().CreateTask(1, static_cast<int>(state.range(0)), L"task");
-    task->GetProgressEvent().Subscribe([&calls](void*) { ++calls; }).MakePermanent();
+        TvlUtl::ITaskProgressMgr::GetInst().CreateTask(1, static_cast<int>(state.range(1)), L"task");
+    for (int i = 0; i < state.range(0); ++i)
+        task->GetProgressEvent().Subscribe([&calls](void*) { ++calls; }).MakePermanent();
     unsigned long long done = 0;
     for (auto _ : state) {
         task->SetProgress(++done, nullptr);
@@ -61,14 +81,14 @@ void SetProgress_Signals2(benchmark::State& state)
 {
     Signal signal;
     long calls = 0;
-    for (int i = 0; i < 2; ++i)
+    for (int i = 0; i < state.range(0) + 1; ++i)
         signal.connect([&calls](void*) { ++calls; });
     for (auto _ : state) {
         signal(&signal);
         benchmark::DoNotOptimize(calls);
     }
 }
-BENCHMARK(SetProgress_Own)->Arg(0)->Arg(1);
-BENCHMARK(SetProgress_Signals2)->Arg(0)->Arg(1);
+BENCHMARK(SetProgress_Own)->ArgNames({"listeners", "type"})->ArgsProduct({{1, 4, 16, 64}, {0, 1}});
+BENCHMARK(SetProgress_Signals2)->ArgNames({"listeners", "type"})->ArgsProduct({{1, 4, 16, 64}, {0, 1}});
 
 }   // namespace

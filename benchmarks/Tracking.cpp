@@ -10,17 +10,21 @@
 
 namespace {
 
-constexpr int kLive = 10'000;
-
 TvlString Path(int number) { return L"/home/user/documents/drawing " + std::to_wstring(number) + L".tvr"; }
+
+void LiveRecords(benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->ArgName("records")->RangeMultiplier(10)->Range(100, 100'000);
+}
 
 /// One record starts and ends each time, so that each start finds an entry to remove.
 void TrackingStart_Own(benchmark::State& state)
 {
+    const int count = static_cast<int>(state.range(0));
     std::vector<TrackFileFormatUse> live;
-    for (int i = 0; i < kLive; ++i)
+    for (int i = 0; i < count; ++i)
         live.push_back(TrackFileFormatUse::StartGlobal(Path(i), L"Import"));
-    const TvlString path = Path(kLive);
+    const TvlString path = Path(count);
     for (auto _ : state) {
         TrackFileFormatUse use = TrackFileFormatUse::StartGlobal(path, L"Import");
         use.Discard();
@@ -28,28 +32,29 @@ void TrackingStart_Own(benchmark::State& state)
     for (TrackFileFormatUse& use : live)
         use.Discard();
 }
-BENCHMARK(TrackingStart_Own);
+BENCHMARK(TrackingStart_Own)->Apply(LiveRecords);
 
 /// A start that finds a live record.
 void TrackingStart_OwnLive(benchmark::State& state)
 {
+    const int count = static_cast<int>(state.range(0));
     std::vector<TrackFileFormatUse> live;
-    for (int i = 0; i < kLive; ++i)
+    for (int i = 0; i < count; ++i)
         live.push_back(TrackFileFormatUse::StartGlobal(Path(i), L"Import"));
-    const TvlString path = Path(kLive / 2);
+    const TvlString path = Path(count / 2);
     for (auto _ : state)
         benchmark::DoNotOptimize(TrackFileFormatUse::StartGlobal(path, L"Import"));
     for (TrackFileFormatUse& use : live)
         use.Discard();
 }
-BENCHMARK(TrackingStart_OwnLive);
+BENCHMARK(TrackingStart_OwnLive)->Apply(LiveRecords);
 
 void TrackingStart_Walk(benchmark::State& state)
 {
     std::vector<std::shared_ptr<int>> live;
     std::unordered_map<TvlString, std::weak_ptr<int>> table;
     TvlUtils::ThreadLock lock;
-    for (int i = 0; i < kLive; ++i) {
+    for (int i = 0; i < state.range(0); ++i) {
         live.push_back(std::make_shared<int>(i));
         table.emplace(Path(i), live.back());
     }
@@ -58,6 +63,6 @@ void TrackingStart_Walk(benchmark::State& state)
         benchmark::DoNotOptimize(std::erase_if(table, [](const auto& entry) { return entry.second.expired(); }));
     }
 }
-BENCHMARK(TrackingStart_Walk);
+BENCHMARK(TrackingStart_Walk)->Apply(LiveRecords);
 
 }   // namespace

@@ -13,6 +13,8 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
+#include <map>
+#include <memory>
 #include <random>
 #include <sstream>
 #include <unistd.h>
@@ -21,9 +23,15 @@
 
 namespace {
 
-constexpr int kIcons = 100;
 constexpr std::size_t kIconBytes = 4096;
-constexpr std::size_t kSettingsBytes = 600'000;
+constexpr std::size_t kInterfaceBytes = 400'000;
+
+/// What a workspace holds beside its interface.
+struct Contents {
+    std::int64_t icons = 100;
+    std::int64_t settingsBytes = 600'000;
+    auto operator<=>(const Contents&) const = default;
+};
 
 /// Bytes that shrink to a third or so, as settings and pictures do.
 std::string Content(std::size_t size, unsigned seed)
@@ -37,17 +45,21 @@ std::string Content(std::size_t size, unsigned seed)
 
 class Workspace {
 public:
-    Workspace()
+    explicit Workspace(const Contents& contents)
+        : m_folder(std::filesystem::temp_directory_path() / "bench-workspaces"
+            / (std::to_string(contents.icons) + "-" + std::to_string(contents.settingsBytes)))
     {
-        CAppPrefManager::GetInstance().AttachStore(&m_preferences);
+        static MemoryPrefStore preferences;
+        CAppPrefManager::GetInstance().AttachStore(&preferences);
         std::filesystem::create_directories(m_folder);
-        std::ofstream(m_folder / "settings.ini", std::ios::binary) << Content(kSettingsBytes, 1);
-        const std::string interface = "<ui>" + Content(400'000, 2) + "</ui>";
+        std::ofstream(m_folder / "settings.ini", std::ios::binary)
+            << Content(static_cast<std::size_t>(contents.settingsBytes), 1);
+        const std::string interface = "<ui>" + Content(kInterfaceBytes, 2) + "</ui>";
         WorkspaceFile::CreateDefault(Path());
         WorkspaceContainer container = WorkspaceContainer::Open(Path(), ZipFile::OpenMode::ReadWrite);
         container.CreateFileW(L"content/workspace.xml", false, false, nullptr)
             .Write(interface.data(), interface.size());
-        for (int i = 0; i < kIcons; ++i) {
+        for (std::int64_t i = 0; i < contents.icons; ++i) {
             const std::string icon = Content(kIconBytes, static_cast<unsigned>(i + 3));
             const TvlString name = L"content/icons/" + TvlString(std::to_wstring(i)) + L".ico";
             container.CreateFileW(name, false, false, nullptr).Write(icon.data(), icon.size());
@@ -55,7 +67,6 @@ public:
         container.AddFile(L"content/settings.ini", Settings(), false, nullptr);
         container.Close();
     }
-    ~Workspace() { CAppPrefManager::GetInstance().AttachStore(nullptr); }
 
     TvlString Path() const { return TvlUtils::SystemIO::FromFilePath(m_folder / "a.tvws"); }
     TvlString Settings() const { return TvlUtils::SystemIO::FromFilePath(m_folder / "settings.ini"); }
@@ -64,15 +75,20 @@ public:
     std::string TargetFile() const { return (m_folder / "extracted.ini").string(); }
 
 private:
-    std::filesystem::path m_folder = std::filesystem::temp_directory_path() / "bench-workspaces";
-    MemoryPrefStore m_preferences;
+    std::filesystem::path m_folder;
 };
 
-const Workspace& TheWorkspace()
+const Workspace& TheWorkspace(const Contents& contents = {})
 {
-    static const Workspace workspace;
-    return workspace;
+    static std::map<Contents, std::unique_ptr<const Workspace>> workspaces;
+    auto& workspace = workspaces[contents];
+    if (!workspace)
+        workspace = std::make_unique<const Workspace>(contents);
+    return *workspace;
 }
+
+const Workspace& WithIcons(const benchmark::State& state) { return TheWorkspace({.icons = state.range(0)}); }
+const Workspace& WithSettings(const benchmark::State& state) { return TheWorkspace({.settingsBytes = state.range(0)}); }
 
 /// An entry by libzip alone.
 std::string ReadEntry(zip_t* archive, zip_uint64_t index)
@@ -99,14 +115,14 @@ void Replace(const std::string& from, const std::string& to)
 
 void WorkspaceMetadata_Own(benchmark::State& state)
 {
-    const TvlString path = TheWorkspace().Path();
+    const TvlString path = WithIcons(state).Path();
     for (auto _ : state)
         benchmark::DoNotOptimize(WorkspaceFile(path).GetUIOrder());
 }
 
 void WorkspaceMetadata_Libzip(benchmark::State& state)
 {
-    const std::string file = TheWorkspace().File();
+    const std::string file = WithIcons(state).File();
     for (auto _ : state) {
         zip_t* const archive = zip_open(file.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, nullptr);
         const auto index = zip_name_locate(archive, "metadata/metadata.xml", 0);
@@ -119,7 +135,7 @@ void WorkspaceMetadata_Libzip(benchmark::State& state)
 
 void WorkspaceRead_Own(benchmark::State& state)
 {
-    const TvlString path = TheWorkspace().Path();
+    const TvlString path = WithIcons(state).Path();
     for (auto _ : state) {
         const auto container = WorkspaceContainer::Open(path, ZipFile::OpenMode::Read);
         for (const TvlString& name : container.GetFileNames(L"content/.*", true))
@@ -129,7 +145,7 @@ void WorkspaceRead_Own(benchmark::State& state)
 
 void WorkspaceRead_Libzip(benchmark::State& state)
 {
-    const std::string file = TheWorkspace().File();
+    const std::string file = WithIcons(state).File();
     for (auto _ : state) {
         zip_t* const archive = zip_open(file.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, nullptr);
         for (zip_int64_t i = 0; i < zip_get_num_entries(archive, 0); ++i)
@@ -142,7 +158,7 @@ void WorkspaceRead_Libzip(benchmark::State& state)
 /// Extracts the settings of a workspace and stores them again, as a switch does.
 void WorkspaceSwitch_Own(benchmark::State& state)
 {
-    const Workspace& workspace = TheWorkspace();
+    const Workspace& workspace = WithSettings(state);
     WorkspaceFile file(workspace.Path());
     for (auto _ : state) {
         benchmark::DoNotOptimize(file.LoadSettings(workspace.Target(), {}));
@@ -152,7 +168,7 @@ void WorkspaceSwitch_Own(benchmark::State& state)
 
 void WorkspaceSwitch_Libzip(benchmark::State& state)
 {
-    const Workspace& workspace = TheWorkspace();
+    const Workspace& workspace = WithSettings(state);
     const std::string file = workspace.File();
     const std::string aside = file + ".peer";
     const std::string target = workspace.TargetFile();
@@ -177,19 +193,22 @@ void WorkspaceSwitch_Libzip(benchmark::State& state)
     }
 }
 
-/// Two workspaces of 1 MB in a user's folder, a manager that changes between them, and a registry in memory.
+/// Two workspaces of 1 MB with so many settings in a user's folder, a manager that changes between them, and a registry in
+/// memory. One at a time.
 class TwoWorkspaces {
 public:
-    TwoWorkspaces()
+    explicit TwoWorkspaces(std::int64_t settingsCount)
     {
+        constexpr int kOfSection = 20;
+
         setenv("TVL_USER_DIR", m_folder.c_str(), 1);
         setenv("TVL_SUITE_DIR", (m_folder / "suite").c_str(), 1);
         PREFUTILS::IRegistry::SetForTests(&m_registry);
         std::filesystem::create_directories(m_folder / "Workspaces");
         std::string settings;
-        for (int section = 0; section < 20; ++section) {
+        for (int section = 0; section < settingsCount / kOfSection; ++section) {
             settings += "[Section" + std::to_string(section) + "]\r\n";
-            for (int i = 0; i < 20; ++i)
+            for (int i = 0; i < kOfSection; ++i)
                 settings += "Name" + std::to_string(i) + "=" + Content(40, static_cast<unsigned>(i)) + "\r\n";
         }
         std::ofstream(m_folder / "Workspaces/settings.ini", std::ios::binary) << settings;
@@ -206,6 +225,9 @@ public:
         manager.Initialize(init, nullptr);
         manager.SetCurrentWorkspace(L"a", false, false);
     }
+    TwoWorkspaces(const TwoWorkspaces&) = delete;
+    TwoWorkspaces& operator=(const TwoWorkspaces&) = delete;
+    ~TwoWorkspaces() { PREFUTILS::IRegistry::SetForTests(nullptr); }
 
     std::string File(const char* name) const { return (m_folder / "Workspaces" / name).string(); }
     TvlString Settings() const { return TvlUtils::SystemIO::FromFilePath(File("settings.ini")); }
@@ -229,16 +251,11 @@ private:
     PREFUTILS::StoredRegistry m_registry{PREFUTILS::MakeMemoryStore()};
 };
 
-TwoWorkspaces& TheManager()
-{
-    static TwoWorkspaces workspaces;
-    return workspaces;
-}
-
 /// From one workspace to the other, with all that the application's preferences need.
 void WorkspaceManagerSwitch_Own(benchmark::State& state)
 {
-    WorkspaceManager& manager = TheManager().manager;
+    TwoWorkspaces workspaces(state.range(0));
+    WorkspaceManager& manager = workspaces.manager;
     bool toB = true;
     for (auto _ : state) {
         benchmark::DoNotOptimize(manager.SetCurrentWorkspace(toB ? L"b" : L"a", false, false));
@@ -336,8 +353,9 @@ private:
 /// into the registry, and what is noted beside them.
 void WorkspaceManagerSwitch_Libzip(benchmark::State& state)
 {
-    const std::string files[] = {TheManager().File("a.tvws"), TheManager().File("b.tvws")};
-    const std::string settings = TheManager().File("peer.ini");
+    const TwoWorkspaces workspaces(state.range(0));
+    const std::string files[] = {workspaces.File("a.tvws"), workspaces.File("b.tvws")};
+    const std::string settings = workspaces.File("peer.ini");
     PREFUTILS::StoredRegistry registry{PREFUTILS::MakeMemoryStore()};
     WriteFlushed(settings, LoadEntry(files[0]));
     std::size_t current = 0;
@@ -352,13 +370,28 @@ void WorkspaceManagerSwitch_Libzip(benchmark::State& state)
     }
 }
 
-BENCHMARK(WorkspaceMetadata_Own);
-BENCHMARK(WorkspaceMetadata_Libzip);
-BENCHMARK(WorkspaceRead_Own);
-BENCHMARK(WorkspaceRead_Libzip);
-BENCHMARK(WorkspaceSwitch_Own);
-BENCHMARK(WorkspaceSwitch_Libzip);
-BENCHMARK(WorkspaceManagerSwitch_Own);
-BENCHMARK(WorkspaceManagerSwitch_Libzip);
+void Icons(benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->ArgName("icons")->Arg(25)->Arg(100)->Arg(400)->Arg(1'600);
+}
+
+void SettingsBytes(benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->ArgName("bytes")->Arg(75'000)->Arg(300'000)->Arg(1'200'000)->Arg(4'800'000);
+}
+
+void SettingsCount(benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->ArgName("settings")->Arg(100)->Arg(400)->Arg(1'600)->Arg(6'400);
+}
+
+BENCHMARK(WorkspaceMetadata_Own)->Apply(Icons);
+BENCHMARK(WorkspaceMetadata_Libzip)->Apply(Icons);
+BENCHMARK(WorkspaceRead_Own)->Apply(Icons);
+BENCHMARK(WorkspaceRead_Libzip)->Apply(Icons);
+BENCHMARK(WorkspaceSwitch_Own)->Apply(SettingsBytes);
+BENCHMARK(WorkspaceSwitch_Libzip)->Apply(SettingsBytes);
+BENCHMARK(WorkspaceManagerSwitch_Own)->Apply(SettingsCount);
+BENCHMARK(WorkspaceManagerSwitch_Libzip)->Apply(SettingsCount);
 
 }   // namespace

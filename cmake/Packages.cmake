@@ -14,6 +14,9 @@ install(TARGETS TvlUtl TvlSiblings TvlHeaders EXPORT TvlUtlTargets
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Runtime NAMELINK_COMPONENT Development
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Development
     INCLUDES DESTINATION "${TVL_INSTALL_HEADERS}")
+if(TARGET TvlInternet)
+    install(TARGETS TvlInternet LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Runtime)
+endif()
 install(TARGETS TvlTestKit EXPORT TvlUtlTestKitTargets
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT TestKit)
 install(TARGETS tvl RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT Runtime)
@@ -60,6 +63,9 @@ endif()
 
 # All that is packed, without tests.
 add_custom_target(TvlPackage DEPENDS TvlUtl TvlSiblings TvlTestKit tvl)
+if(TARGET TvlInternet)
+    add_dependencies(TvlPackage TvlInternet)
+endif()
 if(TARGET TvlManPage)
     add_dependencies(TvlPackage TvlManPage)
 endif()

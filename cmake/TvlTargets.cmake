@@ -66,16 +66,21 @@ function(tvl_library_folder name)
     set_property(GLOBAL APPEND PROPERTY TVL_FOLDERS TvlUtl_${name})
 endfunction()
 
-# Versions of a shared library. Before 1.0.0 a minor version may change interfaces, so the name that programs ask for at
-# run time has both numbers.
-function(tvl_shared_library_version target)
-    set(interfaces ${PROJECT_VERSION_MAJOR})
-    if(PROJECT_VERSION_MAJOR EQUAL 0)
-        set(interfaces ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
-    endif()
-    set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${interfaces})
+# The version of the interfaces. Before 1.0.0 a minor version may change them, so it has both numbers, and so has the name
+# that programs ask for at run time.
+set(TVL_INTERFACES_VERSION ${PROJECT_VERSION_MAJOR})
+if(PROJECT_VERSION_MAJOR EQUAL 0)
+    set(TVL_INTERFACES_VERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+endif()
+
+# What all shared libraries of this tree have in common.
+function(tvl_shared_library target)
+    set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${TVL_INTERFACES_VERSION})
     if(UNIX)
         set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
+        # Calls and virtual tables lead to the library's own functions without asking all loaded libraries for others of
+        # their names. Variables, type information among them, stay one of each in a process.
+        target_link_options(${target} PRIVATE LINKER:-Bsymbolic-functions)
     endif()
 endfunction()
 

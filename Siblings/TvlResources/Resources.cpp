@@ -13,10 +13,10 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <mutex>
 #include <new>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <unordered_map>
@@ -85,8 +85,9 @@ void ReadFile(const fs::path& path, Texts& texts)
 {
     try {
         std::ifstream stream(path, std::ios::binary);
-        const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
-        const auto file = Json::Parse(bytes, kLimits);
+        std::ostringstream bytes;
+        bytes << stream.rdbuf();
+        const auto file = Json::Parse(bytes.view(), kLimits);
         if (!file)
             throw std::runtime_error("no JSON object");
         ReadTexts(*file, texts);

@@ -3,6 +3,7 @@ import contextlib
 import io
 import json
 import subprocess
+import sys
 import tempfile
 import unittest
 from pathlib import Path
@@ -16,6 +17,9 @@ import includes
 import natvis
 import links
 import tally
+
+sys.path.insert(0, str(Path(__file__).parents[2] / "benchmarks"))
+import ratios   # noqa: E402
 
 LIBRARY = "Engines/TvlUtl"
 
@@ -329,6 +333,62 @@ class Tally(unittest.TestCase):
     def test_a_build_without_results_fails(self):
         with tempfile.TemporaryDirectory() as folder, contextlib.redirect_stdout(io.StringIO()):
             self.assertEqual(tally.count_build(folder), (0, 1))
+
+
+class Ratios(unittest.TestCase):
+    LINES = ["# words", "", "Sort  Sort_Bare 1/4   # why", "Parse Parse_Peer 2 mean", "Start Start_Bare +1000"]
+    TIMES = {f"{name}/{extra}{size}/deep:{deep}": factor * size ** power
+             for name, factor, power in (("Sort", 2, 2), ("Sort_Bare", 5, 1))
+             for extra, size in (("", 10), ("", 100), ("", 1000), ("bytes:", 10000)) for deep in (0, 1)}
+    TIMES |= {"Sorted/10": 1, "Parse/0": 8, "Parse_Peer/0": 2, "Parse/1": 1, "Parse_Peer/1": 1,
+              "Start": 5e6, "Start_Bare": 2e6}
+
+    def test_reads_limits(self):
+        sort, parse, start = ratios.limits(self.LINES)
+        self.assertEqual([sort, parse.mean, start.mean], [("Sort", "Sort_Bare", "1/4", False), True, False])
+        self.assertEqual([row.ratio(self.TIMES) for row in (sort, parse, start)], [0.25, 2, 1.5])
+        self.assertEqual(ratios.limits(self.LINES, "art"), [start])
+
+    def test_fits_exponents(self):
+        sizes = (3, 10, 700, 50_000)
+        for power in (0, 0.5, 1, 2, -1):
+            self.assertAlmostEqual(ratios.exponent([(size, 7 * size ** power) for size in sizes]), power)
+        # Least squares: off by the same factor up and down at both ends, which leaves the slope between them.
+        self.assertAlmostEqual(ratios.exponent([(1, 2), (10, 10), (100, 100), (1000, 2000)]), 1)
+
+    def test_groups_what_differs_in_size_alone(self):
+        sort, parse, start = ratios.limits(self.LINES)
+        groups = ratios.groups(self.TIMES, sort)
+        self.assertEqual([(group.name, group.sizes) for group in groups],
+                         [(f"Sort/deep:{deep}", (10, 100, 1000, 10000)) for deep in (0, 1)])
+        for group in groups:
+            self.assertAlmostEqual(group.growth[0], 2)
+            self.assertAlmostEqual(group.growth[1], 1)
+            self.assertEqual([pair.ratio for pair in group.pairs], [4, 40, 400, 4000])
+        self.assertEqual(ratios.groups(self.TIMES, parse), [("Parse", (), [("Parse", 2)], ())])
+        self.assertEqual(ratios.groups(self.TIMES, start), [("Start", (), [("Start", 2.5)], ())])
+        self.assertEqual(ratios.groups(self.TIMES, sort._replace(peer="Gone")), [])
+
+    def test_tells_what_is_above_its_limit_and_what_is_not_there(self):
+        rows = ratios.limits(self.LINES)
+        self.assertEqual(ratios.above(self.TIMES, rows[1:]), [rows[2]])
+        for limit, status in (("4001", 0), ("39", 1)):
+            lines, code = ratios.as_text(self.TIMES, [rows[0]._replace(text=limit)])
+            self.assertEqual((code, sum("above its limit" in line for line in lines)), (status, 6 * status))
+            self.assertEqual(sum("2.00/1.00" in line for line in lines), 2)
+        self.assertEqual(ratios.as_text(self.TIMES, [rows[0]._replace(own="Gone")])[1], 2)
+
+    def test_records_the_table_and_nothing_else(self):
+        page = "before\n<!-- table -->\nold\n<!-- end of table -->\nafter\n"
+        rows = ratios.limits(self.LINES[:3])
+        table = ratios.as_markdown(self.TIMES, rows)
+        self.assertEqual(table[2], "| `Sort/deep:0` | `Sort_Bare` | 10, 100, 1,000, 10,000 | 4.000, 40.000, 400.000, "
+                         "4000.000 | 1/4 | 2.00 | 1.00 |")
+        changed = ratios.record(page, table)
+        self.assertNotIn("old", changed)
+        self.assertEqual(ratios.record(changed, ["old"]), page.replace("old", "\nold\n"))
+        with self.assertRaises(ValueError):
+            ratios.record("before", table)
 
 
 if __name__ == "__main__":

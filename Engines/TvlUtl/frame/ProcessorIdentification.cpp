@@ -9,7 +9,8 @@ constexpr ULONG kExtended = 0x80000000;
 // Processors have a few dozen leaves of each kind. A virtual machine that claims billions doesn't hold the start up.
 constexpr ULONG kMostLeaves = 256;
 
-/// All leaves from `first` to the highest, which the first one tells in EAX.
+/// All leaves from `first` to the highest, which the first one tells in EAX. Each is asked for once: under a hypervisor an
+/// answer takes microseconds, and this is part of every program's start.
 std::vector<Ports::ProcessorLeaf> ReadLeaves(const Ports::Processor& processor, ULONG first)
 {
     std::vector<Ports::ProcessorLeaf> leaves;
@@ -18,7 +19,9 @@ std::vector<Ports::ProcessorLeaf> ReadLeaves(const Ports::Processor& processor, 
     if (!head || head->eax < first)
         return leaves;
     const ULONG count = std::min(head->eax - first, kMostLeaves - 1) + 1;
-    for (ULONG i = 0; i < count; ++i)
+    leaves.reserve(count);
+    leaves.push_back(*head);
+    for (ULONG i = 1; i < count; ++i)
         leaves.push_back(processor.Identify(first + i, 0).value_or(Ports::ProcessorLeaf()));
     return leaves;
 }

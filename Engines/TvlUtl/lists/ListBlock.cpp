@@ -108,14 +108,6 @@ LONG Fail(Failure failure, int line)
     return -1;
 }
 
-LIST* Lock(HMEM__* handle, int line)
-{
-    void* const block = MEMMANLock(handle);
-    if (!block)
-        Report(Failure::Lock, line);
-    return static_cast<LIST*>(block);
-}
-
 LONG ExtendTo(HMEM__* handle, LIST* list, ULONG index, const void* data, ULONG size, int line)
 {
     const Size shift = Shift(list, Size{index} + 2);

@@ -13,8 +13,14 @@ enum class Failure : int { Allocation = 1000, Lock = 1001, Resize = 1002, Argume
 void Report(Failure failure, int line);
 /// The same as a function's result, which is -1.
 LONG Fail(Failure failure, int line);
-/// The block, or null after reporting `line`.
-LIST* Lock(HMEM__* handle, int line);
+/// The block, or null after reporting `line`. What MEMMANLock gives, without the call.
+inline LIST* Lock(HMEM__* handle, int line)
+{
+    void* const block = handle ? handle->data : nullptr;
+    if (!block)
+        Report(Failure::Lock, line);
+    return static_cast<LIST*>(block);
+}
 
 inline BYTE* Bytes(LIST* list) { return reinterpret_cast<BYTE*>(list); }
 inline bool Holds(const LIST* list, LONG index) { return static_cast<ULONG>(index) < list->count; }
