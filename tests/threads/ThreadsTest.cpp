@@ -264,8 +264,8 @@ void UseHandlesAndLists(int thread, int round)
     LIST_Dtor(list);
     WGList elements;
     for (int i = 0; i <= round; ++i)
-        elements.Push(&thread, sizeof thread);
-    EXPECT_EQ(elements.Size(), round + 1);
+        elements.InsertEnd(&thread, sizeof thread);
+    EXPECT_EQ(elements.ListSize(), round + 1);
 }
 
 void ReadExif(int, int)
