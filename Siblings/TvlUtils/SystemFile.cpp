@@ -74,10 +74,10 @@ void RemoveLeftovers(const fs::path& path)
 
 using Writer = std::function<FileResult(FileHandle&)>;
 
-FileResult MakeAside(const fs::path& aside, const Writer& write)
+FileResult MakeAside(const fs::path& aside, const fs::path& path, const Writer& write)
 {
     std::unique_ptr<FileHandle> file;
-    FileResult result = FileLayer::Get().Open(aside, OpenMode::CreateNew, file);
+    FileResult result = FileLayer::Get().CreateLike(aside, path, file);
     if (!result)
         return result;
     result = write(*file);
@@ -92,7 +92,7 @@ FileResult ReplaceOnce(const fs::path& path, const Writer& write, bool& lost)
 {
     fs::path aside = path;
     aside += UniqueSuffix();
-    FileResult result = MakeAside(aside, write);
+    FileResult result = MakeAside(aside, path, write);
     if (result) {
         result = FileLayer::Get().Rename(aside, path);
         lost = result.IsMissing();
