@@ -25,6 +25,12 @@ if(MINGW)
     # msvcrt's printf is neither C99 nor exact for long decimals.
     add_compile_definitions(__USE_MINGW_ANSI_STDIO=1 UNICODE _UNICODE WINVER=0x0A00 _WIN32_WINNT=0x0A00)
 endif()
+if(TVL_COVERAGE)
+    # Whoever starts a program, and from where, its counts are added to one of a few files for each binary.
+    set(counts "${CMAKE_BINARY_DIR}/counts/%4m.profraw")
+    add_compile_options("-fprofile-instr-generate=${counts}" -fcoverage-mapping)
+    add_link_options("-fprofile-instr-generate=${counts}")
+endif()
 if(TVL_SANITIZERS)
     add_compile_options(-fsanitize=${TVL_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${TVL_SANITIZERS})
