@@ -390,6 +390,8 @@ class Ratios(unittest.TestCase):
         self.assertEqual(ratios.record(changed, ["old"]), page.replace("old", "\nold\n"))
         with self.assertRaises(ValueError):
             ratios.record("before", table)
+
+
 class Coverage(unittest.TestCase):
     # 1 int Sign(int value)        called once, with 5
     # 2 {
