@@ -4,6 +4,9 @@
 //   fuzz_NAME --mutations COUNT FOLDER...     inputs that are made from them, always the same ones: all of them with
 //                                             TVL_FAULTS=whole in the environment, else the first fiftieth
 //   fuzz_NAME --input NUMBER FOLDER...        one of these
+//   fuzz_NAME --hostile PATH...               files, and those of folders and all below them: each may take a second and
+//                                             256 MB
+#include "InputCost.h"
 #include "Mutator.h"
 
 #include <algorithm>
@@ -25,6 +28,16 @@ namespace fs = std::filesystem;
 constexpr auto kLongest = std::chrono::seconds(10);   // of one input, under sanitizers and beside other programs
 constexpr std::uint64_t kPart = 50;                   // of a run that is not whole
 
+constexpr long long kMostMilliseconds = 1000;   // of a hostile file
+constexpr long long kMostBytes = 256LL << 20;   // of a hostile file
+
+FuzzInput Read(const fs::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
+    return {bytes.begin(), bytes.end()};
+}
+
 std::vector<FuzzInput> ReadSeeds(char** folders, int count)
 {
     std::vector<fs::path> files;
@@ -34,11 +47,7 @@ std::vector<FuzzInput> ReadSeeds(char** folders, int count)
     std::sort(
         files.begin(), files.end(), [](const fs::path& a, const fs::path& b) { return a.filename() < b.filename(); });
     std::vector<FuzzInput> seeds;
-    for (const fs::path& path : files) {
-        std::ifstream file(path, std::ios::binary);
-        const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
-        seeds.emplace_back(bytes.begin(), bytes.end());
-    }
+    std::transform(files.begin(), files.end(), std::back_inserter(seeds), Read);
     return seeds;
 }
 
@@ -82,10 +91,53 @@ int RunSeeds(const std::vector<FuzzInput>& seeds)
     std::printf("%zu seeds replayed\n", seeds.size());
     return isFast ? 0 : 1;
 }
+/// The path, or the files of the folder and all below it.
+std::vector<fs::path> FilesOf(const fs::path& path)
+{
+    if (!fs::is_directory(path))
+        return {path};
+    std::vector<fs::path> files;
+    for (const auto& entry : fs::recursive_directory_iterator(path))
+        if (entry.is_regular_file())
+            files.push_back(entry.path());
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+int RunHostile(const std::vector<fs::path>& files)
+{
+    long long slowest = 0;
+    long long largest = 0;
+    int above = 0;
+    for (const fs::path& path : files) {
+        const FuzzInput input = Read(path);
+        std::fprintf(stderr, "%s\r", path.filename().string().c_str());   // a report comes behind the file's name
+        const InputCost cost;
+        LLVMFuzzerTestOneInput(input.data(), input.size());
+        const long long time = cost.Milliseconds();
+        const long long bytes = cost.PeakBytes();
+        if (time > kMostMilliseconds || bytes > kMostBytes) {
+            std::printf("%s: %lld ms, %lld MB\n", path.string().c_str(), time, bytes >> 20);
+            ++above;
+        }
+        slowest = std::max(slowest, time);
+        largest = std::max(largest, bytes);
+    }
+    std::printf("%zu files, 0 reports, %d of them above a limit; at most %lld ms and %lld MB\n", files.size(), above,
+        slowest, largest >> 20);
+    return above == 0 && !files.empty() ? 0 : 1;
+}
 }   // namespace
 
 int main(int count, char** arguments)
 {
+    if (count > 2 && std::strcmp(arguments[1], "--hostile") == 0) {
+        std::vector<fs::path> files;
+        for (int i = 2; i < count; ++i)
+            for (const fs::path& path : FilesOf(arguments[i]))
+                files.push_back(path);
+        return RunHostile(files);
+    }
     const bool isOne = count > 2 && std::strcmp(arguments[1], "--input") == 0;
     const bool isMany = count > 2 && std::strcmp(arguments[1], "--mutations") == 0;
     const int firstFolder = isOne || isMany ? 3 : 1;

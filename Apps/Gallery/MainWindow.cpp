@@ -40,19 +40,6 @@ constexpr Tab kTabPages[] = {
 };
 constexpr int kPages = static_cast<int>(std::size(kTabPages));
 
-void RegisterWindowClass(WNDPROC procedure)
-{
-    WNDCLASSEXW description{};
-    description.cbSize = sizeof description;
-    description.lpfnWndProc = procedure;
-    description.hInstance = GetModuleHandleW(nullptr);
-    description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    description.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
-    description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-    description.lpszClassName = kClass;
-    RegisterClassExW(&description);
-}
-
 HFONT MessageFont(UINT dpi)
 {
     NONCLIENTMETRICSW metrics{};
@@ -67,7 +54,7 @@ MainWindow::MainWindow(int page) : m_pages(kPages)
     const INITCOMMONCONTROLSEX controls{sizeof controls,
         ICC_TAB_CLASSES | ICC_UPDOWN_CLASS | ICC_BAR_CLASSES | ICC_PROGRESS_CLASS | ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&controls);
-    RegisterWindowClass(&MainWindow::Procedure);
+    RegisterWindowClass(kClass, &MainWindow::Procedure, LoadIconW(nullptr, IDI_APPLICATION));
     m_window = CreateWindowExW(WS_EX_CONTROLPARENT, kClass, L"TvlUtl Gallery", kStyle, CW_USEDEFAULT, CW_USEDEFAULT,
         kWidth, kHeight, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
     SetWindowLongPtrW(m_window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));

@@ -8,22 +8,24 @@ constexpr const wchar_t* kClass = L"TvlGalleryPage";
 constexpr COLORREF kProblemColour = RGB(176, 0, 0);
 constexpr int kUsualDpi = USER_DEFAULT_SCREEN_DPI;
 
-void RegisterPageClass(WNDPROC procedure)
+}   // namespace
+
+void RegisterWindowClass(const wchar_t* name, WNDPROC procedure, HICON icon)
 {
     WNDCLASSEXW description{};
     description.cbSize = sizeof description;
     description.lpfnWndProc = procedure;
     description.hInstance = GetModuleHandleW(nullptr);
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    description.hIcon = icon;
     description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-    description.lpszClassName = kClass;
+    description.lpszClassName = name;
     RegisterClassExW(&description);   // fails for a class that is there, which is as good
 }
-}   // namespace
 
 Page::Page(HWND parent)
 {
-    RegisterPageClass(&Page::Procedure);
+    RegisterWindowClass(kClass, &Page::Procedure, nullptr);
     m_window = CreateWindowExW(WS_EX_CONTROLPARENT, kClass, L"", WS_CHILD | WS_CLIPCHILDREN, 0, 0, 0, 0, parent,
         nullptr, GetModuleHandleW(nullptr), nullptr);
     SetWindowLongPtrW(m_window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));

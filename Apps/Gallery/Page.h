@@ -14,6 +14,10 @@ struct Box {
     int height;
 };
 
+/// Registers a class of the program's windows, in the colour of dialogs. One of that name stays as it is.
+/// @param icon the system's own while the class lives; null for windows that show none
+void RegisterWindowClass(const wchar_t* name, WNDPROC procedure, HICON icon);
+
 /// A window below the tabs with controls, laid out for the resolution of the screen that it is on. Pages make their
 /// controls in their constructors, in the order in which the Tab key visits them.
 class Page {

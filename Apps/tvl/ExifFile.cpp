@@ -1,6 +1,7 @@
 #include "ExifFile.h"
 
 #include "ExifLocator.h"
+#include "TerminalText.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "siblings/TvlUtils/FilePath.h"
 
@@ -169,7 +170,7 @@ std::string ExifFileName(const std::filesystem::path& path) { return Printable(F
 
 std::string ExifText(const ExifFile& file)
 {
-    constexpr int kLabelWidth = 40;
+    constexpr std::size_t kLabelWidth = 40;
     std::string out = ExifFileName(file.path) + (file.hasBlock ? "\n" : ": no Exif block\n");
     TvlString text;
     for (int i = 0; CExifTag* tag = file.exif->GetAt(i); ++i) {
@@ -177,7 +178,7 @@ std::string ExifText(const ExifFile& file)
         tag->GetDisplayLabel(label);
         text.Empty();
         tag->GetDisplayValue(text);
-        label.Format(L"  %5u  %-*s  ", tag->GetID(), kLabelWidth, label);
+        label.Format(L"  %5u  %s  ", tag->GetID(), PaddedToColumns(label.Std(), kLabelWidth));
         out += TvlPlatform::ToUtf8(label) + Printable(Shortened(text)) + '\n';
     }
     return out;

@@ -2,6 +2,7 @@
 #include "CFileLocations.h"
 #include "CommandTask.h"
 #include "Commands.h"
+#include "TerminalText.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "siblings/TvlUtils/FilePath.h"
 #include "siblings/TvlUtils/SystemIO.h"
@@ -9,7 +10,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <filesystem>
-#include <iomanip>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -19,7 +19,7 @@ namespace SystemIO = TvlUtils::SystemIO;
 using TvlPlatform::FromUtf8;
 using TvlPlatform::ToUtf8;
 
-constexpr int kNameWidth = 24;
+constexpr std::size_t kNameWidth = 24;
 
 [[noreturn]] void Fail(const std::string& problem)
 {
@@ -98,7 +98,7 @@ struct Listing {
                     {"default", ToUtf8(location.fallback)}, {"why", location.Why()}}
                           << '\n';
             else
-                std::cout << std::left << std::setw(kNameWidth) << ToUtf8(location.name) << ToUtf8(location.Folder())
+                std::cout << ToUtf8(PaddedToColumns(location.name.Std(), kNameWidth)) << ToUtf8(location.Folder())
                           << (why ? "  (" + location.Why() + ")" : "") << '\n';
         }
     }

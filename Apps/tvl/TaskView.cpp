@@ -2,6 +2,7 @@
 
 #include "TaskText.h"
 #include "TerminalText.h"
+#include "siblings/TvlPlatform/OneLine.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 
 #include <algorithm>
@@ -20,7 +21,7 @@ TvlUtl::ITaskProgress* TaskOf(void* sender) { return static_cast<TvlUtl::ITaskPr
 std::wstring NameOf(TvlUtl::ITaskProgress& task) { return task.GetDisplayName().Std(); }
 
 /// A line of output. Names of files and messages of failures may hold anything.
-std::string LineOf(const std::wstring& text) { return TvlPlatform::ToUtf8(OneLine(text, L' ')); }
+std::string LineOf(const std::wstring& text) { return TvlPlatform::ToUtf8(TvlPlatform::OneLine(text, L' ')); }
 }   // namespace
 
 TaskView::TaskView(std::ostream& out, Screen screen, std::function<Time()> now)

@@ -31,19 +31,19 @@ bool IsFirstHalf(wchar_t character)
 }
 }   // namespace
 
-std::wstring OneLine(std::wstring text, wchar_t mark)
-{
-    const auto isControl = [](wchar_t c) { return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029; };
-    std::replace_if(text.begin(), text.end(), isControl, mark);
-    return text;
-}
-
 std::size_t ColumnsOf(const std::wstring& line)
 {
     std::size_t columns = 0;
     for (const wchar_t character : line)
         columns += ColumnsOf(character);
     return columns;
+}
+
+std::wstring PaddedToColumns(std::wstring line, std::size_t columns)
+{
+    const std::size_t taken = ColumnsOf(line);
+    line.append(columns - std::min(columns, taken), L' ');
+    return line;
 }
 
 std::wstring CutToColumns(const std::wstring& line, std::size_t columns)

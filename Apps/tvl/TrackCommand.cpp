@@ -1,9 +1,9 @@
 // tvl track: what was told of the use of the product, and what can be told.
 #include "Commands.h"
-#include "TerminalText.h"
 #include "siblings/TvlConfig/EventDescriptions.h"
 #include "siblings/TvlConfig/EventLog.h"
 #include "siblings/TvlConfig/ProductAnalytics.h"
+#include "siblings/TvlPlatform/OneLine.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "siblings/TvlUtils/SystemIO.h"
 
@@ -32,7 +32,7 @@ Analytics::EventReader OpenEvents()
 }
 
 /// Text for a terminal: a line break or an escape in a value must not pass for more than a value.
-std::string Printable(const TvlString& text) { return TvlPlatform::ToUtf8(OneLine(text.Std(), L'?')); }
+std::string Printable(const TvlString& text) { return TvlPlatform::ToUtf8(TvlPlatform::OneLine(text.Std(), L'?')); }
 
 void Print(const Analytics::StoredEvent& event, bool json)
 {

@@ -1,6 +1,7 @@
 // tvl units: the measures that there are, and commands on the user's own.
 #include "Commands.h"
 #include "CustomUnitsCommand.h"
+#include "TerminalText.h"
 #include "WUnit.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 
@@ -20,6 +21,12 @@ constexpr int kNumberWithoutUnit[] = {0, 17, 22, 23};
 bool IsPlain(int id)
 {
     return std::find(std::begin(kNumberWithoutUnit), std::end(kNumberWithoutUnit), id) != std::end(kNumberWithoutUnit);
+}
+
+/// A name of a unit in a column of the table.
+std::string Cell(int id, unsigned form, std::size_t columns)
+{
+    return TvlPlatform::ToUtf8(PaddedToColumns(WUnit::GetDefaultWUnit().GetUnitDisplayString(id, form).Std(), columns));
 }
 
 nlohmann::ordered_json Describe(int id)
@@ -46,8 +53,8 @@ void Run(bool json)
         if (json)
             std::cout << unit << '\n';
         else
-            std::cout << std::setw(3) << id << "  " << std::left << std::setw(20) << unit["short"].get<std::string>()
-                      << std::setw(28) << unit["plural"].get<std::string>() << std::right << unit["factor"] << '\n';
+            std::cout << std::setw(3) << id << "  " << Cell(id, kUnitTextFirstName, 20)
+                      << Cell(id, kUnitTextThirdName, 28) << unit["factor"] << '\n';
     }
 }
 }   // namespace

@@ -7,6 +7,7 @@
 #include "siblings/TvlPref/CPrefObject.h"
 #include "siblings/TvlUtils/LogMessage.h"
 #include "siblings/TvlUtils/SystemIO.h"
+#include "windows/Clock.h"
 #include "windows/Environment.h"
 
 #include <atomic>
@@ -37,7 +38,7 @@ bool IsTrackingRefused()
 TvlString TimeText()
 {
     using namespace std::chrono;
-    const auto now = floor<milliseconds>(system_clock::now());
+    const auto now = floor<milliseconds>(Ports::Clock::Get().Now());
     const auto day = floor<days>(now);
     const year_month_day date(day);
     const hh_mm_ss time(now - day);

@@ -14,6 +14,8 @@ constexpr const wchar_t* kRootNames[] = {L"HKEY_CLASSES_ROOT", L"HKEY_CURRENT_US
 constexpr DWORD kFirstRoot = 0x80000000;
 constexpr std::size_t kLongestKeyName = 255;   // characters of one part of a path
 constexpr std::size_t kLongestValueName = 16383;
+// Bytes in memory. Stores count in 32 bits with a sign, and a value is copied a few times on its way.
+constexpr DWORD kLargestValue = 256u << 20;
 // Keys below a root, as on Windows. Every key of a path holds the whole of it: names from files could fill the disk.
 constexpr std::ptrdiff_t kMostLevels = 512;
 constexpr DWORD kGenericAccess = 0xF2000000;   // GENERIC_* and MAXIMUM_ALLOWED grant everything
@@ -280,7 +282,7 @@ LONG StoredRegistry::RegSetValueExW(HKEY key, const wchar_t* name, DWORD, DWORD 
     const std::lock_guard hold(m_lock);
     return Guarded([&]() -> LONG {
         const std::wstring_view valueName = name ? name : L"";
-        if ((!data && size > 0) || valueName.size() > kLongestValueName)
+        if ((!data && size > 0) || valueName.size() > kLongestValueName || size > kLargestValue)
             return kRegistryInvalidParameter;
         RegistryStore::KeyId open = 0;
         if (const LONG status = Find(key, kSetValue, open); status != kRegistryOk)

@@ -51,6 +51,13 @@ public:
         return failed;
     }
 
+    FileResult CreateLike(const fs::path& path, const fs::path& model, std::unique_ptr<FileHandle>& handle) override
+    {
+        return CreateSystemFileLike(path, model, handle);
+    }
+
+    FileResult MakePrivateFolder(const fs::path& path) override { return MakePrivateSystemFolder(path); }
+
 private:
     static constexpr fs::perms kWriters = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
 };

@@ -48,14 +48,27 @@ void StoppingFileLayer::Count()
         EndProcessAtOnce(kFileStopExitCode);
 }
 
-FileResult StoppingFileLayer::Open(const fs::path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle)
+template <class Opening>
+FileResult StoppingFileLayer::CountOpening(Opening open, std::unique_ptr<FileHandle>& handle)
 {
     Count();
     std::unique_ptr<FileHandle> file;
-    const FileResult result = m_layer.Open(path, mode, file);
+    const FileResult result = open(file);
     if (result)
         handle = std::make_unique<StoppingFile>(std::move(file), *this);
     return result;
+}
+
+FileResult StoppingFileLayer::Open(const fs::path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle)
+{
+    return CountOpening([&](std::unique_ptr<FileHandle>& file) { return m_layer.Open(path, mode, file); }, handle);
+}
+
+FileResult StoppingFileLayer::CreateLike(
+    const fs::path& path, const fs::path& model, std::unique_ptr<FileHandle>& handle)
+{
+    return CountOpening(
+        [&](std::unique_ptr<FileHandle>& file) { return m_layer.CreateLike(path, model, file); }, handle);
 }
 
 FileResult StoppingFileLayer::Rename(const fs::path& from, const fs::path& to)
@@ -86,6 +99,12 @@ FileResult StoppingFileLayer::MakeFolder(const fs::path& path)
 {
     Count();
     return m_layer.MakeFolder(path);
+}
+
+FileResult StoppingFileLayer::MakePrivateFolder(const fs::path& path)
+{
+    Count();
+    return m_layer.MakePrivateFolder(path);
 }
 
 FileResult StoppingFileLayer::SetReadOnly(const fs::path& path, bool readOnly)

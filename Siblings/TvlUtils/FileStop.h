@@ -19,6 +19,9 @@ public:
     FileResult Stat(const std::filesystem::path& path, FileStatus& status) override;
     FileResult MakeFolder(const std::filesystem::path& path) override;
     FileResult SetReadOnly(const std::filesystem::path& path, bool readOnly) override;
+    FileResult CreateLike(const std::filesystem::path& path, const std::filesystem::path& model,
+        std::unique_ptr<FileHandle>& handle) override;
+    FileResult MakePrivateFolder(const std::filesystem::path& path) override;
 
     /// Counts one operation; whether it is the one to stop in.
     bool IsLast() { return m_left.fetch_sub(1, std::memory_order_relaxed) == 1; }
@@ -26,6 +29,9 @@ public:
     void Count();
 
 private:
+    template <class Opening>
+    FileResult CountOpening(Opening open, std::unique_ptr<FileHandle>& handle);
+
     FileLayer& m_layer;
     std::atomic<long long> m_left;   // operations up to the stop
 };

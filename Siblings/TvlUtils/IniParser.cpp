@@ -1,19 +1,27 @@
 #include "siblings/TvlUtils/IniParser.h"
 
+#include "siblings/TvlUtils/LogMessage.h"
 #include "siblings/TvlUtils/SystemIO.h"
+
+#include <algorithm>
 
 namespace TvlUtils {
 
-namespace {
-std::string BytesOf(const TvlString& path)
+IniParser::IniParser(const TvlString& path) : m_path(path), m_text(Read()) { }
+
+std::string IniParser::Read()
 {
     std::string bytes;
-    static_cast<void>(SystemIO::File::ReadAll(path, bytes));   // leaves them empty when it fails
-    return bytes;
+    const auto read = SystemIO::File::ReadAll(m_path, bytes, ProfileText::kMaxBytes);
+    const bool isLong = std::cmp_greater(std::count(bytes.begin(), bytes.end(), '\n'), kMaxLines);
+    m_isComplete = (read && !isLong) || read.IsMissing();
+    if (m_isComplete)
+        return bytes;
+    LogMessage(LogLevel::Warning,
+        TvlString().Format(
+            L"\"%s\" can't be read: %s", m_path.Std(), isLong ? L"it has too many lines" : read.Reason().Std()));
+    return {};
 }
-}   // namespace
-
-IniParser::IniParser(const TvlString& path) : m_path(path), m_text(BytesOf(path)) { }
 
 std::vector<IniParser::Section> IniParser::GetAllData() const
 {
@@ -35,6 +43,8 @@ TvlString IniParser::GetString(const TvlString& section, const TvlString& name, 
 
 bool IniParser::SetString(const TvlString& section, const TvlString& name, const TvlString& value)
 {
+    if (!m_isComplete)
+        return false;   // what is there would be lost
     ProfileText changed = m_text;
     if (!changed.SetValue(section, name, value) || !SystemIO::File::WriteAside(m_path, changed.Bytes()))
         return false;

@@ -1,9 +1,9 @@
 #include "siblings/TvlUtils/LogMessage.h"
 
+#include "siblings/TvlPlatform/OneLine.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "windows/Debug.h"
 
-#include <algorithm>
 #include <atomic>
 #include <cstdio>
 #include <mutex>
@@ -21,13 +21,31 @@ std::function<void(LogLevel, const TvlString&)>& Receiver()
     return receiver;
 }
 
-/// Messages hold names and texts from files. A terminal would obey what is no character of them, and a line's end would
-/// let a file write lines of its own.
-std::wstring OneLine(std::wstring text)
+// Messages hold names and texts from files, which may be of any length. In characters, without the note behind it.
+constexpr std::size_t kLongestLine = 16 * 1024;
+
+std::wstring Shortened(const std::wstring& text)
 {
-    const auto isControl = [](wchar_t c) { return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029; };
-    std::replace_if(text.begin(), text.end(), isControl, L' ');
-    return text;
+    const bool isPairCut = sizeof(wchar_t) == 2 && (text[kLongestLine - 1] & 0xFC00) == 0xD800;
+    const std::size_t kept = kLongestLine - (isPairCut ? 1 : 0);
+    return text.substr(0, kept) + L"... (" + std::to_wstring(text.size() - kept) + L" more characters)";
+}
+
+void Write(LogLevel level, const std::wstring& text)
+{
+    static constexpr const char* kNames[] = {"info", "warning", "error"};
+    const std::wstring line = TvlPlatform::OneLine(text, L' ');
+    const std::string bytes = TvlPlatform::ToUtf8(line);
+    std::fprintf(stderr, "%s: %s\n", kNames[static_cast<int>(level)], bytes.c_str());
+    Ports::Debug::Get().Output(line + L"\n");
+}
+
+void WriteOrPass(LogLevel level, const TvlString& text)
+{
+    const std::lock_guard hold(logLock);
+    if (Receiver())
+        return Receiver()(level, text);
+    Write(level, text.Std());
 }
 }   // namespace
 
@@ -41,14 +59,9 @@ void LogMessage(LogLevel level, const TvlString& text) noexcept
 try {
     if (!ShouldCreateLogMessage(level))
         return;
-    static constexpr const char* kNames[] = {"info", "warning", "error"};
-    const std::lock_guard hold(logLock);
-    if (Receiver())
-        return Receiver()(level, text);
-    const std::wstring line = OneLine(text.Std());
-    const std::string bytes = TvlPlatform::ToUtf8(line);
-    std::fprintf(stderr, "%s: %s\n", kNames[static_cast<int>(level)], bytes.c_str());
-    Ports::Debug::Get().Output(line + L"\n");
+    if (text.Std().size() > kLongestLine)
+        return WriteOrPass(level, Shortened(text.Std()));
+    WriteOrPass(level, text);
 } catch (...) {
     // A line that can't be written is lost: the log must not bring its caller down.
 }

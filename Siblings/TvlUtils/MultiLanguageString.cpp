@@ -64,7 +64,7 @@ bool MultiLanguageString::Parse(const TvlString& text)
     m_texts.clear();
     for (std::wstring_view rest = text; !rest.empty();) {
         const auto taken = TakeText(rest);
-        if (!taken) {
+        if (!taken || m_texts.size() == kMostLanguages) {
             m_texts.clear();
             SetDefaultLangString(text);
             return false;

@@ -2,6 +2,7 @@
 #include "siblings/TvlUtils/SystemIO.h"
 
 #include "TvlUtils/FileAccess.h"
+#include "windows/Clock.h"
 
 #include <algorithm>
 #include <atomic>
@@ -73,10 +74,10 @@ void RemoveLeftovers(const fs::path& path)
 
 using Writer = std::function<FileResult(FileHandle&)>;
 
-FileResult MakeAside(const fs::path& aside, const Writer& write)
+FileResult MakeAside(const fs::path& aside, const fs::path& path, const Writer& write)
 {
     std::unique_ptr<FileHandle> file;
-    FileResult result = FileLayer::Get().Open(aside, OpenMode::CreateNew, file);
+    FileResult result = FileLayer::Get().CreateLike(aside, path, file);
     if (!result)
         return result;
     result = write(*file);
@@ -91,7 +92,7 @@ FileResult ReplaceOnce(const fs::path& path, const Writer& write, bool& lost)
 {
     fs::path aside = path;
     aside += UniqueSuffix();
-    FileResult result = MakeAside(aside, write);
+    FileResult result = MakeAside(aside, path, write);
     if (result) {
         result = FileLayer::Get().Rename(aside, path);
         lost = result.IsMissing();
@@ -106,7 +107,7 @@ std::string UniqueSuffix()
 {
     static std::atomic<unsigned> counter = 0;
     static const std::uint64_t start = std::random_device()() ^ std::uint64_t{std::random_device()()} << 32;
-    const auto now = static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count());
+    const auto now = static_cast<std::uint64_t>(Ports::Clock::Get().Elapsed().count());
     char digits[kAsideDigits + 1];
     std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(start + now * 65537 + counter++));
     return "." + std::string(digits) + std::string(kAsideEnd);

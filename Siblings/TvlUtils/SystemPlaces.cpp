@@ -34,11 +34,8 @@ TvlString CreateNewTempFolder()
         return {};
     const TvlString folder = GetTempFileNameW(place, L"tvl", L"");
     // One that is there is somebody else's, who could change what is put into it.
-    if (!Reported([&] { return FileLayer::Get().MakeFolder(PathOf(folder)); }))
-        return {};
-    std::error_code failed;   // where there are no such rights the folder above decides
-    std::filesystem::permissions(PathOf(folder), std::filesystem::perms::owner_all, failed);
-    return folder;
+    const bool isMade = static_cast<bool>(Reported([&] { return FileLayer::Get().MakePrivateFolder(PathOf(folder)); }));
+    return isMade ? folder : TvlString();
 }
 
 TvlString GetProcessFileName(void* process)

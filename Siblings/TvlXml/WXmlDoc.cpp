@@ -6,19 +6,38 @@
 #include "siblings/TvlUtils/LogMessage.h"
 #include "siblings/TvlUtils/SystemIO.h"
 
+#include <algorithm>
 #include <pugixml.hpp>
 
 using TvlUtils::LogLevel;
 using TvlUtils::LogMessage;
 
 namespace {
-/// Whether nothing lies more than `depth` nodes below this one. Calls itself no deeper than that.
-bool IsShallow(const pugi::xml_node& node, int depth)
+/// Why a document's bytes are refused without looking at them as XML; null when they are not. Every element and every
+/// attribute needs one of two characters, and memory that is many times larger.
+const char* ReasonAgainst(std::string_view bytes)
 {
-    for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling())
-        if (depth == 0 || !IsShallow(child, depth - 1))
-            return false;
-    return true;
+    constexpr std::ptrdiff_t kMostMarks = WXmlDoc::kMaxElements * 8;   // an element's two tags, and some attributes
+    if (bytes.size() > WXmlDoc::kMaxBytes)
+        return "too large";
+    if (std::ssize(bytes) <= kMostMarks)
+        return nullptr;
+    const auto marks = std::count_if(bytes.begin(), bytes.end(), [](char c) { return c == '<' || c == '='; });
+    return marks > kMostMarks ? "too many elements and attributes" : nullptr;
+}
+
+/// Why the nodes below this one are refused; null when they are not. Calls itself no deeper than `depth`.
+const char* ReasonAgainst(const pugi::xml_node& node, int depth, int& elements)
+{
+    for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
+        if (depth == 0)
+            return "too many elements within each other";
+        if (child.type() == pugi::node_element && ++elements > WXmlDoc::kMaxElements)
+            return "too many elements";
+        if (const char* const reason = ReasonAgainst(child, depth - 1, elements))
+            return reason;
+    }
+    return nullptr;
 }
 
 /// Collects a document's bytes.
@@ -40,7 +59,7 @@ bool WXmlDoc::Load(const TvlString& path)
 {
     ReleaseDocument();
     std::string bytes;
-    if (const auto read = TvlUtils::SystemIO::File::ReadAll(path, bytes); !read) {
+    if (const auto read = TvlUtils::SystemIO::File::ReadAll(path, bytes, kMaxBytes); !read) {
         LogMessage(LogLevel::Warning, TvlString().Format(L"\"%s\" can't be read: %s", path.Std(), read.Reason().Std()));
         return false;
     }
@@ -51,8 +70,7 @@ bool WXmlDoc::Load(IStream* stream)
 {
     ReleaseDocument();
     std::string bytes;
-    return stream && ReadStreamToEnd(*stream, bytes, TvlUtils::SystemIO::File::kReadAllLimit)
-        && Parse(std::move(bytes), L"a stream");
+    return stream && ReadStreamToEnd(*stream, bytes, kMaxBytes) && Parse(std::move(bytes), L"a stream");
 }
 
 bool WXmlDoc::CreateFromString(const TvlString& text) { return LoadBytes(TvlPlatform::ToUtf8(text)); }
@@ -61,17 +79,22 @@ bool WXmlDoc::LoadBytes(std::string_view bytes) { return Parse(std::string(bytes
 bool WXmlDoc::Parse(std::string bytes, const TvlString& origin)
 {
     ReleaseDocument();
-    m_tree->bytes = std::move(bytes);
-    const unsigned options = pugi::parse_default | (m_keepBlanks ? pugi::parse_ws_pcdata : 0);
-    const auto parsed = m_tree->document.load_buffer_inplace(m_tree->bytes.data(), m_tree->bytes.size(), options);
-    const bool isShallow = parsed && IsShallow(m_tree->document, kMaxDepth);
-    if (parsed && isShallow)
+    const char* reason = ReasonAgainst(bytes);
+    std::ptrdiff_t place = 0;
+    if (!reason) {
+        m_tree->bytes = std::move(bytes);
+        const unsigned options = pugi::parse_default | (m_keepBlanks ? pugi::parse_ws_pcdata : 0);
+        const auto parsed = m_tree->document.load_buffer_inplace(m_tree->bytes.data(), m_tree->bytes.size(), options);
+        int elements = 0;
+        reason = parsed ? ReasonAgainst(m_tree->document, kMaxDepth, elements) : parsed.description();
+        place = parsed.offset;
+    }
+    if (!reason)
         return true;
     ReleaseDocument();
     LogMessage(LogLevel::Warning,
-        TvlString().Format(L"\"%s\" is no XML document: %S at byte %I64d", origin.Std(),
-            parsed ? "too many elements within each other" : parsed.description(),
-            static_cast<long long>(parsed.offset)));
+        TvlString().Format(
+            L"\"%s\" is no XML document: %S at byte %I64d", origin.Std(), reason, static_cast<long long>(place)));
     return false;
 }
 

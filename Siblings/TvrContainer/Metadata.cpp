@@ -96,9 +96,7 @@ Any ReadLanguages(const WXmlNode& element)
     MultiLanguageString texts;
     WXmlNodeList nodes;
     element.GetNodes(WXPath(kText), nodes);
-    // Each is looked for among those before it.
-    constexpr std::size_t kMaxLanguages = 256;
-    for (std::size_t i = 0; i < std::min(nodes.Count(), kMaxLanguages); ++i)
+    for (std::size_t i = 0; i < std::min(nodes.Count(), MultiLanguageString::kMostLanguages); ++i)
         texts.SetLangString(nodes.Node(i).Attribute(kLanguage).GetString(L""), ValueOf(nodes.Node(i)));
     return texts;
 }

@@ -22,6 +22,7 @@ Port& Current()
     Port& Port::Get() { return Current<Port>(); }                                                                      \
     void Port::SetForTests(Port* port) { replacement<Port>.store(port, std::memory_order_release); }
 
+TVL_PORT(Clock)
 TVL_PORT(Debug)
 TVL_PORT(Dialogs)
 TVL_PORT(Environment)

@@ -7,6 +7,11 @@ namespace TvlUtils::SystemIO {
 
 /// FileLayer::Open.
 FileResult OpenSystemFile(const std::filesystem::path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle);
+/// FileLayer::CreateLike.
+FileResult CreateSystemFileLike(
+    const std::filesystem::path& path, const std::filesystem::path& model, std::unique_ptr<FileHandle>& handle);
+/// FileLayer::MakePrivateFolder.
+FileResult MakePrivateSystemFolder(const std::filesystem::path& path);
 /// FileLayer::Rename.
 FileResult RenameSystemFile(const std::filesystem::path& from, const std::filesystem::path& to);
 /// FileLayer::Remove.

@@ -1,6 +1,7 @@
 // The system's own side of every port, one set of definitions for each target.
 #pragma once
 
+#include "windows/Clock.h"
 #include "windows/Debug.h"
 #include "windows/Dialogs.h"
 #include "windows/Environment.h"
@@ -24,6 +25,8 @@ namespace Ports {
 template <class Port>
 Port& SystemPort();
 
+template <>
+Clock& SystemPort<Clock>();
 template <>
 Debug& SystemPort<Debug>();
 template <>

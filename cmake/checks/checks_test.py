@@ -9,6 +9,7 @@ import unittest
 from pathlib import Path
 
 import abi
+import coverage
 import documents
 import exports
 import guides
@@ -389,6 +390,65 @@ class Ratios(unittest.TestCase):
         self.assertEqual(ratios.record(changed, ["old"]), page.replace("old", "\nold\n"))
         with self.assertRaises(ValueError):
             ratios.record("before", table)
+
+
+class Coverage(unittest.TestCase):
+    # 1 int Sign(int value)        called once, with 5
+    # 2 {
+    # 3     if (value < 0)
+    # 4         return -1;
+    # 5     return 1;
+    # 6 }
+    SEGMENTS = [
+        [2, 1, 1, True, True, False], [3, 9, 1, True, True, False], [3, 18, 0, True, False, True],
+        [4, 9, 0, True, True, False], [4, 18, 1, True, False, True], [5, 5, 1, True, True, False], [6, 2, 0, False, False, False],
+    ]
+    BRANCHES = [[3, 9, 3, 18, 0, 1, 0, 0, 4]]
+
+    def test_lines_and_branches_that_did_not_run(self):
+        source = coverage.Source(self.SEGMENTS, self.BRANCHES)
+        self.assertEqual(source.lines, {2: 1, 3: 1, 4: 0, 5: 1, 6: 1})
+        self.assertEqual(source.missing_lines(), [4])
+        self.assertEqual(source.missing_branches(), [(3, 9, True)])
+
+    def test_instances_of_a_template_are_one_branch(self):
+        instances = [[3, 9, 3, 18, 0, 1, 0, 0, 4], [3, 9, 3, 18, 2, 0, 0, 0, 4]]
+        self.assertEqual(coverage.Source(self.SEGMENTS, instances).missing_branches(), [])
+
+    def test_a_constant_condition_is_no_branch(self):
+        constant = [[3, 9, 3, 18, 0, 0, 0, 0, 4]]
+        self.assertEqual(coverage.Source(self.SEGMENTS, constant).branches, {})
+        unreached = [[4, 9, 4, 18, 0, 0, 0, 0, 4]]
+        self.assertEqual(len(coverage.Source(self.SEGMENTS, unreached).missing_branches()), 2)
+
+    def test_names_functions_as_the_sources_do(self):
+        cases = [
+            ("UNITConvertUnitToBase", "UNITConvertUnitToBase"),
+            ("(anonymous namespace)::Append(HMEM__*, void const*, unsigned int)", "Append"),
+            ("WUnit::WUnit(int, double)::$_0::operator()(int) const", "WUnit::WUnit"),
+            ("std::vector<int> Walk<A<B> >(std::vector<A<B> > const&)", "Walk"),
+            ("Lists::operator<(Lists const&) const", "Lists::operator<"),
+            ("Functor::operator()(int)", "Functor::operator()"),
+        ]
+        for demangled, wanted in cases:
+            with self.subTest(demangled):
+                self.assertEqual(coverage.function_name(demangled), wanted)
+
+    def test_the_page_has_a_row_for_each_function_that_does_not_run_whole(self):
+        page = "| `units/A.cpp` | `Sign` | 1 | 2 | needs a broken system |\n"
+        for missing, offences in [
+            ({("units/A.cpp", "Sign"): (1, 2)}, 0),
+            ({("units/A.cpp", "Sign"): (2, 2)}, 1),
+            ({("units/A.cpp", "Sign"): (1, 2), ("units/A.cpp", "Other"): (0, 1)}, 1),
+            ({}, 1),
+        ]:
+            with self.subTest(missing=missing):
+                self.assertEqual(len(list(coverage.wrong_rows(page, missing))), offences)
+
+    def test_a_library_below_its_limits_fails(self):
+        sources = {"Engines/TvlUtl/units/A.cpp": coverage.Source(self.SEGMENTS, self.BRANCHES)}
+        with contextlib.redirect_stdout(io.StringIO()):
+            self.assertEqual(len(list(coverage.report(sources, {}, ""))), 2)
 
 
 if __name__ == "__main__":

@@ -5,7 +5,10 @@
 #include "WebServer.h"
 #include "siblings/TvlUtils/FileLayer.h"
 #include "siblings/TvlUtils/FilePath.h"
+#include "siblings/TvlUtils/LogMessage.h"
+#include "windows/Internet.h"
 
+#include <algorithm>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -154,7 +157,11 @@ public:
         handle = std::make_unique<CountedFile>(size);
         return {};
     }
-    FileResult Rename(const Path&, const Path&) override { return {}; }
+    FileResult Rename(const Path&, const Path&) override
+    {
+        ++renamed;
+        return {};
+    }
     FileResult Remove(const Path&) override { return {}; }
     FileResult List(const Path&, std::vector<SystemIO::FolderEntry>&) override { return std::errc::io_error; }
     FileResult Stat(const Path&, SystemIO::FileStatus&) override { return std::errc::io_error; }
@@ -162,7 +169,57 @@ public:
     FileResult SetReadOnly(const Path&, bool) override { return std::errc::io_error; }
 
     long long size = 0;   // bytes written, one behind the other
+    int renamed = 0;
 };
+
+/// A server that sends as many bytes as it is told, whatever they are.
+class SizedAnswers final : public Ports::Internet {
+public:
+    explicit SizedAnswers(long long size) : m_size(size) { SetForTests(this); }
+    SizedAnswers(const SizedAnswers&) = delete;
+    SizedAnswers& operator=(const SizedAnswers&) = delete;
+    ~SizedAnswers() override { SetForTests(nullptr); }
+
+    bool IsConnected() const override { return true; }
+    bool IsUrl(const std::wstring&) const override { return true; }
+    std::unique_ptr<Ports::InternetFile> OpenUrl(const std::wstring&, const std::wstring&, const std::wstring&) override
+    {
+        return std::make_unique<File>(m_size);
+    }
+
+private:
+    class File final : public Ports::InternetFile {
+    public:
+        explicit File(long long size) : m_left(size) { }
+        std::optional<std::size_t> Read(void*, std::size_t size) override
+        {
+            const long long count = std::min(m_left, static_cast<long long>(size));
+            m_left -= count;
+            return static_cast<std::size_t>(count);
+        }
+
+    private:
+        long long m_left;
+    };
+
+    long long m_size;
+};
+
+TEST_F(Download, StoresNothingOfAnAnswerWithoutEnd)
+{
+    constexpr long long kMost = 4LL << 30;
+    for (const long long size : {kMost, kMost + 1}) {
+        const SizedAnswers server(size);
+        CountingFiles files;
+        int lines = 0;
+        TvlUtils::SetLogReceiver([&](TvlUtils::LogLevel, const TvlString&) { ++lines; });
+        EXPECT_EQ(TvlUtl::WinInetGzipDownload(L"http://a/", Destination()), size == kMost);
+        TvlUtils::SetLogReceiver({});
+        EXPECT_EQ(files.size, kMost);
+        EXPECT_EQ(files.renamed, size == kMost ? 1 : 0);
+        EXPECT_EQ(lines, size == kMost ? 0 : 1);
+    }
+}
 
 TEST_F(Download, ReadsAGigabyteInConstantMemory)
 {

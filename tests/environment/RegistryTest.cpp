@@ -86,6 +86,21 @@ TEST_P(RegistryTest, RefusesUnknownRoots)
     EXPECT_EQ(WUTLRegistry::DeleteRegistryKey(Path(L"\\absent").c_str()), 2);
 }
 
+TEST(MemoryRegistry, RefusesValuesThatItsStoresCannotCount)
+{
+    MemoryRegistry registry;
+    HKEY key = nullptr;
+    ASSERT_EQ(IRegistry::GetInstance().RegOpenKeyExW(
+                  PREFUTILS::RegistryRoot(0x80000001), L"", 0, WUTLRegistry::kReadWriteAccess, &key),
+        0);
+    const BYTE byte = 1;   // the others are never looked at
+    for (const DWORD size : {(256u << 20) + 1, 0x80000000u, 0x80000001u, 0xFFFFFFFFu})
+        for (const DWORD type : {PREFUTILS::kRegistryBinary, PREFUTILS::kRegistryText})
+            EXPECT_EQ(IRegistry::GetInstance().RegSetValueExW(key, L"n", 0, type, &byte, size),
+                PREFUTILS::kRegistryInvalidParameter);
+    IRegistry::GetInstance().RegCloseKey(key);
+}
+
 TEST_P(RegistryTest, KeepsTheHeldKeyWhenAnotherCannotBeOpened)
 {
     WUTLRegistry key(kBase);

@@ -74,24 +74,27 @@ protected:
     }
     /// One run with what `inject` does to the files. Whether a fault happened.
     template <class Inject>
-    bool Try(std::size_t soundFiles, Inject inject) const
+    bool Try(std::size_t soundFiles, Inject inject, bool endsSystem = false) const
     {
         const FileTrial trial = GetParam().begin();
         inject(*trial.files);
         FileRun run = Run(trial);
+        run.isSystemDown = endsSystem;
         trial.files->EndProcess();
         trial.forget();
         trial.files->Restart();
         trial.check(run);
-        Tally::Get().Add(run.hasFailed ? "file faults survived" : "runs that met no file fault");
+        Tally::Get().Add(run.hasFailed ? "file faults injected" : "runs that met no file fault");
 
-        const FileRun next = Run(trial);
+        FileRun next = Run(trial);
+        next.isSystemDown = endsSystem;
         EXPECT_TRUE(next.isDone) << "with sound files again";
         trial.forget();
         trial.check(next);
         EXPECT_LE(trial.files->CountFiles() - (GetParam().writesAgain ? 0 : CountAsides(*trial.files)), soundFiles)
             << "leftovers:\n"
             << trial.files->ListFiles();
+        Tally::Get().Add("file faults survived", run.hasFailed && !HasFailure() ? 1 : 0);
         return run.hasFailed;
     }
 };
@@ -107,7 +110,9 @@ TEST_P(FileFaults, LeaveTheOldStateOrTheNewOne)
         for (std::size_t point = 1; reached && !HasFailure(); point += step) {
             SCOPED_TRACE(testing::Message() << "file operation " << point << " " << name);
             last = point;
-            reached = Try(files, [&](MemoryFiles& world) { world.Inject(point, fault); });
+            const bool endsSystem = fault == Fault::StopDropped || fault == Fault::StopTorn;
+            reached = Try(
+                files, [&](MemoryFiles& world) { world.Inject(point, fault); }, endsSystem);
             if (point == kMostPoints && !IsWholeRun())
                 step = 7;
         }

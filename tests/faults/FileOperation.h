@@ -11,8 +11,9 @@ class MemoryFiles;
 
 /// How a run of an operation went.
 struct FileRun {
-    bool hasFailed = false;   // a fault happened
-    bool isDone = false;      // the operation has told that its work is done, before the process ended if it did
+    bool hasFailed = false;      // a fault happened
+    bool isDone = false;         // the operation has told that its work is done, before the process ended if it did
+    bool isSystemDown = false;   // what was not flushed is gone or torn, in this run or one before it
 };
 
 /// One run in a world of its own. `run` may be called again: it then finds what the run before has left.

@@ -1,60 +1,18 @@
 // Memory that runs out, in each allocation of each operation: once, and from then on. Nothing crashes, leaks, keeps a lock
 // or breaks what holds, and the same operation goes through as soon as there is memory again.
 #include "FailingHeap.h"
-#include "HeapOperation.h"
+#include "NamedOperation.h"
 #include "Tally.h"
+#include "siblings/TvlPlatform/TextEncoding.h"
 
 #include <chrono>
 #include <future>
 #include <gtest/gtest.h>
 #include <new>
-#include <ostream>
-#include <string>
 #include <thread>
 
 namespace {
-struct Area {
-    const char* name;
-    HeapOperations (*operations)();
-};
-
-constexpr Area kAreas[] = {
-    {"frame", FrameOperations},
-    {"lists", ListOperations},
-    {"units", UnitOperations},
-    {"unitsById", ProceduralUnitOperations},
-    {"parser", ParserOperations},
-    {"smartValues", SmartValueOperations},
-    {"papers", PaperOperations},
-    {"language", LanguageOperations},
-    {"environment", EnvironmentOperations},
-    {"registry", RegistryOperations},
-    {"files", FileOperations},
-    {"containers", ContainerOperations},
-    {"workspaces", WorkspaceOperations},
-    {"managers", ManagerOperations},
-    {"tracking", TrackingOperations},
-    {"progress", ProgressOperations},
-    {"exif", ExifOperations},
-    {"duplication", DuplicationOperations},
-};
 constexpr int kMostPoints = 40;   // of one operation and extent, unless the run is whole
-
-struct NamedOperation {
-    std::string name;   // area and operation
-    HeapOperation operation;
-
-    friend void PrintTo(const NamedOperation& named, std::ostream* out) { *out << named.name; }
-};
-
-std::vector<NamedOperation> AllOperations()
-{
-    std::vector<NamedOperation> all;
-    for (const Area& area : kAreas)
-        for (const HeapOperation& operation : area.operations())
-            all.push_back({std::string(area.name) + "_" + operation.name, operation});
-    return all;
-}
 
 /// Runs an operation on another thread, which would wait for ever for a lock that was left. False when it does.
 bool RunsElsewhere(const std::function<void()>& run)
@@ -70,6 +28,17 @@ bool RunsElsewhere(const std::function<void()>& run)
     thread.join();
     done.get();
     return true;
+}
+
+/// Whether allocations inside of the stand-ins' library are counted: on windows each library has a heap of its own.
+bool ReachesStandIns()
+{
+    static const bool reaches = [] {
+        const FailingHeap heap(FailingHeap::kNever);
+        TvlPlatform::ToUtf8(std::wstring(200, L'a'));
+        return heap.Count() > 1;
+    }();
+    return reaches;
 }
 
 class HeapFaults : public testing::TestWithParam<NamedOperation> {
@@ -107,7 +76,7 @@ protected:
         Tally::Get().Add("allocations failed", failed);
         ASSERT_TRUE(RunsElsewhere(trial.run)) << "a lock was left";
         trial.check(HeapRun());
-        Tally::Get().Add("runs out of memory survived");
+        Tally::Get().Add("runs out of memory survived", HasFailure() ? 0 : 1);
     }
 };
 
@@ -115,6 +84,8 @@ TEST_P(HeapFaults, LeaveWhatHolds)
 {
     Count();   // what is made once in a process is there from now on
     const int count = Count();
+    if (count == 0 && !ReachesStandIns())
+        return Tally::Get().Add("operations that need memory of the stand-ins alone");
     ASSERT_GT(count, 0) << "an operation that needs no memory";
     Tally::Get().Add("operations out of memory");
     Tally::Get().Add("allocations of these operations", count);
@@ -128,7 +99,7 @@ TEST_P(HeapFaults, LeaveWhatHolds)
         }
 }
 
-INSTANTIATE_TEST_SUITE_P(Operations, HeapFaults, testing::ValuesIn(AllOperations()),
+INSTANTIATE_TEST_SUITE_P(Operations, HeapFaults, testing::ValuesIn(NamedOperation::All()),
     [](const auto& operation) { return operation.param.name; });
 
 }   // namespace

@@ -127,7 +127,9 @@ HeapOperations ProceduralUnitOperations()
             "UNITConvToUnitAndStringEx",
             [](Units& units) { units.text = UNITConvToUnitAndStringEx(123456789.0, kMillimetre, 0.0, 3, 0, 1); },
             [](Units& units, const HeapRun& outcome) {
-                EXPECT_TRUE(units.text.Find(L"12,345") == 0 || (outcome.hasFailed && units.text.IsEmpty()))
+                // Without some setting of the region the digits are there all the same.
+                EXPECT_TRUE(units.text.Find(L"12,345") == 0
+                    || (outcome.hasFailed && (units.text.IsEmpty() || units.text.Find(L"12") == 0)))
                     << units.text.c_str();
                 units.text = L"";
             }),

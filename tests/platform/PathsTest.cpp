@@ -1,4 +1,5 @@
 // Paths as texts.
+#include "MemoryFiles.h"
 #include "siblings/TvlUtils/FilePath.h"
 #include "siblings/TvlUtils/StringSplit.h"
 #include "siblings/TvlUtils/SystemIO.h"
@@ -120,6 +121,15 @@ TEST(TempFolder, IsNewAndItsOwnersAlone)
     EXPECT_EQ(std::filesystem::status(ToFilePath(folder)).permissions(), std::filesystem::perms::owner_all);
 #endif
     EXPECT_TRUE(Folder::DeleteRecursive(folder, true));
+}
+
+TEST(TempFolder, IsNoneWhenItCantBeMade)
+{
+    TvlString folder;
+    const auto prepare = [](MemoryFiles& files) { files.AddFolder(ToFilePath(Path::GetTempFolder())); };
+    WalkFileFaults(
+        1, prepare, [&] { folder = {}, folder = Path::CreateNewTempFolder(); },
+        [&](MemoryFiles&) { EXPECT_EQ(Folder::Exists(folder), !folder.IsEmpty()); });
 }
 
 TEST(Texts, SplitAtTheFirstSeparator)

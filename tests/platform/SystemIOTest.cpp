@@ -4,6 +4,7 @@
 #include "ChildProcess.h"
 #include "MemoryFiles.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
+#include "siblings/TvlUtils/FilePath.h"
 
 #include <fstream>
 #include <gtest/gtest.h>
@@ -41,6 +42,32 @@ TEST(WriteAside, LeavesOldOrNewContentAfterEveryFault)
     WalkFileFaults(7, prepare, write, check);
     WalkFullDisk(kNew.size(), prepare, write, check);
 }
+
+#ifndef _WIN32
+TEST(WriteAside, KeepsTheRightsOfTheFileThatItReplaces)
+{
+    const ScratchFolder folder;
+    const auto rightsOf = [](const fs::path& path) { return fs::status(path).permissions(); };
+    const fs::path usual = folder.Path() / "usual";
+    std::ofstream(usual) << kOld;
+    const fs::path fresh = folder.Path() / "fresh";
+    EXPECT_TRUE(File::WriteAside(FromFilePath(fresh), kNew));
+    EXPECT_EQ(rightsOf(fresh), rightsOf(usual));
+
+    for (const unsigned rights : {0600u, 0640u, 0644u, 0666u, 0755u}) {
+        const fs::path path = folder.Path() / std::to_string(rights);
+        const fs::path copy = folder.Path() / ("copy of " + std::to_string(rights));
+        for (const fs::path& made : {path, copy}) {
+            std::ofstream(made) << kOld;
+            fs::permissions(made, static_cast<fs::perms>(rights));
+        }
+        EXPECT_TRUE(File::WriteAside(FromFilePath(path), kNew));
+        EXPECT_TRUE(File::Copy(FromFilePath(usual), FromFilePath(copy), true));
+        for (const fs::path& made : {path, copy})
+            EXPECT_EQ(rightsOf(made), static_cast<fs::perms>(rights)) << made;
+    }
+}
+#endif
 
 TEST(WriteAside, TakesItsFileAwayWhenOneOperationFails)
 {

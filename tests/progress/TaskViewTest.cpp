@@ -79,6 +79,9 @@ TEST(TerminalText, IsCutAtColumns)
         {L"\xFF21", 1, L""}, {L"a\U0001F600", 2, L"a"}, {L"a\U0001F600", 3, L"a\U0001F600"}};
     for (const auto& [line, columns, cut] : kRows)
         EXPECT_EQ(CutToColumns(line, columns), cut) << columns;
+    for (const auto& [line, columns, padded] : {Row{L"", 2, L"  "}, Row{L"größe", 6, L"größe "},
+             Row{L"\x65E5\x672C", 6, L"\x65E5\x672C  "}, Row{L"abc", 2, L"abc"}})
+        EXPECT_EQ(PaddedToColumns(line, columns), padded) << columns;
     EXPECT_EQ(ColumnsOf(L"a\x65E5\U0001F600"), 5u);
 }
 

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 #include <sstream>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -58,6 +60,25 @@ TEST(Log, WritesEachMessageAsOneLineOfPlainText)
         L"a\nerror: b\r\x1b[2J\x9b"
         L"31m\u2028\x7f\u00fc");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "error: a error: b  [2J 31m  \u00fc\n");
+}
+
+TEST(Log, CutsLongMessages)
+{
+    constexpr std::size_t kMost = 16384;
+    const std::wstring all(kMost, L'a');
+    const std::wstring smiling = L"\U0001F642";   // one character or two
+    const std::pair<std::wstring, std::wstring> kRows[] = {{all, all}, {all + L"bc", all + L"... (2 more characters)"},
+        {all + smiling, all + L"... (" + std::to_wstring(smiling.size()) + L" more characters)"}};
+    std::vector<std::wstring> lines;
+    TvlUtils::SetLogReceiver([&](TvlUtils::LogLevel, const TvlString& line) { lines.push_back(line.Std()); });
+    for (const auto& [message, line] : kRows) {
+        TvlUtils::LogMessage(TvlUtils::LogLevel::Error, message);
+        EXPECT_EQ(lines.back(), line);
+    }
+    TvlUtils::LogMessage(TvlUtils::LogLevel::Error, all.substr(1) + smiling + L"b");
+    EXPECT_EQ(lines.back(),
+        all.substr(1) + (smiling.size() == 1 ? smiling + L"... (1 more characters)" : L"... (3 more characters)"));
+    TvlUtils::SetLogReceiver({});
 }
 
 }   // namespace

@@ -1,6 +1,7 @@
 // Records of the formats that files go through: which labels and events they send.
 #include "TrackFileFormatUse.h"
 
+#include "FakeClock.h"
 #include "RecordingApplication.h"
 #include "UserWorld.h"
 #include "siblings/TvlConfig/DocumentFolders.h"
@@ -14,6 +15,7 @@
 #include <typeinfo>
 
 namespace {
+using namespace std::chrono_literals;
 using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
@@ -308,62 +310,66 @@ TEST_F(FileFormatUse, WeakHandlesKeepNothingAlive)
     EXPECT_EQ(application.labels.size(), 2u);
 }
 
+/// Ticks of so many seconds.
+constexpr TvlUtils::TimeDelta Seconds(int seconds)
+{
+    return TvlUtils::TimeDelta(seconds * TvlUtils::TimeDelta::kTicksPerSecond);
+}
+
 TEST_F(FileFormatUse, TheStopwatchFollowsItsOperations)
 {
-    constexpr auto kNap = std::chrono::milliseconds(20);
-    constexpr TvlUtils::TimeDelta kShortest(190'000);   // 19 ms, since clocks of the two may differ a little
-    const auto nap = [&] { std::this_thread::sleep_for(kNap); };
+    FakeClock clock;
     const auto read = [](Use& use) {
         use.MarkDuration(Marker(5));
         return use.GetMarkedDuration(Marker(5));
     };
     Use use = Use::StartLocal(L"a.tvr", L"Import");
-    EXPECT_EQ(read(use), TvlUtils::TimeDelta()) << "stands at first";
+    EXPECT_EQ(read(use), Seconds(0)) << "stands at first";
     use.StopDurationTracker();
     use.StartDurationTracker();
-    nap();
-    const auto running = read(use);
-    EXPECT_GE(running, kShortest);
+    clock.Pass(20s);
+    EXPECT_EQ(read(use), Seconds(20));
     use.SuspendDurationTracker();
-    const auto stopped = read(use);
-    EXPECT_GE(stopped, running);
-    nap();
-    EXPECT_EQ(read(use), stopped) << "shows the same while it stands";
+    clock.Pass(30s);
+    EXPECT_EQ(read(use), Seconds(20)) << "shows the same while it stands";
     use.ResumeDurationTracker();
-    EXPECT_LT(read(use), stopped) << "what came before the last resume does not count";
+    clock.Pass(1s);
+    EXPECT_EQ(read(use), Seconds(1)) << "what came before the last resume does not count";
     use.StartDurationTracker();   // runs already
-    nap();
+    clock.Pass(4s);
     use.StopDurationTracker();
-    EXPECT_GE(read(use) - stopped, kShortest) << "the total goes on";
-    const auto total = read(use);
+    EXPECT_EQ(read(use), Seconds(25)) << "the total goes on";
     use.StopDurationTracker();
-    EXPECT_EQ(read(use), total);
+    EXPECT_EQ(read(use), Seconds(25));
     use.StartDurationTracker();
+    clock.Pass(2s);
     use.StopDurationTracker();
-    EXPECT_LT(read(use), total) << "a new start begins at 0";
-    EXPECT_EQ(use.GetMarkedDuration(Marker(6)), TvlUtils::TimeDelta());
+    EXPECT_EQ(read(use), Seconds(2)) << "a new start begins at 0";
+    EXPECT_EQ(use.GetMarkedDuration(Marker(6)), Seconds(0));
 }
 
 TEST_F(FileFormatUse, AnOpeningReportsItsTimes)
 {
+    FakeClock clock;
     Use use = Use::StartLocal(L"a.tvr", L"Open");
-    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    clock.Pass(1234ms);
     use.Accept();
     use.Commit();
     auto properties = application.TakeEvent().properties;
     EXPECT_EQ(properties[L"document.download-duration"], L"0");
     EXPECT_EQ(properties[L"document.open-duration"], properties[L"event.duration"]);
-    EXPECT_GE(std::stod(properties[L"event.duration"]), 0.03);
-    EXPECT_LE(properties[L"event.duration"].size(), 6u) << "two decimals";
+    EXPECT_EQ(properties[L"event.duration"], L"1.23") << "two decimals";
 
     use = Use::StartLocal(L"a.tvr", L"Open");
-    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    clock.Pass(3s);
     use.MarkDuration(Marker::Download);
+    clock.Pass(1s);
     use.Accept();
     use.Commit();
     properties = application.TakeEvent().properties;
-    EXPECT_GE(std::stod(properties[L"document.download-duration"]), 0.03);
-    EXPECT_LT(std::stod(properties[L"document.open-duration"]), std::stod(properties[L"event.duration"]));
+    EXPECT_EQ(properties[L"document.download-duration"], L"3");
+    EXPECT_EQ(properties[L"document.open-duration"], L"1");
+    EXPECT_EQ(properties[L"event.duration"], L"4");
 }
 
 TEST_F(FileFormatUse, ExportsAreFilledFromTheDocument)
@@ -437,6 +443,22 @@ TEST_F(FileFormatUse, LabelsAreLoggedForDevelopers)
     store.Write(L"FileFormatTracking/DebugTrackingLogFile", world.Path("none/labels.txt"));
     Send(L"a.tvr", L"Open", kAsItIs, false);
     EXPECT_EQ(application.labels.size(), 3u) << "a log that can't be written hinders nothing";
+}
+
+// A workspace from anywhere may have set the preference.
+TEST_F(FileFormatUse, LabelsAreLoggedToFilesForReadersAlone)
+{
+    IPrefStore& store = *CAppPrefManager::GetInstance().GetStore();
+    struct Row {
+        const char* name;
+        const char* bytes;
+    };
+    for (const auto& [name, bytes] : {Row{"a.LOG", "Open_t?r\n"}, Row{"a.txt", "Open_t?r\n"}, Row{".bashrc", ""},
+             Row{"a.log.bat", ""}, Row{"autostart.desktop", ""}, Row{"log", ""}, Row{"a.txt/authorized_keys", ""}}) {
+        store.Write(L"FileFormatTracking/DebugTrackingLogFile", world.Path(name));
+        Send(L"a.t\nr", L"Open", kAsItIs, false);
+        EXPECT_EQ(world.Bytes(name), bytes) << name;
+    }
 }
 
 TEST_F(FileFormatUse, WhoIsToldMayCallBack)

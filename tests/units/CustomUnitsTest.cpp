@@ -95,6 +95,13 @@ TEST(CustomUnitRecord, KeepsWhatIsOutOfRangeInItsBounds)
     EXPECT_TRUE(std::isnan(ReadCustomUnitRecord(L"a,b,c,d,nan,1")->factor));
     EXPECT_TRUE(std::isinf(ReadCustomUnitRecord(L"a,b,c,d,inf,1")->factor));
     EXPECT_TRUE(std::isinf(ReadCustomUnitRecord(L"a,b,c,d,1e999,1")->factor));
+    constexpr std::pair<const wchar_t*, double> kFactors[] = {{L" +2.5x", 2.5},
+        {L"-INFINITY", -std::numeric_limits<double>::infinity()}, {L"0x1.8p+1", 3.0}, {L"-0XA", -10.0},
+        {L"4e-324", std::numeric_limits<double>::denorm_min()},
+        // Half way between two numbers but for the last digit: a longer type in between would round twice.
+        {L"1.00000000000000011102230246251565404236316680908203126", 1.0 + std::numeric_limits<double>::epsilon()}};
+    for (const auto& [text, factor] : kFactors)
+        EXPECT_EQ(ReadCustomUnitRecord(std::wstring(L"a,b,c,d,") + text)->factor, factor) << TvlPlatform::ToUtf8(text);
 
     const std::wstring longName(60, L'n');
     const auto cut = ReadCustomUnitRecord(longName + L"," + longName + L"," + longName + L"," + longName + L",2");

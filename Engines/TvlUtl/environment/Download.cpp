@@ -1,6 +1,7 @@
 #include "Download.h"
 
 #include "siblings/TvlUtils/FilePath.h"
+#include "siblings/TvlUtils/LogMessage.h"
 #include "siblings/TvlUtils/SystemIO.h"
 #include "windows/Internet.h"
 
@@ -13,7 +14,8 @@ namespace SystemIO = TvlUtils::SystemIO;
 namespace {
 constexpr const wchar_t* kAgent = L"Tovel gzip download";
 constexpr const wchar_t* kHeaders = L"Accept-Encoding: gzip, deflate\n";
-constexpr std::size_t kBlock = 4096;   // bytes
+constexpr std::size_t kBlock = 4096;          // bytes
+constexpr long long kMostBytes = 4LL << 30;   // unpacked: a small answer may stand for a large one
 
 TvlString NewNameBeside(const TvlString& destination)
 {
@@ -58,21 +60,26 @@ bool WriteBlock(SystemIO::FileHandle& file, long long& offset, const char* bytes
     return true;
 }
 
-/// Stores an answer to its end, or to where the connection breaks; whether any block was written.
-bool Store(Ports::InternetFile& answer, SystemIO::FileHandle& file)
+enum class Stored { Nothing, Something, TooMuch };
+
+/// Stores an answer to its end, or to where the connection breaks.
+Stored Store(Ports::InternetFile& answer, SystemIO::FileHandle& file)
 {
     std::array<char, kBlock> block;
     long long offset = 0;
-    bool anyWritten = false;
+    long long size = 0;
+    auto stored = Stored::Nothing;
     bool good = true;
-    for (;;) {
-        const auto count = answer.Read(block.data(), block.size());
-        if (!count || *count == 0)
-            return anyWritten;
+    while (const std::size_t count = answer.Read(block.data(), block.size()).value_or(0)) {
+        size += static_cast<long long>(count);
+        if (size > kMostBytes)
+            return Stored::TooMuch;
         // A stream that has failed takes nothing more, though the answer is read to its end.
-        good = good && WriteBlock(file, offset, block.data(), *count);
-        anyWritten |= good;
+        good = good && WriteBlock(file, offset, block.data(), count);
+        if (good)
+            stored = Stored::Something;
     }
+    return stored;
 }
 }   // namespace
 
@@ -86,13 +93,20 @@ bool WinInetGzipDownload(const TvlString& url, const TvlString& destination)
         return false;
     const TvlString temporary = NewNameBeside(destination);
     std::unique_ptr<SystemIO::FileHandle> opened;
-    if (!SystemIO::FileLayer::Get().Open(SystemIO::ToFilePath(temporary), SystemIO::OpenMode::CreateNew, opened))
+    if (!SystemIO::FileLayer::Get().CreateLike(
+            SystemIO::ToFilePath(temporary), SystemIO::ToFilePath(destination), opened))
         return false;
     Aside aside(temporary);
     const auto file = std::move(opened);   // closed before it is deleted
-    const bool stored = Store(*answer, *file);
+    const Stored stored = Store(*answer, *file);
     static_cast<void>(file->Close());   // a failure shows in no result
-    return aside.MoveTo(destination) && stored;
+    if (stored == Stored::TooMuch) {
+        TvlUtils::LogMessage(TvlUtils::LogLevel::Error,
+            TvlString().Format(
+                L"A download has more than %I64d bytes, nothing is stored: %s", kMostBytes, destination));
+        return false;
+    }
+    return aside.MoveTo(destination) && stored == Stored::Something;
 }
 
 }   // namespace TvlUtl

@@ -46,7 +46,7 @@ std::set<TvlString> FilesOf(const TvlString& displayName, const TvlString& sourc
 TvlString CopyFile(const TvlString& from, const TvlString& to)
 {
     SystemIO::FileStatus status;
-    // A file that can't be looked at is not taken for one: its copy would get the mark.
+    // A file that can't be looked at is not taken for a read-only one: its copy would get the mark.
     const bool isReadOnly = SystemIO::FileLayer::Get().Stat(SystemIO::ToFilePath(from), status) && status.isReadOnly;
     if (isReadOnly)
         SystemIO::File::MakeWritable(from);

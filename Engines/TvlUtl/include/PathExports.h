@@ -1,5 +1,8 @@
 // Folders and names for callers without the suite's string. Each function copies its text with a zero at the end to
-// `buffer` without a bound: the caller gives room enough.
+// `buffer` without a bound: the caller gives room enough. A folder is a default of the suite or one that exists, so
+// that no text of a preference is longer than what the system takes for a name: 4,096 characters hold any folder on
+// linux and 32,768 on windows, end mark included; where programs are not set up for long paths, 260 do on windows.
+// Who would rather not count on that takes CFileLocations.
 #pragma once
 
 #include "TvlUtlApi.h"

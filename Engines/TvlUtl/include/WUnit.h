@@ -79,8 +79,8 @@ public:
     /// The name of a form of this very class, without a copy; classes with other names give none.
     const TvlString& PlainName(unsigned form) const;
 
-    // The conversions of this very class with a given factor. Dividing and multiplying by the scale changes the rounding
-    // alone; documents hold values that were rounded so.
+    // The conversions of this very class with a given factor. Dividing and multiplying by the scale changes the
+    // rounding alone; documents hold values that were rounded so.
 
     /// Metres of a measure with `factor` metres to the unit.
     static double ToMetres(double value, double scale, double factor)
@@ -248,15 +248,15 @@ public:
 
     /// Adds a built-in definition and returns its id; -1 when there is none.
     int AddUnitDefinition(int id);
-    /// Adds a custom definition, owned from now on, and returns its new id. Names are resource keys. Throws std::bad_alloc:
-    /// the definition is the caller's then.
+    /// Adds a custom definition, owned from now on, and returns its new id. Names are resource keys. Throws
+    /// std::bad_alloc: the definition is the caller's then.
     /// @param factor metres per unit
     int AddUnitDefinition(WUntiDef* def, int decimals, double inc0, double inc1, double inc2, const TvlString& name1,
         const TvlString& name2, const TvlString& name3, const TvlString& symbol, double factor);
     /// Adds a built-in display with its definitions and returns its id; -1 when there is none.
     int AddUnitDisplay(int id);
-    /// Adds a custom display, owned from now on unless this throws, over definitions that were added. Returns its new id, or -1 when a
-    /// definition is unknown: the id is used up all the same.
+    /// Adds a custom display, owned from now on unless this throws, over definitions that were added. Returns its new
+    /// id, or -1 when a definition is unknown: the id is used up all the same.
     int AddUnitDisplay(WUnitCollection* display, int* definitionIds, int count, int forcedDecimals, int separatorKind);
     /// Removes the display that was added last; 1, or 0 for an unknown id. Removing another leaves the displays behind
     /// it one place off, which callers avoid.
@@ -305,8 +305,8 @@ public:
     /// @param flags bits of WTokenFlags (WEqParser.h), with 256 to admit unit words
     int StringToValue(int id, TvlString text, double& value, unsigned flags, DRG angleMode) override;
 
-    /// Where StringToValue goes wrong, and how (WEqParser.h); its position counts characters of `text`. No problem for a
-    /// text that has a value.
+    /// Where StringToValue goes wrong, and how (WEqParser.h); its position counts characters of `text`. No problem for
+    /// a text that has a value.
     WParseDiagnosis DiagnoseText(int id, const TvlString& text, unsigned flags, DRG angleMode);
 
     static double m_dScreenResolution;   // pixels per kilometre; 1e-06 or less stands for 300 per inch

@@ -1,7 +1,10 @@
 // Custom units as lines of text.
 #include "CustomUnitRecord.h"
 
+#include "siblings/TvlUtils/String.h"
+
 #include <algorithm>
+#include <charconv>
 #include <cwchar>
 #include <limits>
 #include <string>
@@ -36,7 +39,34 @@ void CopyName(const std::wstring& name, wchar_t (&to)[size])
     std::copy_n(name.begin(), std::min(name.size(), size), to);
 }
 
-double RealOf(const std::wstring& field) { return std::wcstod(field.c_str(), nullptr); }
+/// Whether a text begins with a word of small letters, in whatever case.
+bool BeginsWith(std::wstring_view text, std::wstring_view word)
+{
+    return text.size() >= word.size() && std::equal(word.begin(), word.end(), text.begin(), [](wchar_t a, wchar_t b) {
+        return a == (b >= L'A' && b <= L'Z' ? b - L'A' + L'a' : b);
+    });
+}
+
+/// As wcstod in the C locale, but to the last bit on every system: some go through a longer type, or need memory and do not
+/// look whether they got it.
+double RealOf(const std::wstring& field)
+{
+    std::wstring_view text = field;
+    text.remove_prefix(std::min(text.find_first_not_of(L" \t\n\v\f\r"), text.size()));
+    const double sign = text.starts_with(L'-') ? -1.0 : 1.0;
+    std::wstring_view digits = text;
+    digits.remove_prefix(text.starts_with(L'-') || text.starts_with(L'+') ? 1 : 0);
+    if (BeginsWith(digits, L"inf"))
+        return sign * std::numeric_limits<double>::infinity();
+    if (BeginsWith(digits, L"nan"))
+        return sign * std::numeric_limits<double>::quiet_NaN();
+    if (!BeginsWith(digits, L"0x"))
+        return TvlUtils::String::DblFromString(field);
+    const std::string bytes(digits.begin() + 2, digits.end());
+    double value = 0.0;
+    std::from_chars(bytes.data(), bytes.data() + bytes.size(), value, std::chars_format::hex);
+    return sign * value;
+}
 
 std::int32_t IntegerOf(const std::wstring& field)
 {

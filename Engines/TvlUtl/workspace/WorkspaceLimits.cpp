@@ -12,6 +12,8 @@ using TextPreference = CPrefObject<TvlString, CAppPrefManager>;
 constexpr long long kMegabyte = 1 << 20;
 // Beyond these a process would run out of memory before it is done.
 constexpr long long kMostMegabytes = 1024;
+// None would keep out every workspace, also the one that would set the limit right again.
+constexpr long long kLeastMegabytes = 1;
 constexpr long long kMostIcons = 4096;
 
 const TextPreference& MegabytesPreference()
@@ -26,8 +28,9 @@ const TextPreference& IconsPreference()
     return preference;
 }
 
-/// The preference's number; its default in place of a text that is none.
-long long NumberOf(const TextPreference& preference, long long most)
+/// The preference's number, brought into its range; its default in place of a text that is none. Workspaces from anywhere
+/// set preferences.
+long long NumberOf(const TextPreference& preference, long long least, long long most)
 {
     const auto read = [](const TvlString& text) {
         wchar_t* end = nullptr;
@@ -35,13 +38,16 @@ long long NumberOf(const TextPreference& preference, long long most)
         return text.IsEmpty() || *end != L'\0' ? -1LL : value;
     };
     const long long value = read(preference.GetValue());
-    return std::min(value < 0 ? read(preference.GetDefault()) : value, most);
+    return std::clamp(value < 0 ? read(preference.GetDefault()) : value, least, most);
 }
 }   // namespace
 
-long long MaxWorkspaceEntryBytes() { return NumberOf(MegabytesPreference(), kMostMegabytes) * kMegabyte; }
+long long MaxWorkspaceEntryBytes()
+{
+    return NumberOf(MegabytesPreference(), kLeastMegabytes, kMostMegabytes) * kMegabyte;
+}
 
-std::size_t MaxWorkspaceIcons() { return static_cast<std::size_t>(NumberOf(IconsPreference(), kMostIcons)); }
+std::size_t MaxWorkspaceIcons() { return static_cast<std::size_t>(NumberOf(IconsPreference(), 0, kMostIcons)); }
 
 bool IconAllowance::HasRoom() const
 {

@@ -1,6 +1,7 @@
 // Dialogs without windows: the terminal asks what a dialog would.
 #include "Windows/SystemPorts.h"
 
+#include "siblings/TvlPlatform/OneLine.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 
 #include <algorithm>
@@ -155,11 +156,11 @@ private:
     std::map<int, Control> m_controls;   // 0 is the dialog itself
 };
 
-/// A label without the mark of its key.
+/// A label without the mark of its key. Texts are translators' and names those of folders: a terminal must not obey them.
 std::wstring Label(std::wstring text)
 {
     text.erase(std::remove(text.begin(), text.end(), L'&'), text.end());
-    return text;
+    return TvlPlatform::OneLine(std::move(text), L' ');
 }
 
 DialogParameter TerminalDialog::Send(int id, UINT message, DialogParameter first, DialogParameter second)
@@ -205,7 +206,8 @@ bool AskForChoice(Terminal& terminal, Control& control)
 {
     const int count = static_cast<int>(control.choices.size());
     for (int i = 0; i < count; ++i)
-        terminal.Write(L"  " + std::to_wstring(i + 1) + L"  " + control.choices[static_cast<std::size_t>(i)] + L"\n");
+        terminal.Write(L"  " + std::to_wstring(i + 1) + L"  "
+            + TvlPlatform::OneLine(control.choices[static_cast<std::size_t>(i)], L' ') + L"\n");
     for (;;) {
         const std::wstring usual = control.selected < 0 ? L"" : L" [" + std::to_wstring(control.selected + 1) + L"]";
         terminal.Write(L"1-" + std::to_wstring(count) + usual + L": ");
@@ -233,10 +235,10 @@ bool AskForCheck(Terminal& terminal, Control& control)
 
 bool TerminalDialog::Ask(Terminal& terminal)
 {
-    terminal.Write(m_controls[0].text + L"\n");
+    terminal.Write(Label(m_controls[0].text) + L"\n");
     for (const auto& [id, control] : m_controls)
         if (id != 0 && control.kind == Control::Kind::Static && !control.text.empty())
-            terminal.Write(control.text + L"\n");
+            terminal.Write(Label(control.text) + L"\n");
     for (auto& [id, control] : m_controls)
         if (control.kind == Control::Kind::Combo && !control.choices.empty() && !AskForChoice(terminal, control))
             return false;

@@ -11,6 +11,7 @@ namespace Ports {
 
 namespace {
 namespace File = TvlUtils::SystemIO::File;
+using TvlUtils::ProfileText;
 
 /// Copies a text that ends with the buffer at the latest.
 DWORD CopyText(std::wstring_view text, wchar_t* buffer, DWORD size)
@@ -48,8 +49,8 @@ public:
             return 0;
         std::string bytes;
         // A file that can't be read is an empty one.
-        static_cast<void>(File::ReadAll(file, bytes));
-        const TvlUtils::ProfileText text(bytes);
+        static_cast<void>(File::ReadAll(file, bytes, ProfileText::kMaxBytes));
+        const ProfileText text(bytes);
         if (!section)
             return CopyNames(text.Sections(), buffer, size);
         if (!key)
@@ -64,9 +65,9 @@ public:
             return false;
         const std::scoped_lock hold(m_lock);   // writers of one process don't undo each other's work
         std::string bytes;
-        if (const auto read = File::ReadAll(file, bytes); !read && !read.IsMissing())
+        if (const auto read = File::ReadAll(file, bytes, ProfileText::kMaxBytes); !read && !read.IsMissing())
             return false;
-        TvlUtils::ProfileText profile(bytes);
+        ProfileText profile(bytes);
         if (!key)
             profile.DeleteSection(section);
         else if (!text)

@@ -102,6 +102,8 @@ std::pair<FileKind, bool> KindOf(int folder, const dirent& entry)
     return {fstatat(folder, entry.d_name, &found, 0) == 0 ? KindOf(found.st_mode) : FileKind::Other, isLink};
 }
 
+constexpr mode_t kEverybody = 0666;   // less the user's mask
+
 int Flags(OpenMode mode)
 {
     // Without O_NONBLOCK a pipe of this name would hold the caller up before it is refused.
@@ -119,13 +121,25 @@ void FlushFolder(const std::filesystem::path& folder)
     fsync(descriptor);
     close(descriptor);
 }
-}   // namespace
-
-FileResult OpenSystemFile(const std::filesystem::path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle)
+/// Gives a new file owner, group and rights of the one whose place it will take, as far as the user may: rights that
+/// were meant for another group go to nobody.
+void TakeRights(int descriptor, const struct stat& made, const struct stat& model)
 {
-    constexpr mode_t kAccess = 0666;             // less the user's mask
+    mode_t rights = model.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
+    const bool isOthers = made.st_uid != model.st_uid || made.st_gid != model.st_gid;
+    if (isOthers && fchown(descriptor, model.st_uid, model.st_gid) < 0
+        && fchown(descriptor, static_cast<uid_t>(-1), model.st_gid) < 0 && made.st_gid != model.st_gid)
+        rights &= ~static_cast<mode_t>(S_IRWXG);
+    fchmod(descriptor, rights);   // where it fails the file stays closed to others
+}
+
+/// @param access rights of a file that is made, less the user's mask
+/// @param model whose rights a file that is made gets, or null
+FileResult OpenAt(const std::filesystem::path& path, int flags, mode_t access, const struct stat* model,
+    std::unique_ptr<FileHandle>& handle)
+{
     auto file = std::make_unique<LinuxFile>();   // before there is a descriptor to lose
-    const int descriptor = Uninterrupted([&] { return open(path.c_str(), Flags(mode), kAccess); });
+    const int descriptor = Uninterrupted([&] { return open(path.c_str(), flags, access); });
     if (descriptor < 0)
         return LastError();
     file->Own(descriptor);
@@ -134,8 +148,31 @@ FileResult OpenSystemFile(const std::filesystem::path& path, OpenMode mode, std:
         return LastError();
     if (!S_ISREG(status.st_mode))
         return S_ISDIR(status.st_mode) ? std::errc::is_a_directory : std::errc::not_supported;
+    if (model)
+        TakeRights(descriptor, status, *model);
     handle = std::move(file);
     return {};
+}
+}   // namespace
+
+FileResult OpenSystemFile(const std::filesystem::path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle)
+{
+    return OpenAt(path, Flags(mode), kEverybody, nullptr, handle);
+}
+
+FileResult CreateSystemFileLike(
+    const std::filesystem::path& path, const std::filesystem::path& model, std::unique_ptr<FileHandle>& handle)
+{
+    struct stat found = {};
+    if (stat(model.c_str(), &found) < 0 || !S_ISREG(found.st_mode))
+        return OpenSystemFile(path, OpenMode::CreateNew, handle);
+    // Closed to others until it has its rights: who has it open once may go on reading.
+    return OpenAt(path, Flags(OpenMode::CreateNew), S_IRUSR | S_IWUSR, &found, handle);
+}
+
+FileResult MakePrivateSystemFolder(const std::filesystem::path& path)
+{
+    return mkdir(path.c_str(), S_IRWXU) < 0 ? LastError() : FileResult();
 }
 
 FileResult RenameSystemFile(const std::filesystem::path& from, const std::filesystem::path& to)

@@ -1,6 +1,8 @@
 // The network through WinINet.
 #include "Windows/SystemPorts.h"
 
+#include "siblings/TvlUtils/LogMessage.h"
+
 #include <vector>
 #include <windows.h>
 #include <wininet.h>
@@ -8,7 +10,17 @@
 namespace Ports {
 
 namespace {
-constexpr DWORD kHttpDecoding = 65;   // INTERNET_OPTION_HTTP_DECODING
+constexpr DWORD kHttpDecoding = 65;              // INTERNET_OPTION_HTTP_DECODING
+constexpr DWORD kMostMilliseconds = 60 * 1000;   // without a connection, and then without a byte of the answer
+constexpr DWORD kTimeouts[] = {INTERNET_OPTION_CONNECT_TIMEOUT, INTERNET_OPTION_SEND_TIMEOUT,
+    INTERNET_OPTION_RECEIVE_TIMEOUT, INTERNET_OPTION_DATA_SEND_TIMEOUT, INTERNET_OPTION_DATA_RECEIVE_TIMEOUT};
+
+void LogEnd(DWORD error)
+{
+    // The address may hold what is nobody's business.
+    TvlUtils::LogMessage(
+        TvlUtils::LogLevel::Warning, TvlString().Format(L"A download ended early: WinINet's error %u", error));
+}
 
 struct HandleCloser {
     void operator()(void* handle) const { InternetCloseHandle(handle); }
@@ -22,8 +34,10 @@ public:
     std::optional<std::size_t> Read(void* data, std::size_t size) override
     {
         DWORD read = 0;
-        if (!InternetReadFile(m_file.get(), data, static_cast<DWORD>(size), &read))
+        if (!InternetReadFile(m_file.get(), data, static_cast<DWORD>(size), &read)) {
+            LogEnd(GetLastError());
             return std::nullopt;
+        }
         return read;
     }
 
@@ -62,10 +76,15 @@ public:
             return nullptr;
         DWORD enable = 1;
         InternetSetOptionW(session.get(), kHttpDecoding, &enable, sizeof enable);
+        DWORD milliseconds = kMostMilliseconds;
+        for (const DWORD timeout : kTimeouts)
+            InternetSetOptionW(session.get(), timeout, &milliseconds, sizeof milliseconds);
         Handle file(InternetOpenUrlW(session.get(), url.c_str(), headers.c_str(), static_cast<DWORD>(headers.size()),
             INTERNET_FLAG_RELOAD | INTERNET_FLAG_NO_AUTH, 0));
-        if (!file)
+        if (!file) {
+            LogEnd(GetLastError());
             return nullptr;
+        }
         return std::make_unique<WinInetFile>(std::move(session), std::move(file));
     }
 };

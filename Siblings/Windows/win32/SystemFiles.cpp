@@ -136,6 +136,18 @@ FileResult OpenSystemFile(const std::filesystem::path& path, OpenMode mode, std:
     return {};
 }
 
+// A file gets the rights that its folder hands down, as the one did whose place it takes.
+FileResult CreateSystemFileLike(
+    const std::filesystem::path& path, const std::filesystem::path&, std::unique_ptr<FileHandle>& handle)
+{
+    return OpenSystemFile(path, OpenMode::CreateNew, handle);
+}
+
+FileResult MakePrivateSystemFolder(const std::filesystem::path& path)
+{
+    return CreateDirectoryW(path.c_str(), nullptr) ? FileResult() : LastError();
+}
+
 FileResult RenameSystemFile(const std::filesystem::path& from, const std::filesystem::path& to)
 {
     // A reader, or a scanner for viruses, that has the file open for a moment keeps it from being replaced.

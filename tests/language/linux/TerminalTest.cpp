@@ -76,4 +76,62 @@ TEST_F(TerminalQuestion, TakesNoChoiceWithoutATerminalOrAtTheEndOfTheInput)
     EXPECT_EQ(StoredLanguage(), L"ENU");
 }
 
+/// A dialog of which nobody wants to know anything.
+struct AnyDialog : Ports::DialogProcedure {
+    void OnInitDialog(Ports::DialogWindow&) override { }
+    void OnOK(Ports::DialogWindow&) override { }
+    void OnDestroy(Ports::DialogWindow&) override { }
+};
+
+/// A template with a title, a text, a button with another one's data, and a list.
+std::vector<BYTE> Template(const std::wstring& title, const std::wstring& text)
+{
+    std::vector<BYTE> bytes;
+    const auto words = [&](std::initializer_list<unsigned> all) {
+        for (const unsigned word : all)
+            for (const unsigned byte : {word & 0xFF, word >> 8})
+                bytes.push_back(static_cast<BYTE>(byte));
+    };
+    const auto write = [&](const std::wstring& line) {
+        for (const wchar_t character : line)
+            words({static_cast<unsigned>(character)});
+        words({0});
+    };
+    words({0, 0, 0, 0, 3, 0, 0, 100, 100, 0, 0});
+    write(title);
+    for (const unsigned kind : {0x82u, 0x80u, 0x85u}) {
+        bytes.resize((bytes.size() + 3) & ~std::size_t{3});
+        words({3, 0, 0, 0, 1, 1, 50, 10, kind, 0xFFFF, kind});
+        write(text);
+        words({4, 0xFFFF, 0xFFFF});
+    }
+    return bytes;
+}
+
+TEST_F(TerminalQuestion, TextsDoNotSpeakToTheTerminal)
+{
+    AnyDialog dialog;
+    Ports::Dialogs::Get().RunModal(Template(L"a\x1b[2J", L"b\r\x9bc\n"), nullptr, dialog);
+    EXPECT_THAT(terminal.written, testing::StartsWith(L"a [2J\nb  c \n"));
+    EXPECT_EQ(terminal.written.find_first_of(L"\x1b\r\x9b"), std::wstring::npos);
+}
+
+TEST_F(TerminalQuestion, IsReadNoFurtherThanItsTemplateGoes)
+{
+    AnyDialog dialog;
+    const std::vector<BYTE> whole = Template(L"title", L"text");
+    for (std::size_t size = 0; size <= whole.size(); ++size) {
+        terminal.lines = {L"1", L"y"};
+        Ports::Dialogs::Get().RunModal(
+            {whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)}, nullptr, dialog);
+    }
+    for (std::size_t at = 0; at + 1 < whole.size(); ++at) {   // counts and sizes that are not borne out
+        std::vector<BYTE> wrong = whole;
+        wrong[at] = wrong[at + 1] = 0xFF;
+        terminal.lines = {L"1", L"y"};
+        Ports::Dialogs::Get().RunModal(wrong, nullptr, dialog);
+    }
+    EXPECT_THAT(terminal.written, testing::HasSubstr(L"title\ntext\n"));
+}
+
 }   // namespace

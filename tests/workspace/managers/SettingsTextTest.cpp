@@ -120,6 +120,23 @@ TEST(IniParser, GivesTheFirstOfEachNameInTheOrderOfTheFile)
     EXPECT_THAT(IniParser(world.Path("none.ini")).GetAllData(), IsEmpty());
 }
 
+TEST(IniParser, KeepsAFileThatItDoesNotTake)
+{
+    const UserWorld world;
+    std::string lines = "[s]\r\n";
+    while (std::count(lines.begin(), lines.end(), '\n') <= static_cast<long>(IniParser::kMaxLines))
+        lines += "n=1\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n";
+    const std::string large = "[s]\r\nn=" + std::string(TvlUtils::ProfileText::kMaxBytes, '1');
+    for (const std::string& bytes : {lines, large}) {
+        const TvlString path = world.MakeFile("a.ini", bytes);
+        IniParser parser(path);
+        EXPECT_THAT(parser.GetAllData(), IsEmpty());
+        EXPECT_FALSE(parser.SetString(L"s", L"n", L"2"));
+        std::string now;
+        EXPECT_TRUE(TvlUtils::SystemIO::File::ReadAll(path, now) && now == bytes) << now.size() << " bytes";
+    }
+}
+
 TEST(IniParser, ChangesOneLine)
 {
     const UserWorld world;

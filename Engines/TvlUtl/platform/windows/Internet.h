@@ -33,7 +33,8 @@ public:
     /// InternetCrackUrlW with ICU_DECODE: whether a text is an address.
     virtual bool IsUrl(const std::wstring& url) const = 0;
     /// InternetOpenW without a proxy, decoding of compressed answers, and InternetOpenUrlW with reload and without
-    /// authentication. Null when the address can't be opened; the HTTP status is not looked at.
+    /// authentication. Null when the address can't be opened; the HTTP status is not looked at. A server that says
+    /// nothing for a minute counts as a broken connection. The log tells how a connection broke.
     /// @param headers lines that are sent along, each ended by a line feed
     virtual std::unique_ptr<InternetFile> OpenUrl(
         const std::wstring& agent, const std::wstring& url, const std::wstring& headers) = 0;

@@ -2,6 +2,7 @@
 #include "Windows/linux/internet/InternetModule.h"
 
 #include "siblings/TvlPlatform/TextEncoding.h"
+#include "siblings/TvlUtils/LogMessage.h"
 
 #include <algorithm>
 #include <cstring>
@@ -15,6 +16,7 @@ namespace Ports {
 namespace {
 constexpr int kPollMilliseconds = 1000;
 constexpr long kMostRedirections = 20;
+constexpr long kMostSeconds = 60;   // without a connection, and then without a byte of the answer
 // Bytes that are kept for the reader before the transfer rests. Unpacked answers come in pieces that are many times as
 // large as what was received: a resting transfer copies all of the rest with every piece that is taken.
 constexpr std::size_t kEnough = std::size_t{1} << 20;
@@ -58,6 +60,9 @@ public:
         curl_easy_setopt(easy, CURLOPT_PROXY, "");
         curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 1L);
         curl_easy_setopt(easy, CURLOPT_MAXREDIRS, kMostRedirections);
+        curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT, kMostSeconds);
+        curl_easy_setopt(easy, CURLOPT_LOW_SPEED_LIMIT, 1L);   // byte a second; a transfer that rests is not counted
+        curl_easy_setopt(easy, CURLOPT_LOW_SPEED_TIME, kMostSeconds);
         curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
         // As WinINet does: who asked for a protected connection is not led to another one.
         if (IsProtected(url))
@@ -95,8 +100,7 @@ public:
                 return false;
             int left = 0;
             if (const CURLMsg* const message = curl_multi_info_read(m_multi, &left)) {
-                m_finished = true;
-                m_result = message->data.result;
+                Finish(message->data.result);
             } else if (m_bytes.empty()) {
                 curl_multi_poll(m_multi, nullptr, 0, kPollMilliseconds, nullptr);
             }
@@ -118,6 +122,16 @@ public:
     }
 
 private:
+    void Finish(CURLcode result)
+    {
+        m_finished = true;
+        m_result = result;
+        // The address may hold what is nobody's business.
+        if (result != CURLE_OK)
+            TvlUtils::LogMessage(TvlUtils::LogLevel::Warning,
+                L"A download ended early: " + TvlPlatform::FromUtf8(curl_easy_strerror(result)));
+    }
+
     static std::size_t Take(char* data, std::size_t size, std::size_t count, void* self)
     {
         auto& file = *static_cast<CurlFile*>(self);

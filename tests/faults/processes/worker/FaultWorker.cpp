@@ -38,7 +38,7 @@ constexpr LANGID kGerman = 0x0407;
 /// Kept outside of the process: what it has written is there whatever becomes of it.
 class Ledger {
 public:
-    explicit Ledger(const char* path) : m_file(path, std::ios::app) { }
+    explicit Ledger(const char* path) : m_file(path, std::ios::app | std::ios::binary) { }
     void Begin(const std::string& entry) { m_file << "begin " << entry << std::endl; }
     void Done(const std::string& entry) { m_file << "done " << entry << std::endl; }
 

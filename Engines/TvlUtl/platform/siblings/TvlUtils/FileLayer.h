@@ -110,6 +110,19 @@ public:
     virtual FileResult MakeFolder(const std::filesystem::path& path) = 0;
     /// Sets or clears the mark that keeps a file from being written.
     virtual FileResult SetReadOnly(const std::filesystem::path& path, bool readOnly) = 0;
+
+    // Rights of others. Layers whose files have none keep what stands here.
+
+    /// Open with CreateNew, for a file that will take the place of `model`: whoever can't open that one can't open this one
+    /// either. Without a model it is an ordinary new file.
+    virtual FileResult CreateLike(
+        const std::filesystem::path& path, const std::filesystem::path& model, std::unique_ptr<FileHandle>& handle)
+    {
+        static_cast<void>(model);
+        return Open(path, OpenMode::CreateNew, handle);
+    }
+    /// MakeFolder for a folder that nobody but the user may enter. On windows the folder above decides.
+    virtual FileResult MakePrivateFolder(const std::filesystem::path& path) { return MakeFolder(path); }
 };
 
 /// With this environment variable set to n the process ends at once in the n-th operation of the system's layer, with

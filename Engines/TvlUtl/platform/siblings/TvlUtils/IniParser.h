@@ -5,6 +5,7 @@
 #include "siblings/TvlPlatform/TvlString.h"
 #include "siblings/TvlUtils/ProfileText.h"
 
+#include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,7 +21,11 @@ public:
     /// A section's name and its entries.
     using Section = std::pair<TvlString, std::vector<Entry>>;
 
-    /// A file that can't be read is an empty one.
+    /// The most lines that a file may have. An application has some hundred settings.
+    static constexpr std::size_t kMaxLines = 65536;
+
+    /// A file that can't be read is an empty one, with a line in the log unless there is none of this name. So is one of
+    /// more than ProfileText::kMaxBytes or kMaxLines.
     explicit IniParser(const TvlString& path);
 
     /// All sections with their entries, in the order of the file. Names are told apart without case; of two with one name
@@ -28,12 +33,17 @@ public:
     std::vector<Section> GetAllData() const;
     /// The value of an entry, or `defaultValue` when there is none.
     TvlString GetString(const TvlString& section, const TvlString& name, const TvlString& defaultValue) const;
-    /// Sets an entry and replaces the file in one step. False when that fails, or for texts that would be read back as
-    /// something else (see ProfileText::SetValue): object and file are as before then.
+    /// Sets an entry and replaces the file in one step. False when that fails, when the file is there and could not be
+    /// read, or for texts that would be read back as something else (see ProfileText::SetValue): object and file are as
+    /// before then.
     bool SetString(const TvlString& section, const TvlString& name, const TvlString& value);
 
 private:
+    /// Empty bytes for a file that can't be read.
+    std::string Read();
+
     TvlString m_path;
+    bool m_isComplete = true;   // nothing of the file is missing here
     ProfileText m_text;
 };
 

@@ -11,8 +11,8 @@ namespace TvlUtils {
 /// How grave a line is: what went as it should, what was worked around, what could not be done.
 enum class LogLevel : int { Info = 0, Warning = 1, Error = 2 };
 
-/// Writes one line to the log: the receiver set by SetLogReceiver, or else standard error and the debugger.
-/// Safe from any thread. Never throws.
+/// Writes one line to the log: the receiver set by SetLogReceiver, or else standard error and the debugger. Of a line of
+/// more than 16,384 characters the rest is left out, and counted at its end. Safe from any thread. Never throws.
 TVLSIBLINGS_API void LogMessage(LogLevel level, const TvlString& text) noexcept;
 
 /// How much the log tells of what goes right: 0, the default, for nothing, 1 for each large step, higher ones for more.

@@ -12,6 +12,9 @@
 /// empty name stands for the default text, which serves where a language has none of its own.
 class TVLSIBLINGS_API MultiLanguageString {
 public:
+    /// Languages that are taken from a text or a file: each is looked for among those before it.
+    static constexpr std::size_t kMostLanguages = 256;
+
     /// No text in any language.
     MultiLanguageString() = default;
     /// @{
@@ -22,7 +25,8 @@ public:
 
     /// Takes the texts of the form ":[Other];br:[Outra];de:[Andere];": for each language its name, a colon and the text in
     /// brackets, which ends at the first "]" before a semicolon or the end. Of a language that is named twice the last
-    /// text counts. A text of another form becomes the default text as a whole; the result is false then.
+    /// text counts. A text of another form, or with more than kMostLanguages, becomes the default text as a whole; the
+    /// result is false then.
     bool Parse(const TvlString& text);
     /// The same form. A text that holds "];" would not read back.
     TvlString ToString() const;

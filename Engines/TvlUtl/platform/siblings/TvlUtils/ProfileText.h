@@ -20,6 +20,9 @@ namespace TvlUtils {
 /// section, the first is taken. Lines in front of the first section are passed over.
 class TVLSIBLINGS_API ProfileText {
 public:
+    /// The most bytes that those take who read whole files; a text here may have more.
+    static constexpr std::size_t kMaxBytes = std::size_t{8} << 20;
+
     /// One line of a section.
     struct KeyValue {
         std::wstring key;     // without the blanks around it

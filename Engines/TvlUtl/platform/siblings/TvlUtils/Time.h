@@ -1,6 +1,8 @@
 // Points in time, and durations.
 #pragma once
 
+#include "windows/Clock.h"
+
 #include <chrono>
 #include <compare>
 #include <ctime>
@@ -70,7 +72,7 @@ public:
     {
         using Ticks = std::chrono::duration<long long, std::ratio<1, TimeDelta::kTicksPerSecond>>;
         TimeTicks now;
-        now.m_ticks = std::chrono::floor<Ticks>(std::chrono::steady_clock::now().time_since_epoch()).count();
+        now.m_ticks = std::chrono::floor<Ticks>(Ports::Clock::Get().Elapsed()).count();
         return now;
     }
 

@@ -184,6 +184,10 @@ class TVLSIBLINGS_API WXmlDoc {
 public:
     /// Elements may nest so deep; a document that goes deeper is refused.
     static constexpr int kMaxDepth = 256;
+    /// The most elements of a document; one of more is refused. A suite's workspace has some thousand.
+    static constexpr int kMaxElements = 131072;
+    /// The most bytes of a document; one of more is refused.
+    static constexpr std::size_t kMaxBytes = std::size_t{32} << 20;
 
     /// @param keepBlanks whether texts of blanks alone are kept
     explicit WXmlDoc(bool keepBlanks);
