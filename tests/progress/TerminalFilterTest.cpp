@@ -67,11 +67,12 @@ TEST(Log, CutsLongMessages)
     constexpr std::size_t kMost = 16384;
     const std::wstring all(kMost, L'a');
     const std::wstring smiling = L"\U0001F642";   // one character or two
-    const std::pair<std::wstring, std::wstring> kRows[] = {{all, all}, {all + L"bc", all + L"... (2 more characters)"},
+    const std::pair<std::wstring, std::wstring> messages[] = {{all, all},
+        {all + L"bc", all + L"... (2 more characters)"},
         {all + smiling, all + L"... (" + std::to_wstring(smiling.size()) + L" more characters)"}};
     std::vector<std::wstring> lines;
     TvlUtils::SetLogReceiver([&](TvlUtils::LogLevel, const TvlString& line) { lines.push_back(line.Std()); });
-    for (const auto& [message, line] : kRows) {
+    for (const auto& [message, line] : messages) {
         TvlUtils::LogMessage(TvlUtils::LogLevel::Error, message);
         EXPECT_EQ(lines.back(), line);
     }
