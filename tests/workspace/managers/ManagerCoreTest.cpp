@@ -364,6 +364,14 @@ TEST_F(ManagerCore, ExtractsNoMoreBytesOfIconsThanOneEntryMayHave)
     EXPECT_EQ(Started()->ExtractIconResources().size(), 2u) << "the second one is more than is left";
 }
 
+// Any workspace may have set the limit, and with it every other one would be shut out.
+TEST_F(ManagerCore, ReadsWorkspacesWhenTheLimitSaysNone)
+{
+    Make("_default").AddFile(world.MakeFile("icon.bin", std::string(700 << 10, '\0')), L"content/icons/a.ico");
+    CAppPrefObject<TvlString>(L"Workspaces/MaxEntryMegabytes", L"64").SetValue(L"0");
+    EXPECT_EQ(Started()->ExtractIconResources().size(), 1u);
+}
+
 TEST_F(ManagerCore, SharesOneHoldOfTheMutexInAProcess)
 {
     OpenManager manager;
