@@ -445,22 +445,6 @@ TEST_F(FileFormatUse, LabelsAreLoggedForDevelopers)
     EXPECT_EQ(application.labels.size(), 3u) << "a log that can't be written hinders nothing";
 }
 
-// A workspace from anywhere may have set the preference.
-TEST_F(FileFormatUse, LabelsAreLoggedToFilesForReadersAlone)
-{
-    IPrefStore& store = *CAppPrefManager::GetInstance().GetStore();
-    struct Row {
-        const char* name;
-        const char* bytes;
-    };
-    for (const auto& [name, bytes] : {Row{"a.LOG", "Open_t?r\n"}, Row{"a.txt", "Open_t?r\n"}, Row{".bashrc", ""},
-             Row{"a.log.bat", ""}, Row{"autostart.desktop", ""}, Row{"log", ""}, Row{"a.txt/authorized_keys", ""}}) {
-        store.Write(L"FileFormatTracking/DebugTrackingLogFile", world.Path(name));
-        Send(L"a.t\nr", L"Open", kAsItIs, false);
-        EXPECT_EQ(world.Bytes(name), bytes) << name;
-    }
-}
-
 TEST_F(FileFormatUse, WhoIsToldMayCallBack)
 {
     const auto callBack = [] {

@@ -4,9 +4,7 @@
 #include "RecordTable.h"
 #include "TrackedRecord.h"
 #include "siblings/TvlComponent/Application.h"
-#include "siblings/TvlPlatform/OneLine.h"
 #include "siblings/TvlPref/CPrefObject.h"
-#include "siblings/TvlUtils/LogMessage.h"
 #include "siblings/TvlUtils/SystemIO.h"
 #include "siblings/TvlUtils/TextStreamWriter.h"
 
@@ -44,15 +42,8 @@ void LogLabel(const TvlString& label)
     const TvlString path = file.GetValue();
     if (path.IsEmpty())
         return;
-    // A workspace from anywhere may set the preference, and a label holds the ending of a file's name: nothing that a
-    // system runs or reads its settings from may get one.
-    namespace Path = TvlUtils::SystemIO::Path;
-    if (!Path::HasExtension(path, L".log") && !Path::HasExtension(path, L".txt"))
-        return TvlUtils::LogMessage(TvlUtils::LogLevel::Warning,
-            L"Labels of file formats are added to files named *.log or *.txt alone, not to the one of the preference");
     using TvlUtils::TextEncoding;
-    TvlUtils::TextStreamWriter(TvlUtils::Stream::AppendToFile(path), TextEncoding::Utf8)
-        .WriteLine(TvlPlatform::OneLine(label.Std(), L'?'));
+    TvlUtils::TextStreamWriter(TvlUtils::Stream::AppendToFile(path), TextEncoding::Utf8).WriteLine(label);
 }
 
 void SendLabel(const TrackedRecord& record)
