@@ -1,5 +1,6 @@
 // Conversion between measures.
 #include "VirtualSlot.h"
+#include "WEqParser.h"
 #include "WUnit.h"
 
 #include <cmath>

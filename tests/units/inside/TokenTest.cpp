@@ -142,10 +142,18 @@ TEST(Tokens, TakeTheirOperandsFromTheValues)
     }
 }
 
+class Furlong : public WUntiDef {
+public:
+    TvlString GetNameText(unsigned form) const override
+    {
+        constexpr const wchar_t* kNames[] = {L"", L"fur", L"furlong", L"furlongs", L"'"};
+        return form < std::size(kNames) ? kNames[form] : L"";
+    }
+};
+
 TEST(Tokens, OfUnitsTakeTheLongestNameBehindAValue)
 {
-    WUnitWithSymbol furlong;
-    furlong.Define(3, 0.1, 0.5, 1.0, L"fur", L"furlong", L"furlongs", L"'", 201.168);
+    const Furlong furlong;
     WTokenUnit unit(1.0, &furlong);
     const struct {
         const wchar_t* text;
@@ -185,12 +193,12 @@ TEST(Tokens, AreFoundAsAWalkOverTheTableFindsThem)
                 text += kPieces[random() % std::size(kPieces)];
             int before = static_cast<int>(random() % 2), walkBefore = before;
             const TokenMatch found = TokenPrototypesFor(flags).Match(text, L'.', before);
-            const TokenMatch walked = Walk(table, TvlString(text), walkBefore);
-            ASSERT_EQ(found.length, walked.length) << TvlString(text);
-            ASSERT_EQ(before, walkBefore) << TvlString(text);
+            const TokenMatch walked = Walk(table, text, walkBefore);
+            ASSERT_EQ(found.length, walked.length) << testing::PrintToString(text);
+            ASSERT_EQ(before, walkBefore) << testing::PrintToString(text);
             if (found.length == 0)
                 continue;
-            ASSERT_EQ(found.token, walked.token) << TvlString(text);
+            ASSERT_EQ(found.token, walked.token) << testing::PrintToString(text);
         }
     }
 }
