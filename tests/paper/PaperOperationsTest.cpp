@@ -73,6 +73,8 @@ TEST_F(PaperOperations, RefuseWhatIsOutOfRange)
     TvlString name;
     EXPECT_TRUE(Papers().GetPaperInfo(static_cast<PaperType>(15), paper) && Papers().GetPaperInfoAt(15, same));
     EXPECT_EQ(paper.Width, same.Width);
+    EXPECT_TRUE(Papers().GetPaperInfo(static_cast<PaperType>(15), 1, 2, paper)) << "sizes are those of the type";
+    EXPECT_EQ(paper.Width, same.Width);
     EXPECT_TRUE(Papers().GetPaperName(static_cast<PaperType>(15), text) && Papers().GetPaperNameAt(15, name));
     EXPECT_STREQ(text.c_str(), name.c_str());
     EXPECT_FALSE(text.IsEmpty());

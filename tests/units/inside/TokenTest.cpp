@@ -96,6 +96,7 @@ TEST(Tokens, TellTheNumberOfWhatTheyMatched)
     EXPECT_EQ(WTokenFraction(0, 0, L"").Evaluate(L"3 1/2"), 3.5);
     EXPECT_EQ(WTokenFraction(0, 0, L"").Evaluate(L"3 1+2"), -1.0);
     EXPECT_EQ(WTokenFraction(0, 0, L"").Evaluate(L"3 1"), -1.0);
+    EXPECT_EQ(WTokenFraction(0, 0, L"").Evaluate(L"31"), -1.0);
     EXPECT_EQ(WTokenFraction(0, 0, L"").Evaluate(L"1/ 2"), std::numeric_limits<double>::infinity());
     EXPECT_EQ(WToken(1, 2, L"sin").Evaluate(L"sin"), 0.0);
 }
