@@ -129,7 +129,7 @@ def row(name, sources):
 
 
 def table(sources):
-    """The lines of the table, and the sources of the library."""
+    """Prints a row for each folder, with the sum of each part of the tree behind."""
     print(f'{"":<30} {"lines that ran":>25} {"branches taken":>25}')
     for top in SOURCES:
         chosen = {path: source for path, source in sources.items() if path.startswith(top + "/")}
