@@ -230,7 +230,7 @@ def main():
 
     def export(*options):
         command = llvm_cov("export", arguments.build, profile, SOURCES, *options)
-        # It warns of each second main, which has another's name.
+        # Binaries differ in the copies that they have of inline functions, and each has a main: it warns of these.
         return subprocess.run(command, check=True, stdout=subprocess.PIPE, stderr=subprocess.PIPE).stdout
 
     sources = read_sources(root, json.loads(export("-skip-functions", "-skip-expansions")))
@@ -242,7 +242,7 @@ def main():
         places = "\n".join(missing_places(sources))
         (arguments.report / "missing.txt").write_text(places + "\n", encoding="utf-8")
         subprocess.run(llvm_cov("show", arguments.build, profile, SOURCES, "-format=html", "-show-branches=count",
-                                "-show-instantiations=false", "-output-dir", arguments.report), check=True)
+                                "-show-instantiations=false", "-output-dir", arguments.report), check=True, stderr=subprocess.PIPE)
         print(f"each line: {arguments.report}/index.html; what does not run: {arguments.report}/missing.txt")
     print("\n".join(failures) or "the library is above its limits, and what does not run is listed")
     return 1 if failures else 0
