@@ -29,6 +29,14 @@ TEST(RegistryRoots, AreRefusedForDeletionWithoutACall)
         EXPECT_EQ(WUTLRegistry::DeleteRegistryKey(path), 5) << path;
 }
 
+TEST(RegistryRoots, AreWantedForDeletion)
+{
+    const testing::StrictMock<MockRegistry> untouched;
+    for (const wchar_t* path :
+        {static_cast<const wchar_t*>(nullptr), L"", L"HKEY_NOWHERE\\Key", L"hkey_current_user\\Key"})
+        EXPECT_EQ(WUTLRegistry::DeleteRegistryKey(path), 110) << (path ? path : L"null");
+}
+
 /// Every test runs below one key of its own, which goes at the end.
 class RegistryTest : public testing::TestWithParam<Side> {
 protected:
@@ -167,6 +175,16 @@ TEST_P(RegistryTest, EnumeratesUntilNoMoreItems)
     }
     EXPECT_EQ(key.GetNextSubkey(name, index), 259);
     EXPECT_THAT(names, ElementsAre(L"Alpha", L"beta", L"gamma"));
+
+    ULONG number = 0;
+    EXPECT_EQ(key.GetNextValue(name, number, 2), 259);
+    for (index = 0; index < 2; ++index) {
+        const LONG status = key.GetNextValue(name, number, index);
+        if (name == L"two") {
+            EXPECT_EQ(status, 0);
+            EXPECT_EQ(number, 2u);
+        }
+    }
 
     TvlString data;
     std::set<std::wstring> values;

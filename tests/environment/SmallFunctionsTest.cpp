@@ -2,6 +2,7 @@
 #include "BoundedStrings.h"
 #include "DataSize.h"
 
+#include <cstdarg>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -50,6 +51,41 @@ TEST(BoundedStrings, CutAndEndWithinTheBuffer)
     EXPECT_STREQ(TvlUtl::StringAppend(TvlUtl::StringCopy(buffer, 8, "abc"), 6, "defgh"), "abcde");
     EXPECT_STREQ(TvlUtl::StringAppend(buffer, 5, "x"), "abcde");   // no end mark within 5
     EXPECT_STREQ(TvlUtl::StringAppend(buffer, 0, "x"), "abcde");
+}
+
+TEST(BoundedStrings, CutAndEndWideTextsWithinTheBufferToo)
+{
+    wchar_t buffer[8] = L"#######";
+    EXPECT_EQ(TvlUtl::StringCopy(buffer, 0, L"abc"), buffer);
+    EXPECT_STREQ(buffer, L"#######");
+    EXPECT_STREQ(TvlUtl::StringCopy(buffer, 3, L"abc"), L"ab");
+    EXPECT_EQ(buffer[3], L'#') << "a size counts characters and not bytes";
+    EXPECT_STREQ(TvlUtl::StringCopyN(buffer, 8, L"abcdef", 2), L"ab");
+    EXPECT_STREQ(TvlUtl::StringCopyN(buffer, 8, L"abcdef", 2147483647), L"");
+    EXPECT_STREQ(TvlUtl::StringAppend(TvlUtl::StringCopy(buffer, 8, L"abc"), 6, L"defgh"), L"abcde");
+    EXPECT_STREQ(TvlUtl::StringAppend(buffer, 5, L"x"), L"abcde");   // no end mark within 5
+}
+
+template <class Character>
+long long Print(Character* dest, std::size_t size, const Character* format, ...)
+{
+    std::va_list arguments;
+    va_start(arguments, format);
+    const long long length = TvlUtl::StringVPrintf(dest, size, format, arguments);
+    va_end(arguments);
+    return length;
+}
+
+TEST(BoundedStrings, PrintArgumentsThatACallerHasTaken)
+{
+    wchar_t wide[8];
+    EXPECT_EQ(Print(wide, 8, L"%s-%d", L"a", 12), 4);
+    EXPECT_STREQ(wide, L"a-12");
+    EXPECT_EQ(Print(wide, 4, L"%s-%d", L"ab", 12), -1);
+    EXPECT_STREQ(wide, L"ab-");
+    char narrow[8];
+    EXPECT_EQ(Print(narrow, 8, "%s-%d", "a", 12), 4);
+    EXPECT_STREQ(narrow, "a-12");
 }
 
 TEST(BoundedStrings, PrintOrTellWhatDidNotFit)

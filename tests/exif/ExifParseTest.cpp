@@ -254,6 +254,18 @@ TEST_P(ExifParse, GivesItemsOneByOne)
     EXPECT_EQ(tag.GetAllValues(items, 5), 0);
     EXPECT_EQ(tag.GetAllValues(items, 6), 1);
     EXPECT_EQ(items[1], 20);
+
+    // Counted, but never read.
+    CExifTag unread;
+    unread.type = 3;
+    unread.count = 2;
+    EXPECT_EQ(unread.GetSingleValue(0, items, 6), 0);
+    EXPECT_EQ(unread.GetAllValues(items, 6), 0);
+    unread.type = 0;   // no type that there is: items of no bytes
+    EXPECT_EQ(unread.GetSingleValue(1, items, 0), 1);
+    EXPECT_EQ(unread.GetSingleValue(2, items, 0), 0);
+    EXPECT_EQ(unread.GetAllValues(items, 0), 1);
+    EXPECT_EQ(items[1], 20);
 }
 
 TEST_P(ExifParse, ReadsOneTagAtTheStreamsPosition)

@@ -15,9 +15,12 @@ namespace {
 constexpr int kMillimetre = 2;
 constexpr int kFeetAndInches = 16;
 
+// An optional ends its object as what it is: WUnit's own destructor is not virtual.
+struct UnitAlone final : WUnit { };
+
 struct Units {
     FakeLocale locale;
-    std::optional<WUnit> unit;
+    std::optional<UnitAlone> unit;
     TvlString text;
     double value = 0.0;
     int result = 0;

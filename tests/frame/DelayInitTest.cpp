@@ -86,7 +86,40 @@ TEST(DelayInit, ACopysEndTakesTheSourcesRegistrationAway)
     EXPECT_THAT(Walk(true, false), ElementsAre("2"));
 }
 
-class Service : public DelayInitBase {
+// What a hook takes away at its end is the delegate that it has then: assigned ones leave the earlier one behind.
+TEST(DelayInit, AssignedHooksTakeAwayWhatTheyWereGiven)
+{
+    {
+        StartupHook first(Named("1"), Registrar::eDefault);
+        const StartupHook second(Named("2"), Registrar::eDefault);
+        first = second;
+        EXPECT_THAT(Walk(false, false), ElementsAre("1", "2"));
+        const ShutdownHook shutdown(Named("3"), Registrar::eDefault);
+        {
+            const ShutdownHook copy = shutdown;
+            EXPECT_THAT(Walk(true, false), ElementsAre("3"));
+        }
+        EXPECT_THAT(Walk(true, false), IsEmpty());
+    }
+    EXPECT_THAT(Walk(false, false), ElementsAre("1"));
+    Registrar::GetInst().RemoveHook(eHookStageStartup, Named("1"));
+
+    InitHook both(Named("u"), Named("d"), Registrar::eDefault);
+    {
+        InitHook other(Named("v"), Named("e"), Registrar::eDefault);
+        const InitHook copy = both;
+        other = copy;
+        EXPECT_THAT(Walk(false, false), ElementsAre("u", "v"));
+        other = InitHook(other);   // the temporary's end takes "u" away
+        EXPECT_THAT(Walk(false, false), ElementsAre("v"));
+    }
+    EXPECT_THAT(Walk(false, false), ElementsAre("v"));
+    EXPECT_THAT(Walk(true, false), ElementsAre("e"));
+    Registrar::GetInst().RemoveHook(eHookStageStartup, Named("v"));
+    Registrar::GetInst().RemoveHook(eHookStageShutdown, Named("e"));
+}
+
+class Service final : public DelayInitBase {
 public:
     bool DelayedStartup() override
     {

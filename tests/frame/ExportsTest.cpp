@@ -49,7 +49,7 @@ TEST(Exports, HooksCarryTheirCopies)
 {
     for (const char* name : {"_ZN11StartupHookC1ERKS_", "_ZN11StartupHookaSERKS_", "_ZN12ShutdownHookC1ERKS_",
              "_ZN12ShutdownHookaSERKS_", "_ZN8InitHookC1ERKS_", "_ZN8InitHookC1EOS_", "_ZN8InitHookaSERKS_",
-             "_ZN8InitHookaSEOS_", "_ZN13DelayInitBaseC1ERKS_", "_ZN13DelayInitBaseaSERKS_",
+             "_ZN8InitHookaSEOS_", "_ZN13DelayInitBaseC2ERKS_", "_ZN13DelayInitBaseaSERKS_",
              "_ZN6TvlUtl15TopMostOwnerWndC1ERKS0_", "_ZN6TvlUtl15TopMostOwnerWndaSERKS0_"})
         EXPECT_NE(ExportOf(LIBRARY_FILE, name), nullptr) << name;
 }

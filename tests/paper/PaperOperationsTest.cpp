@@ -58,6 +58,8 @@ TEST_F(PaperOperations, RefuseWhatIsOutOfRange)
     for (const int index : {-1, 149, INT32_MAX, INT32_MIN}) {
         EXPECT_FALSE(Papers().GetPaperInfoAt(index, paper)) << index;
         EXPECT_FALSE(Papers().GetPaperNameAt(index, text)) << index;
+        EXPECT_FALSE(Papers().GetPaperInfo(static_cast<PaperType>(index), paper)) << index;
+        EXPECT_FALSE(Papers().GetPaperName(static_cast<PaperType>(index), text)) << index;
         EXPECT_FALSE(Papers().GetPaperGUIDAt(index, text)) << index;
         EXPECT_FALSE(Papers().IsHidden(index)) << index;
         EXPECT_EQ(Papers().GetPaperSize(static_cast<PaperType>(index)), 0) << index;
@@ -66,6 +68,20 @@ TEST_F(PaperOperations, RefuseWhatIsOutOfRange)
     }
     EXPECT_EQ(Papers().CheckPaperTypeID(15), 15);
     EXPECT_EQ(CPaperTypeMgr::GetTypeFromInt(148), 148);
+    // Types are places: the two forms are one operation.
+    PaperTypeInformation same;
+    TvlString name;
+    EXPECT_TRUE(Papers().GetPaperInfo(static_cast<PaperType>(15), paper) && Papers().GetPaperInfoAt(15, same));
+    EXPECT_EQ(paper.Width, same.Width);
+    EXPECT_TRUE(Papers().GetPaperInfo(static_cast<PaperType>(15), 1, 2, paper)) << "sizes are those of the type";
+    EXPECT_EQ(paper.Width, same.Width);
+    EXPECT_TRUE(Papers().GetPaperName(static_cast<PaperType>(15), text) && Papers().GetPaperNameAt(15, name));
+    EXPECT_STREQ(text.c_str(), name.c_str());
+    EXPECT_FALSE(text.IsEmpty());
+    const std::int64_t count = Papers().GetCount();
+    Papers().SetLastPaperCustomTypeID(1234);
+    EXPECT_EQ(Papers().GetLastPaperCustomTypeID(), 1234);
+    EXPECT_EQ(Papers().GetCount(), count);
 }
 
 TEST_F(PaperOperations, TellListenersOfEdits)

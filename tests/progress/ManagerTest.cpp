@@ -123,6 +123,17 @@ TEST(Manager, FinishesTheFirstTaskOfAType)
     EXPECT_EQ(Manager().GetTaskCount(kGroup, eTaskAnyType, 0), 0u);
 }
 
+TEST(Manager, TakesATaskWithoutAGroupIntoGroup0)
+{
+    auto* const task = Manager().CreateTask(2, L"alone");
+    EXPECT_EQ(task->GetGroupId(), 0u);
+    EXPECT_EQ(Manager().GetDefaultGroupTaskCount(eTaskAnyType, 0), 1u);
+    EventLog log;
+    log.Listen(task->GetFinishedEvent(), "alone");
+    Manager().FinishTask(0, 2);
+    EXPECT_THAT(log.Take(), ElementsAre("alone"));
+}
+
 TEST(Manager, ClearsFailedTasksWhenTheNextOneComes)
 {
     auto* const failed = Manager().CreateTask(kGroup, 1, L"failed");

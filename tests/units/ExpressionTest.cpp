@@ -1,4 +1,5 @@
 // Expressions.
+#include "FakeLocale.h"
 #include "WEqParser.h"
 #include "WUnit.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
@@ -185,6 +186,49 @@ TEST(WUnit, ReadsEveryNameOfEveryUnit)
                 EXPECT_NEAR(value, 3.0, 1e-12) << id << " " << TvlPlatform::ToUtf8(before + name);
             }
         }
+}
+
+struct Wrong {
+    int unit;
+    const wchar_t* text;
+    WParseProblem problem;
+    std::size_t position;
+};
+
+constexpr Wrong kWrongTexts[] = {
+    {2, L"5in + 3mm", WParseProblem::None, 0},
+    {2, L"5 furlongs", WParseProblem::UnknownText, 2},
+    {2, L"3.5.2", WParseProblem::OperatorExpected, 3},
+    {2, L"2*(3+4", WParseProblem::BracketNotClosed, 6},
+    {2, L"2*(3+4]", WParseProblem::BracketNotOpened, 6},
+    {2, L"3)", WParseProblem::BracketNotOpened, 1},
+    {2, L"2*", WParseProblem::ValueExpected, 2},
+    {2, L"3 mm in", WParseProblem::TwoUnits, 5},
+    {2, L"1/0", WParseProblem::OutOfRange, 3},
+    // Places count in the text as it was typed, with what was left away on the way.
+    {2, L"1,234*(", WParseProblem::BracketNotClosed, 7},
+    {2, L"1,234x", WParseProblem::UnknownText, 5},
+    {3, L"1 pc 6 x", WParseProblem::UnknownText, 7},
+    {3, L"1 pc x", WParseProblem::UnknownText, 5},
+};
+
+TEST(WUnit, TellsWhereATextGoesWrong)
+{
+    const FakeLocale english;
+    for (const auto& [unit, text, problem, position] : kWrongTexts) {
+        const WParseDiagnosis wrong =
+            WUnit::GetDefaultWUnit().DiagnoseText(unit, text, kTokensAll | kTokensUnits, DRG::Degrees);
+        EXPECT_EQ(static_cast<int>(wrong.problem), static_cast<int>(problem)) << text;
+        EXPECT_EQ(wrong.position, position) << text;
+        EXPECT_EQ(DescribeParseProblem(wrong.problem).IsEmpty(), problem == WParseProblem::None) << text;
+    }
+}
+
+TEST(WParseProblem, HasNoTextBeyondThoseThatThereAre)
+{
+    EXPECT_FALSE(DescribeParseProblem(WParseProblem::OutOfRange).IsEmpty());
+    EXPECT_TRUE(DescribeParseProblem(static_cast<WParseProblem>(8)).IsEmpty());
+    EXPECT_TRUE(DescribeParseProblem(static_cast<WParseProblem>(-1)).IsEmpty());
 }
 
 }   // namespace

@@ -1,5 +1,6 @@
 // Conversion between measures.
 #include "VirtualSlot.h"
+#include "WEqParser.h"
 #include "WUnit.h"
 
 #include <cmath>
@@ -142,6 +143,48 @@ TEST(WUnit, ConvertsResolutionsFromOneUpwardAndDownward)
     for (const double some : {1.0, -1.0, 1e30})
         EXPECT_NEAR(units.ConvertResolutionFromUnitToUnit(1, 2, some, 0.0), some / 25.4, std::fabs(some) * 1e-14);
     EXPECT_TRUE(std::isnan(units.ConvertResolutionFromUnitToUnit(1, 2, std::numeric_limits<double>::quiet_NaN(), 0.0)));
+}
+
+TEST(WUnit, TakesPlacesAndAPrecisionForItsTexts)
+{
+    WUnit units;
+    units.LoadDefaults(nullptr, 0);
+    EXPECT_EQ(units.SetUnitDecimalPlaces(2, 1), 1);
+    EXPECT_EQ(units.GetUnitDecimalPlaces(2), 1);
+    EXPECT_STREQ(units.DisplayUnitValueAsString(2, 12.3456, 0, -1).c_str(), L"12.3");
+    EXPECT_EQ(units.SetUnitDecimalPlaces(2, -1), -1) << "the definition's own";
+    EXPECT_EQ(units.GetUnitDecimalPlaces(2), 3);
+    EXPECT_EQ(WUnit::GetDefaultWUnit().GetUnitDecimalPlaces(2), 3);
+    EXPECT_EQ(units.SetPrecisionFactor(0.5), 0.5);
+    EXPECT_EQ(units.GetPrecisionFactor(), 0.5);
+    const double before = WUnit::GetResolution();
+    EXPECT_EQ(WUnit::SetResolution(96.0), 96.0);
+    EXPECT_EQ(WUnit::GetResolution(), 96.0);
+    WUnit::SetResolution(before);
+}
+
+TEST(WUnit, CopiesItsSettings)
+{
+    WUnit source;
+    source.SetPrecisionFactor(0.25);
+    WUnit copy(source);
+    EXPECT_EQ(copy.GetPrecisionFactor(), 0.25);
+    EXPECT_EQ(copy.GetMaxUnitRange(), source.GetMaxUnitRange());
+
+    // What it read with before the assignment is not what it reads with afterwards.
+    double value = 0.0;
+    WUnit used;
+    used.LoadDefaults(nullptr, 0);
+    EXPECT_EQ(used.StringToValue(2, L"1 in", value, kTokensAll | kTokensUnits, DRG::Degrees), 1);
+    WUnit assigned;
+    assigned.SetPrecisionFactor(0.75);
+    assigned = source;
+    EXPECT_EQ(assigned.GetPrecisionFactor(), 0.25);
+    EXPECT_EQ(assigned.AddUnitDefinition(2), 2);
+    EXPECT_EQ(assigned.AddUnitDisplay(2), 2);
+    EXPECT_EQ(assigned.StringToValue(2, L"3 mm", value, kTokensAll | kTokensUnits, DRG::Degrees), 1);
+    EXPECT_EQ(value, 3.0);
+    EXPECT_EQ(assigned.StringToValue(2, L"3 in", value, kTokensAll | kTokensUnits, DRG::Degrees), 0);
 }
 
 TEST(WUnit, KeepsItsSlots)

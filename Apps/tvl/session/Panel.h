@@ -8,7 +8,7 @@
 #include <vector>
 
 /// Writes into a diary when it starts and stops.
-class Panel : public DelayInitBase {
+class Panel final : public DelayInitBase {
 public:
     using Diary = std::vector<std::string>;
 

@@ -19,9 +19,9 @@ struct CodeRow {
     int units = 0;   // 0 without a size
 };
 
-constexpr CodeRow Store(int index) { return {index}; }
-constexpr CodeRow Inches(double width, double height) { return {0, width, height, kInch}; }
-constexpr CodeRow Millimetres(double width, double height) { return {0, width, height, kMillimetre}; }
+consteval CodeRow Store(int index) { return {index}; }
+consteval CodeRow Inches(double width, double height) { return {0, width, height, kInch}; }
+consteval CodeRow Millimetres(double width, double height) { return {0, width, height, kMillimetre}; }
 constexpr CodeRow kNone = {0};
 
 // Codes from 1 on. Some sizes differ from those of the codes, which documents and printers of users rely on.

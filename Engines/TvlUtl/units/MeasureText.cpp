@@ -155,13 +155,6 @@ void ShortText::Append(std::wstring_view text)
     m_length += count;
 }
 
-void ShortText::Append(wchar_t c, std::size_t count)
-{
-    count = std::min(count, kRoom - m_length);
-    std::fill_n(m_text + m_length, count, c);
-    m_length += count;
-}
-
 TvlString NumberText(double value, const NumberStyle& style, const LocaleCache& locale)
 {
     const unsigned decimals = std::min(style.decimals, kMostDecimals);

@@ -16,7 +16,6 @@ public:
     static constexpr std::size_t kRoom = 49;   // what callers' buffers hold
 
     void Append(std::wstring_view text);
-    void Append(wchar_t c, std::size_t count);
     std::wstring_view View() const { return {m_text, m_length}; }
 
 private:

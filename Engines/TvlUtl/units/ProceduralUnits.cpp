@@ -66,7 +66,7 @@ constexpr ProceduralUnit kUnits[] = {
     {41, Rule::Sentinel, 1.0, 1.0, 1, kNone, Form::Empty, Separator::Decimal, 0.0, 0.0},
 };
 
-constexpr bool StandAtTheirIds()
+consteval bool StandAtTheirIds()
 {
     for (std::size_t i = 0; i < std::size(kUnits); ++i)
         if (kUnits[i].id != static_cast<int>(i))
