@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -61,13 +62,15 @@ bool Run(const FuzzInput& input)
 
 std::uint64_t number = 0;   // of the input that is being tried
 
-/// Has a sanitizer name the input before it ends the process.
+void NameInput() { std::fprintf(stderr, "input %llu\n", static_cast<unsigned long long>(number)); }
+
+/// Has the input named before a sanitizer or a target that found a fault ends the process.
 void NameInputOnReports()
 {
 #ifdef __SANITIZE_ADDRESS__
-    __sanitizer_set_death_callback(
-        [] { std::fprintf(stderr, "input %llu\n", static_cast<unsigned long long>(number)); });
+    __sanitizer_set_death_callback(NameInput);
 #endif
+    std::signal(SIGABRT, [](int) { NameInput(); });   // the process ends behind it all the same
 }
 
 int RunMutations(std::vector<FuzzInput> seeds, std::uint64_t first, std::uint64_t end)

@@ -46,7 +46,8 @@ namespace {
 constexpr std::size_t kLocalSize = 30, kCentralSize = 46, kEndSize = 22;   // without names and comments
 constexpr std::size_t kMaxComment = 0xFFFF;
 constexpr std::uint32_t kLocalMark = 0x04034b50, kCentralMark = 0x02014b50, kEndMark = 0x06054b50;
-constexpr unsigned kEncrypted = 1, kSizesBehind = 8, kPatch = 1 << 5, kStrong = 1 << 6, kMasked = 1 << 13;
+constexpr unsigned kEncrypted = 1, kSizesBehind = 8, kPatch = 1 << 5, kStrong = 1 << 6, kUtf8 = 1 << 11,
+                   kMasked = 1 << 13;
 constexpr unsigned kStored = 0, kDeflated = 8;
 constexpr unsigned kUnicodePath = 0x7075;         // a field with another form of the name
 constexpr std::uint32_t kIn64Bits = 0xFFFFFFFF;   // the real number stands elsewhere
@@ -132,7 +133,9 @@ std::string TakeRecord(std::string_view table, std::size_t& at, Record& record)
         return "its table is broken";
     const char* const fields = &table[at];
     const std::size_t nameSize = Get16(fields + 28);
-    const std::size_t size = kCentralSize + nameSize + Get16(fields + 30) + Get16(fields + 32);
+    const std::size_t extraSize = Get16(fields + 30);
+    const std::size_t commentSize = Get16(fields + 32);
+    const std::size_t size = kCentralSize + nameSize + extraSize + commentSize;
     if (table.size() - at < size)
         return "its table is broken";
     record.flags = Get16(fields + 8);
@@ -148,7 +151,10 @@ std::string TakeRecord(std::string_view table, std::size_t& at, Record& record)
     at += size;
     if (isElsewhere)
         return "it has 64-bit sizes or several parts";
-    return CheckExtra({fields + kCentralSize + nameSize, Get16(fields + 30)}, record.entry.name);
+    // The library that unpacks takes nothing else.
+    if ((record.flags & kUtf8) && !IsUtf8Comment({fields + kCentralSize + nameSize + extraSize, commentSize}))
+        return "its comment is no UTF-8";
+    return CheckExtra({fields + kCentralSize + nameSize, extraSize}, record.entry.name);
 }
 
 /// What a record says of itself.

@@ -44,9 +44,14 @@ struct ZipEntry {
 
 /// Reads the entries in the order of the table. Returns why the archive is refused; empty for a good one.
 /// Refused are: several parts, 64-bit sizes, encryption, methods other than storing and deflating, sizes that deflating
-/// can't give, local headers that differ from the table, broken extra fields, entries that overlap, and names that are no place below the
-/// archive's root, stand twice or are links.
+/// can't give, local headers that differ from the table, broken extra fields or comments, entries that overlap, and names
+/// that are no place below the archive's root, stand twice or are links.
 std::string ReadZipDirectory(PieceReader& file, std::vector<ZipEntry>& entries);
+
+/// Whether a text is UTF-8.
+bool IsUtf8(const std::string& text);
+/// Whether a comment is UTF-8, and has no control characters but those of lines and columns.
+bool IsUtf8Comment(const std::string& comment);
 
 /// Why a name is refused; empty for a good one.
 std::string RefusedName(const std::string& name);

@@ -44,6 +44,14 @@ const char* RefusedElement(std::string_view element)
 }
 }   // namespace
 
+bool IsUtf8(const std::string& text) { return TvlPlatform::ToUtf8(TvlPlatform::FromUtf8(text)) == text; }
+
+bool IsUtf8Comment(const std::string& comment)
+{
+    const auto isControl = [](char c) { return c >= 0 && c < ' ' && c != '\t' && c != '\n' && c != '\r'; };
+    return std::none_of(comment.begin(), comment.end(), isControl) && IsUtf8(comment);
+}
+
 std::string RefusedName(const std::string& name)
 {
     if (name.empty() || name.size() > DocContainer::kMaxNameBytes)
@@ -53,7 +61,7 @@ std::string RefusedName(const std::string& name)
     // Drives, streams of files, and Windows' separator.
     if (name.find_first_of(":\\") != name.npos)
         return "its name has a colon or a backslash";
-    if (TvlPlatform::ToUtf8(TvlPlatform::FromUtf8(name)) != name)
+    if (!IsUtf8(name))
         return "its name is no UTF-8";
     std::string_view rest(name);
     if (rest.ends_with('/'))

@@ -79,7 +79,7 @@ TEST_P(KilledProcesses, AtEachFileOperationLoseNothing)
         if (points % (3 * step) == 0)
             CheckNextSuccess(work);
     }
-    EXPECT_GE(points, 8);
+    EXPECT_GE(points, 7) << "the work with the fewest writes has six operations";
 }
 
 TEST_P(KilledProcesses, AtAnyMomentLoseNothing)
