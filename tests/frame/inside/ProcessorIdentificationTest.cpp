@@ -35,7 +35,7 @@ TEST(ProcessorIdentification, ReadsEveryLeaf)
     EXPECT_EQ(read.extended1Ecx, 5u);
     EXPECT_EQ(read.extended1Edx, 6u);
     EXPECT_EQ(read.brand, brand);
-    EXPECT_EQ(processor.queries, 2 + 10 + 6);
+    EXPECT_EQ(processor.queries, 10 + 6) << "each leaf once";
 }
 
 TEST(ProcessorIdentification, TakesNothingFromLeavesBeyondTheHighest)
