@@ -16,7 +16,6 @@
 #include <memory>
 #include <mutex>
 #include <new>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <unordered_map>
@@ -84,10 +83,10 @@ void ReadTexts(const Json::Object& file, Texts& texts)
 void ReadFile(const fs::path& path, Texts& texts)
 {
     try {
-        std::ifstream stream(path, std::ios::binary);
-        std::ostringstream bytes;
-        bytes << stream.rdbuf();
-        const auto file = Json::Parse(bytes.view(), kLimits);
+        std::string bytes(static_cast<std::size_t>(fs::file_size(path)), '\0');
+        if (!std::ifstream(path, std::ios::binary).read(bytes.data(), std::ssize(bytes)))
+            throw std::runtime_error("not all of it could be read");
+        const auto file = Json::Parse(bytes, kLimits);
         if (!file)
             throw std::runtime_error("no JSON object");
         ReadTexts(*file, texts);

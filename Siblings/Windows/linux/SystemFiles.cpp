@@ -121,16 +121,30 @@ void FlushFolder(const std::filesystem::path& folder)
     fsync(descriptor);
     close(descriptor);
 }
+
+constexpr mode_t kRights = S_IRWXU | S_IRWXG | S_IRWXO;
+
+/// What a file is made with that will get the rights of another one: nothing that anybody is to lose again, since who has it
+/// open once may go on reading.
+mode_t FirstRights(const struct stat& model)
+{
+    const mode_t rights = model.st_mode & kRights;
+    constexpr int kGroupAboveOthers = 3;   // bits
+    const bool hasGroupNoMoreThanOthers = ((rights & S_IRWXG) >> kGroupAboveOthers & ~rights & S_IRWXO) == 0;
+    return model.st_uid == geteuid() && hasGroupNoMoreThanOthers ? rights : S_IRUSR | S_IWUSR;
+}
+
 /// Gives a new file owner, group and rights of the one whose place it will take, as far as the user may: rights that
 /// were meant for another group go to nobody.
 void TakeRights(int descriptor, const struct stat& made, const struct stat& model)
 {
-    mode_t rights = model.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
+    mode_t rights = model.st_mode & kRights;
     const bool isOthers = made.st_uid != model.st_uid || made.st_gid != model.st_gid;
     if (isOthers && fchown(descriptor, model.st_uid, model.st_gid) < 0
         && fchown(descriptor, static_cast<uid_t>(-1), model.st_gid) < 0 && made.st_gid != model.st_gid)
         rights &= ~static_cast<mode_t>(S_IRWXG);
-    fchmod(descriptor, rights);   // where it fails the file stays closed to others
+    if ((made.st_mode & kRights) != rights)
+        fchmod(descriptor, rights);   // where it fails the file stays closed to others
 }
 
 /// @param access rights of a file that is made, less the user's mask
@@ -166,8 +180,7 @@ FileResult CreateSystemFileLike(
     struct stat found = {};
     if (stat(model.c_str(), &found) < 0 || !S_ISREG(found.st_mode))
         return OpenSystemFile(path, OpenMode::CreateNew, handle);
-    // Closed to others until it has its rights: who has it open once may go on reading.
-    return OpenAt(path, Flags(OpenMode::CreateNew), S_IRUSR | S_IWUSR, &found, handle);
+    return OpenAt(path, Flags(OpenMode::CreateNew), FirstRights(found), &found, handle);
 }
 
 FileResult MakePrivateSystemFolder(const std::filesystem::path& path)
