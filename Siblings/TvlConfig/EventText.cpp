@@ -13,7 +13,7 @@ namespace {
 namespace Json = TvlUtils::Json;
 
 constexpr int kVersion = 1;
-constexpr Json::Limits kLimits{.bytes = std::size_t{64} << 20, .depth = 16};   // lines of a file that is put by before
+constexpr Json::Limits kLimits{.bytes = kLongestEvent, .depth = 16};
 
 std::string Bytes(const TvlString& text) { return TvlPlatform::ToUtf8(text.Std()); }
 
