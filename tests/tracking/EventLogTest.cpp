@@ -158,6 +158,7 @@ TEST_F(EventLogTest, LinesMayBeAsLongAsTheLongestEvent)
     world.MakeFile("user/Analytics/events.jsonl", std::string(9 << 20, 'x'));   // no event, and no line feed
     ASSERT_TRUE(log.Append(event));
     ASSERT_TRUE(log.Append(Event(L"short")));
+    EXPECT_TRUE(ParseEvent(FormatEvent(event)) == event);
     event.detail += L'x';
     EXPECT_TRUE(log.Append(event).Is(std::errc::message_size)) << "no reader would take it";
     EXPECT_FALSE(ParseEvent(FormatEvent(event)));
