@@ -136,16 +136,16 @@ TEST_F(EventLogTest, ANewNameIsBehindAllThatAreThere)
         {"events-00000009-20991231T000000000Z-00000000.jsonl", L"events-00000010-"},
         {"events-99999999-0.jsonl", L"events-99999999-2024"}, {"events-999999999999-0.jsonl", L"events-99999999-2024"},
         {"events-.jsonl", L"events-00000001-"}};
-    for (const auto& [newest, begin] : kRows) {
+    for (const Row& row : kRows) {
         world.Remove("user/Analytics");
-        world.MakeFile(std::string("user/Analytics/") + newest, "");
+        world.MakeFile(std::string("user/Analytics/") + row.newest, "");
         const EventLog log(folder, 1);
         ASSERT_TRUE(log.Append(Event(L"a")));
         ASSERT_TRUE(log.Append(Event(L"b")));
         const auto files = log.OlderFiles();
-        EXPECT_TRUE(std::any_of(files.begin(), files.end(), [&](const TvlString& file) {
-            return TvlUtils::SystemIO::Path::GetFileName(file).Std().starts_with(begin);
-        })) << begin;
+        EXPECT_TRUE(std::any_of(files.begin(), files.end(), [&row](const TvlString& file) {
+            return TvlUtils::SystemIO::Path::GetFileName(file).Std().starts_with(row.begin);
+        })) << row.begin;
     }
 }
 
