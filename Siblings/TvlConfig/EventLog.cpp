@@ -71,14 +71,14 @@ std::optional<std::vector<TvlString>> ListOlder(const TvlString& folder)
     std::vector<TvlString> older;
     for (const SystemIO::FolderEntry& entry : entries)
         if (const TvlString name = SystemIO::FromFilePath(entry.name);
-            !entry.isLink && SystemIO::File::MatchesMask(name, L"events-*.jsonl"))
+            entry.kind != SystemIO::FileKind::Folder && SystemIO::File::MatchesMask(name, L"events-*.jsonl"))
             older.push_back(SystemIO::Path::Combine(folder, name));
     std::sort(older.begin(), older.end());
     return older;
 }
 
-constexpr int kMostNumber =
-    99'999'999;   // of a file that is put by: names are sorted, so that all have its eight digits
+// Of a file that is put by. Its eight digits are always there, so that names in their order are numbers in theirs.
+constexpr int kMostNumber = 99'999'999;
 
 /// The number in the name of a file that was put by; 0 without one.
 int NumberOf(const TvlString& path)
