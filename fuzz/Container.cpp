@@ -60,7 +60,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     static const Scratch scratch;
     const TvlString path = scratch.Path("a.tvws");
-    static_cast<void>(TvlUtils::SystemIO::File::WriteAside(path, {reinterpret_cast<const char*>(data), size}));
+    if (!TvlUtils::SystemIO::File::WriteAside(path, {reinterpret_cast<const char*>(data), size}))
+        std::abort();   // a run that reads nothing finds nothing
     UseEntries(path, scratch.Path("extracted"));
     WorkspaceFile file(path);
     file.InitializeMetadata();

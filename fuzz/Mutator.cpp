@@ -86,7 +86,7 @@ void Mutator::Move(FuzzInput& input)
 
 void Mutator::CutShort(FuzzInput& input) { input.resize(Below(input.size())); }
 
-/// A piece of another seed in the place of one of this.
+/// A piece of another seed somewhere between those of this.
 void Mutator::Splice(FuzzInput& input)
 {
     const FuzzInput& other = Seed();
@@ -95,6 +95,5 @@ void Mutator::Splice(FuzzInput& input)
     const std::size_t from = Below(other.size());
     const std::size_t size = 1 + Below(std::min<std::size_t>(other.size() - from, 512));
     const std::size_t place = Place(input);
-    input.resize(std::max(input.size(), place));
     input.insert(input.begin() + Offset(place), other.begin() + Offset(from), other.begin() + Offset(from + size));
 }

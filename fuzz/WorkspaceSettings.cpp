@@ -34,12 +34,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     PREFUTILS::StoredRegistry registry(PREFUTILS::MakeMemoryStore());
     PREFUTILS::IRegistry::SetForTests(&registry);
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    if (TvlUtils::SystemIO::File::WriteAside(File(), bytes)) {
-        IniUpdateRegistry(File().c_str());
-        for (const auto& [section, entries] : TvlUtils::IniParser(File()).GetAllData())
-            for (const auto& [name, value] : entries)
-                CheckForm(value);
-    }
+    if (!TvlUtils::SystemIO::File::WriteAside(File(), bytes))
+        std::abort();   // a run that reads nothing finds nothing
+    IniUpdateRegistry(File().c_str());
+    for (const auto& [section, entries] : TvlUtils::IniParser(File()).GetAllData())
+        for (const auto& [name, value] : entries)
+            CheckForm(value);
     if (registry.OpenKeys() != 0)
         std::abort();
     PREFUTILS::IRegistry::SetForTests(nullptr);

@@ -16,7 +16,9 @@ namespace {
 namespace SystemIO = TvlUtils::SystemIO;
 
 constexpr int kMostRecords = 64;
-constexpr std::size_t kMostBytes = 16u << 20;   // of a file that is worth reading
+// Of a file that is worth reading: far more than kMostRecords records have, for whoever adds lines that are none.
+constexpr std::size_t kMostBytes = 1u << 20;
+constexpr std::size_t kMostLines = 1024;
 constexpr std::string_view kFormat = "TvlCustomUnits 1";
 
 TvlString FilePath()
@@ -25,10 +27,11 @@ TvlString FilePath()
     return folder.IsEmpty() ? folder : SystemIO::Path::Combine(folder, L"CustomUnits.txt");
 }
 
+/// The lines, or the first of too many.
 std::vector<std::string> Lines(std::string_view bytes)
 {
     std::vector<std::string> lines;
-    while (!bytes.empty()) {
+    while (!bytes.empty() && lines.size() <= kMostLines) {
         const std::size_t end = std::min(bytes.find('\n'), bytes.size());
         std::string_view line = bytes.substr(0, end);
         if (line.ends_with('\r'))
@@ -61,6 +64,10 @@ std::optional<std::vector<std::string>> ReadRecords(const TvlString& path)
     }
     if (!lines.empty() && lines.front() != kFormat) {
         LogTrouble(L"can't be read", path, L"another version wrote it");
+        return std::nullopt;
+    }
+    if (lines.size() > kMostLines) {
+        LogTrouble(L"can't be read", path, L"it has too many lines");
         return std::nullopt;
     }
     if (!lines.empty())

@@ -13,7 +13,7 @@ namespace {
 namespace Json = TvlUtils::Json;
 
 constexpr int kVersion = 1;
-constexpr Json::Limits kLimits{.bytes = std::size_t{64} << 20, .depth = 16};   // lines of a file that is put by before
+constexpr Json::Limits kLimits{.bytes = kLongestEvent - 1, .depth = 16};   // without its line feed
 
 std::string Bytes(const TvlString& text) { return TvlPlatform::ToUtf8(text.Std()); }
 
@@ -51,6 +51,8 @@ std::string FormatEvent(const StoredEvent& event)
 
 std::optional<StoredEvent> ParseEvent(std::string_view line)
 {
+    if (line.ends_with('\n'))
+        line.remove_suffix(1);
     const auto object = Json::Parse(line, kLimits);
     double version = 0;
     StoredEvent event;

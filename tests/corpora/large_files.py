@@ -3,7 +3,7 @@
 
 Usage: large_files.py FOLDER
 
-The folder gets one folder for each kind: exif, info, papers, settings and texts.
+The folder gets one folder for each kind: exif, info, papers, settings, texts and units.
 """
 import struct
 import sys
@@ -20,6 +20,12 @@ def shared_value():
     place = header + 2 + 12 * entries + 4
     entry = struct.pack('<HHII', 37510, 7, 65536, place)
     return struct.pack('<2sHIH', b'II', 42, header, entries) + entry * entries + bytes(4) + b'A' * 65536
+
+
+def units(line, size):
+    """A file of custom units that has `size` bytes of one line again and again."""
+    start = b'TvlCustomUnits 1\n'
+    return start + (line * (size // len(line)))[:size - len(start)]
 
 
 TEXTS = {
@@ -46,6 +52,11 @@ FILES = {
     'papers/most_sizes.xml': lambda: PAPERS.format('<size/>' * 131000).encode(),
     'settings/line.ini': lambda: b'[s]\r\nx=' + b'v' * (64 * MEGABYTE),
     'settings/sections.ini': lambda: ''.join(f'[s{i}]\r\nx=1\r\n' for i in range(200000)).encode(),
+    'units/line_ends.txt': lambda: units(b'\n', 16 * MEGABYTE),
+    'units/most_line_ends.txt': lambda: units(b'\n', MEGABYTE),
+    'units/records.txt': lambda: units(b'a,b,c,d,2,43\n', MEGABYTE),
+    'units/most_records.txt': lambda: units(b'a,b,c,d,2,43\n', 1023 * 13 + 17),
+    'units/line.txt': lambda: units(b'a,b,c,d,2,43\n', 17 + 13 * 64) + b'x' * (MEGABYTE - 1000),
     'settings/most_sections.ini': lambda: ''.join(f'[s{i}]\r\nx=1\r\n' for i in range(32700)).encode(),
 }
 

@@ -16,12 +16,18 @@ readonly made=build/corpora/made packages=build/corpora
 export UBSAN_OPTIONS=print_stacktrace=1
 failed=0
 
-# read_all NAME PATH...: a fuzz target reads files, those of folders and of all below them. What is not there is passed over.
+# read_all NAME PATH...: a fuzz target reads files, those of folders and of all below them. Of the folders that were given some
+# have no files of this kind; those of build/corpora must be there.
 read_all() {
     local name=$1 path paths=()
     shift
     for path in "$@"; do
-        [ ! -e "$path" ] || paths+=("$path")
+        if [ -e "$path" ]; then
+            paths+=("$path")
+        elif [[ $path == "$packages"/* ]]; then
+            echo "$name: $path is not there"
+            failed=1
+        fi
     done
     [ ${#paths[@]} -gt 0 ] || return 0
     printf '%-18s' "$name"
@@ -46,7 +52,7 @@ for name in LanguageInfo EventText; do
     read_all "$name" "${@/%//info}" "$made/info"
 done
 read_all GuidMap "${@/%//guidmap}"
-read_all CustomUnits "${@/%//units}"
+read_all CustomUnits "${@/%//units}" "$made/units"
 for name in Expression FieldText SmartValue PageRange; do
     read_all "$name" "${@/%//texts}" "$made/texts"
 done

@@ -23,6 +23,8 @@ struct Containers : WorkspaceFaultWorld {
         isDone = false;
     }
 
+    static bool HasFailed(Containers& containers) { return !containers.isDone; }
+
     bool isDone = false;
     std::vector<TvlString> names;
     const TvlString path = FaultWorld::Path("user/a.tvws");
@@ -60,7 +62,8 @@ HeapOperations ContainerOperations()
                 auto container = WorkspaceContainer::Open(containers.path, OpenMode::Read);
                 containers.isDone = static_cast<bool>(container) && container.GetFileNames(L".*", true).size() >= 2;
             },
-            [](Containers& containers, const HeapRun& outcome) { containers.Check("old", outcome); }),
+            [](Containers& containers, const HeapRun& outcome) { containers.Check("old", outcome); },
+            Containers::HasFailed),
         Row<Containers>(
             "AddFile_and_Close",
             [](Containers& containers) {
@@ -70,7 +73,8 @@ HeapOperations ContainerOperations()
                         kSettingsEntry, TvlUtils::Stream::OverMemory(bytes.data(), bytes.size()), false, nullptr))
                     containers.isDone = container.Close();
             },
-            [](Containers& containers, const HeapRun& outcome) { containers.Check("new", outcome); }),
+            [](Containers& containers, const HeapRun& outcome) { containers.Check("new", outcome); },
+            Containers::HasFailed),
         Row<Containers>(
             "ExtractFile",
             [](Containers& containers) {
@@ -81,7 +85,8 @@ HeapOperations ContainerOperations()
                 const auto bytes = containers.world.Get("user/extracted");
                 EXPECT_TRUE(bytes == "old" || (!bytes && !containers.isDone));
                 containers.Check("old", outcome);
-            }),
+            },
+            Containers::HasFailed),
         Row<Containers>(
             "SetStringMetadata",
             [](Containers& containers) {
@@ -91,7 +96,8 @@ HeapOperations ContainerOperations()
                         ZipContainerSchema::Metadata::Title, L"de", L"ein Titel von einiger Länge"))
                     containers.isDone = container.Close();
             },
-            [](Containers& containers, const HeapRun& outcome) { containers.Check("old", outcome); }),
+            [](Containers& containers, const HeapRun& outcome) { containers.Check("old", outcome); },
+            Containers::HasFailed),
         Row<Containers>(
             "Create",
             [](Containers& containers) {
@@ -106,7 +112,8 @@ HeapOperations ContainerOperations()
                 EXPECT_TRUE(isThere || !containers.isDone);
                 EXPECT_EQ(containers.EntryOf("user/made.tvws", kOtherEntry), isThere ? "other" : "none");
                 containers.Check("old", outcome);
-            }),
+            },
+            Containers::HasFailed),
     };
 }
 

@@ -12,6 +12,8 @@
 #include "PathExports.h"
 #include "Policy.h"
 #include "ProfilePath.h"
+#include "WUTLRegistry.h"
+#include "siblings/TvlConfig/ProductKey.h"
 
 #include <gtest/gtest.h>
 
@@ -27,6 +29,32 @@ struct Surroundings {
     TvlString text;
     std::size_t count = 0;
     wchar_t buffer[1024] = {};
+};
+
+/// Locations that were stored before.
+struct Stored : Surroundings {
+    const std::vector<CFileLocations::Location> locations = CFileLocations::GetFileLocations();
+};
+
+/// A program that has a marker in a folder of add-on content.
+struct Marked : Surroundings {
+    Marked() { world.Put("user/add-ons and more/test_faults.addon", ""); }
+};
+
+/// Switches of the machine.
+struct Switched : Surroundings {
+    Switched()
+    {
+        const auto set = [](const TvlString& path, const wchar_t* name, const wchar_t* value) {
+            WUTLRegistry key(path.c_str(), WUTLRegistry::kReadWriteAccess, 1);
+            EXPECT_EQ(key.SetValue(name, value), 0);
+        };
+        const TvlString product = TvlString(L"HKEY_LOCAL_MACHINE\\") + INIGetRegistryProductKey();
+        set(product, L"IsAdminPackage", L"1");
+        set(product, L"InternetFeatures", L"off");
+        set(L"HKEY_LOCAL_MACHINE\\Software\\Tovel\\Media\\Tovel Content", L"Path", kContent);
+    }
+    static constexpr const wchar_t* kContent = L"/content of the machine, at some length";
 };
 
 /// Pairs of a file that is there.
@@ -61,21 +89,26 @@ HeapOperations EnvironmentOperations()
                 EXPECT_TRUE(surroundings.count == 24 || outcome.hasFailed);
                 surroundings.count = 0;
             }),
-        Row<Surroundings>(
+        // What the registry has no memory for stays as it was, and nobody is told.
+        SilentRow<Stored>(
             "SetFileLocations",
-            [](Surroundings&) {
+            [](Stored&) {
                 auto locations = CFileLocations::GetFileLocations();
                 locations.front().first = L"/a folder of the user's own";
                 CFileLocations::SetFileLocations(locations);
             },
-            [](Surroundings&, const HeapRun& outcome) {
-                const auto locations = CFileLocations::GetFileLocations();
+            [](Stored& stored, const HeapRun& outcome) {
+                auto locations = CFileLocations::GetFileLocations();
                 ASSERT_EQ(locations.size(), 24u);
-                EXPECT_TRUE(outcome.hasFailed || locations.front().first.Find(L"/a folder of the user's own") == 0);
-                for (const auto& [folder, name] : locations)
-                    EXPECT_FALSE(folder.IsEmpty() && !name.IsEmpty()) << name.c_str();
+                const TvlString first = locations.front().first;
+                EXPECT_TRUE(first.Find(L"/a folder of the user's own") == 0
+                    || (outcome.hasFailed && first == stored.locations.front().first))
+                    << first.c_str();
+                locations.front() = stored.locations.front();
+                EXPECT_EQ(locations, stored.locations) << "those that stay";
             }),
-        Row<Moving>(
+        // A folder that can't be listed counts as empty, which nobody is told.
+        SilentRow<Moving>(
             "MigrateContent",
             [](Moving& moving) {
                 CFileLocations::Moves moves;
@@ -91,7 +124,8 @@ HeapOperations EnvironmentOperations()
                 EXPECT_TRUE(copy == "a" || (!copy && outcome.hasFailed));
                 EXPECT_TRUE(moving.count == 1 || outcome.hasFailed);
             }),
-        Row<Identifiers>(
+        // A map that can't be read has no pairs.
+        SilentRow<Identifiers>(
             "CGUIDMap",
             [](Identifiers& identifiers) {
                 const CGUIDMap map;
@@ -117,13 +151,19 @@ HeapOperations EnvironmentOperations()
             },
             [](Surroundings& surroundings, const HeapRun& outcome) {
                 EXPECT_TRUE(surroundings.count > 0 || outcome.hasFailed);
+                surroundings.count = 0;
             }),
-        Row<Surroundings>(
+        Row<Marked>(
             "ShouldLoadAddOn",
-            [](Surroundings& surroundings) {
-                AddOns::ShouldLoadAddOn(FaultWorld::Path("user/add-ons and more"), &surroundings.text);
+            [](Marked& marked) {
+                marked.count = AddOns::ShouldLoadAddOn(FaultWorld::Path("user/add-ons and more"), &marked.text);
             },
-            [](Surroundings& surroundings, const HeapRun&) { EXPECT_TRUE(surroundings.text.IsEmpty()); }),
+            [](Marked& marked, const HeapRun& outcome) {
+                EXPECT_TRUE(marked.count == 1 || outcome.hasFailed);
+                marked.count = 0;
+                marked.Expect(L".addon", outcome);
+            },
+            [](Marked& marked) { return marked.count == 0; }),
         Row<Surroundings>(
             "GetCloudFilePath",
             [](Surroundings& surroundings) {
@@ -135,23 +175,30 @@ HeapOperations EnvironmentOperations()
             [](Surroundings& surroundings, const HeapRun& outcome) { surroundings.Expect(L"117 ", outcome); }),
         Row<Surroundings>(
             "GetCurrentUserName", [](Surroundings& surroundings) { surroundings.text = TvlUtl::GetCurrentUserName(); },
-            [](Surroundings&, const HeapRun&) {}),
-        Row<Surroundings>(
+            [](Surroundings& surroundings, const HeapRun& outcome) {
+                surroundings.Expect(TvlUtl::GetCurrentUserName().c_str(), outcome);
+            }),
+        // A switch that can't be read is false.
+        SilentRow<Switched>(
             "Policy",
-            [](Surroundings& surroundings) {
-                surroundings.text = TvlUtl::OfflineContentLocation();
-                surroundings.count = TvlUtl::IsNetworkInstall() || TvlUtl::IsInternetFeaturesDisabled();
+            [](Switched& switched) {
+                switched.text = TvlUtl::OfflineContentLocation();
+                switched.count = std::size_t{TvlUtl::IsNetworkInstall()} + TvlUtl::IsInternetFeaturesDisabled();
             },
-            [](Surroundings& surroundings, const HeapRun&) {
-                EXPECT_EQ(surroundings.count, 0u);
-                EXPECT_EQ(surroundings.world.registry.OpenKeys(), 0u);
+            [](Switched& switched, const HeapRun& outcome) {
+                EXPECT_TRUE(switched.count == 2 || outcome.hasFailed);
+                switched.count = 0;
+                EXPECT_TRUE(switched.text.IsEmpty() || switched.text == Switched::kContent);
+                switched.Expect(Switched::kContent, outcome);
+                EXPECT_EQ(switched.world.registry.OpenKeys(), 0u);
             }),
         Row<Surroundings>(
             "GetFillsDir", [](Surroundings& surroundings) { GetFillsDir(surroundings.buffer); },
             [](Surroundings& surroundings, const HeapRun& outcome) {
                 const TvlString folder = surroundings.buffer;
                 EXPECT_TRUE(folder.Find(L"Fills") >= 0 || (folder.IsEmpty() && outcome.hasFailed)) << folder.c_str();
-            }),
+            },
+            [](Surroundings& surroundings) { return surroundings.buffer[0] == 0; }),
         Row<Surroundings>(
             "UTLGetPrivateProfileRelPath",
             [](Surroundings& surroundings) {

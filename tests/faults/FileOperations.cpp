@@ -35,6 +35,8 @@ struct Files {
         isDone = false;
     }
 
+    static bool HasFailed(Files& files) { return !files.isDone; }
+
     static constexpr std::size_t kFiles = 3;
     FaultWorld world;
     std::string bytes;
@@ -51,7 +53,8 @@ HeapOperations FileOperations()
             [](Files& files) {
                 files.isDone = static_cast<bool>(File::WriteAside(FaultWorld::Path("user/a.ini"), "new"));
             },
-            [](Files& files, const HeapRun& outcome) { files.Check("user/a.ini", kIni, "new", outcome); }),
+            [](Files& files, const HeapRun& outcome) { files.Check("user/a.ini", kIni, "new", outcome); },
+            Files::HasFailed),
         Row<Files>(
             "ReadAll",
             [](Files& files) {
@@ -60,20 +63,24 @@ HeapOperations FileOperations()
             [](Files& files, const HeapRun& outcome) {
                 EXPECT_EQ(files.bytes, files.isDone ? kIni : "");
                 files.Check("user/a.ini", kIni, kIni, outcome);
-            }),
+            },
+            Files::HasFailed),
         Row<Files>(
             "Copy",
             [](Files& files) {
                 files.isDone =
                     static_cast<bool>(File::Copy(FaultWorld::Path("user/a.xml"), FaultWorld::Path("user/a.ini"), true));
             },
-            [](Files& files, const HeapRun& outcome) { files.Check("user/a.ini", kIni, kXml, outcome); }),
-        Row<Files>(
+            [](Files& files, const HeapRun& outcome) { files.Check("user/a.ini", kIni, kXml, outcome); },
+            Files::HasFailed),
+        // A folder that can't be listed counts as empty, which nobody is told.
+        SilentRow<Files>(
             "Find", [](Files& files) { files.count = File::Find(FaultWorld::Path("user"), L"*", true, true).size(); },
             [](Files& files, const HeapRun& outcome) {
-                EXPECT_TRUE(files.count == 6 || outcome.hasFailed) << files.count;
+                EXPECT_TRUE(files.count == 6 || (files.count < 6 && outcome.hasFailed)) << files.count;
+                files.count = 0;
             }),
-        Row<Files>(
+        SilentRow<Files>(
             "Folder_Copy",
             [](Files& files) {
                 files.isDone = static_cast<bool>(
@@ -92,7 +99,9 @@ HeapOperations FileOperations()
                 const bool isThere = files.world.Get("user/folder/below/it/file.txt").has_value();
                 EXPECT_TRUE(!isThere || outcome.hasFailed);
                 EXPECT_FALSE(isThere && files.isDone);
-            }),
+                files.isDone = false;
+            },
+            Files::HasFailed),
         Row<Files>(
             "IniParser_SetString",
             [](Files& files) {
@@ -103,7 +112,8 @@ HeapOperations FileOperations()
             },
             [](Files& files, const HeapRun& outcome) {
                 files.Check("user/a.ini", kIni, "[Section]\r\nName=new\r\n", outcome);
-            }),
+            },
+            Files::HasFailed),
         Row<Files>(
             "WXmlDoc_Save",
             [](Files& files) {
@@ -116,6 +126,7 @@ HeapOperations FileOperations()
                 EXPECT_TRUE(bytes.find("the old value") != bytes.npos) << bytes;
                 EXPECT_TRUE(files.isDone ? bytes.find("<b name") != bytes.npos : outcome.hasFailed);
                 files.isDone = false;
-            }),
+            },
+            Files::HasFailed),
     };
 }

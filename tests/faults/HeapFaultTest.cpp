@@ -54,6 +54,7 @@ protected:
             trial.run();
             count = heap.Count();
         }
+        EXPECT_FALSE(trial.tells()) << "without any fault";
         trial.check(run);
         return count;
     }
@@ -71,10 +72,14 @@ protected:
             }
             failed = heap.CountFailed();
         }
-        run.hasFailed = failed > 0;
+        // Who tells nothing must have done it all.
+        const bool isTold = run.hasThrown || trial.tells();
+        EXPECT_TRUE(failed > 0 || !isTold) << "without any fault";
+        run.hasFailed = failed > 0 && (isTold || GetParam().operation.isSilent);
         trial.check(run);
         Tally::Get().Add("allocations failed", failed);
         ASSERT_TRUE(RunsElsewhere(trial.run)) << "a lock was left";
+        EXPECT_FALSE(trial.tells()) << "with memory again";
         trial.check(HeapRun());
         Tally::Get().Add("runs out of memory survived", HasFailure() ? 0 : 1);
     }

@@ -10,6 +10,7 @@ using namespace TvlUtl;
 
 constexpr unsigned long long kGroup = 11;
 constexpr int kType = 2;
+constexpr const wchar_t* kReason = L"a reason that is longer than a few words";
 constexpr const wchar_t* kName = L"a name that needs an allocation of its own";
 
 ITaskProgressMgr& Manager() { return ITaskProgressMgr::GetInst(); }
@@ -44,6 +45,11 @@ struct RunningTask : Tasks {
         EXPECT_GE(task->GetProgress(), 0.0);
         EXPECT_LE(task->GetProgress(), 1.0);
     }
+    bool isDone = false;
+};
+
+struct FailedTask : RunningTask {
+    FailedTask() { task->SetError(kReason); }
 };
 }   // namespace
 
@@ -70,18 +76,28 @@ HeapOperations ProgressOperations()
                 running.task->SetProgress(1, L"a step's name that needs an allocation of its own");
                 for (int depth = 0; depth < 20; ++depth)
                     running.task->EndSubTask();
+                running.isDone = true;
             },
-            [](RunningTask& running, const HeapRun&) { running.Check(); }),
+            [](RunningTask& running, const HeapRun& outcome) {
+                running.Check();
+                EXPECT_TRUE(running.isDone || outcome.hasFailed);
+                running.isDone = false;
+            }),
         Row<RunningTask>(
-            "SetError",
-            [](RunningTask& running) { running.task->SetError(L"a reason that is longer than a few words"); },
+            "SetError", [](RunningTask& running) { running.task->SetError(kReason); },
             [](RunningTask& running, const HeapRun& outcome) {
                 running.Check();
                 EXPECT_TRUE(running.task->HasError() || outcome.hasFailed);
+                const TvlString text = Manager().GetTaskErrorText(kGroup, kType);
+                EXPECT_TRUE(text == kReason || (text.IsEmpty() && outcome.hasFailed)) << text.c_str();
             }),
-        Row<RunningTask>(
-            "GetTaskErrorText", [](RunningTask& running) { running.text = Manager().GetTaskErrorText(kGroup, kType); },
-            [](RunningTask& running, const HeapRun&) { running.Check(); }),
+        Row<FailedTask>(
+            "GetTaskErrorText", [](FailedTask& failed) { failed.text = Manager().GetTaskErrorText(kGroup, kType); },
+            [](FailedTask& failed, const HeapRun& outcome) {
+                failed.Check();
+                EXPECT_TRUE(failed.text == kReason || outcome.hasFailed) << failed.text.c_str();
+                failed.text = L"";
+            }),
         Row<Tasks>(
             "Subscribe",
             [](Tasks& tasks) {

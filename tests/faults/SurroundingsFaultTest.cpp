@@ -6,6 +6,7 @@
 
 #include "windows/Locale.h"
 
+#include <algorithm>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <limits>
@@ -97,8 +98,37 @@ private:
     mutable int m_count = 0;
 };
 
+/// Operations that were tried, and those of them that asked.
+struct Asking {
+    std::size_t tried = 0;
+    std::size_t asked = 0;
+
+    void Add(int answers)
+    {
+        ++tried;
+        asked += answers > 0;
+    }
+    /// Fewer than there were when this was written say that a seam has come loose, and nothing is tried any more.
+    void Check(const char* what, std::size_t recorded) const
+    {
+        const bool isWhole = tried == NamedOperation::All().size();   // and no choice of tests
+        EXPECT_TRUE(!isWhole || asked >= recorded) << asked << " ask for " << what;
+        Tally::Get().Add(std::string("operations that ask for ") + what, static_cast<long long>(asked));
+    }
+};
+
 class Surroundings : public testing::TestWithParam<NamedOperation> {
+public:
+    static void TearDownTestSuite()
+    {
+        regions.Check("the region", 12);
+        clocks.Check("the time", 31);
+    }
+
 protected:
+    static inline Asking regions;
+    static inline Asking clocks;
+
     /// How often a run asks for the region.
     int CountAnswers() const
     {
@@ -127,6 +157,7 @@ protected:
 TEST_P(Surroundings, MayChangeTheirRegionAtAnyTime)
 {
     const int count = CountAnswers();
+    regions.Add(count);
     const int step = StepBetween(count, kMostPoints);
     for (const auto kind : {Wandering::Fails, Wandering::FailsOnward, Wandering::Moves, Wandering::MovesAlways})
         for (int point = 0; point < count && !HasFailure(); point += step) {
@@ -142,12 +173,23 @@ public:
     WrongClock(std::chrono::nanoseconds since1970, std::chrono::nanoseconds step) : m_next(since1970), m_step(step) { }
     std::chrono::sys_time<std::chrono::nanoseconds> Now() const override
     {
+        ++m_count;
         return std::chrono::sys_time<std::chrono::nanoseconds>(m_next += m_step);
     }
+    /// Never goes back, but may stand still.
+    std::chrono::nanoseconds Elapsed() const override
+    {
+        ++m_count;
+        return m_elapsed += std::max(m_step, std::chrono::nanoseconds());
+    }
+
+    int Count() const { return m_count; }
 
 private:
     mutable std::chrono::nanoseconds m_next;
+    mutable std::chrono::nanoseconds m_elapsed{};
     const std::chrono::nanoseconds m_step;
+    mutable int m_count = 0;
 };
 
 TEST_P(Surroundings, MayHaveAnyTime)
@@ -165,6 +207,7 @@ TEST_P(Surroundings, MayHaveAnyTime)
         {"goes over the end of 32 bits", (68 * kYear) + (18 * 24h), 1min},
         {"is as late as it can be", 291 * kYear, 1h},
     };
+    int answers = 0;
     for (const auto& [name, since1970, step] : kClocks) {
         SCOPED_TRACE(name);
         const HeapTrial trial = GetParam().operation.begin();
@@ -173,8 +216,10 @@ TEST_P(Surroundings, MayHaveAnyTime)
             trial.run();
             trial.check(HeapRun());
         }
-        Tally::Get().Add("runs under wrong clocks");
+        Tally::Get().Add("runs under wrong clocks", clock.Count() > 0 ? 1 : 0);
+        answers += clock.Count();
     }
+    clocks.Add(answers);
 }
 
 INSTANTIATE_TEST_SUITE_P(Operations, Surroundings, testing::ValuesIn(NamedOperation::All()),

@@ -6,8 +6,11 @@
 #include "siblings/TvlComponent/Application.h"
 #include "siblings/TvlConfig/EventLog.h"
 #include "siblings/TvlConfig/ProductAnalytics.h"
+#include "windows/Clock.h"
 
 #include <gtest/gtest.h>
+#include <string>
+#include <utility>
 
 namespace {
 using namespace Framework::Tracking;
@@ -24,13 +27,32 @@ struct Tracker : ITracker {
 };
 
 struct Trackers {
-    Trackers() { Release(); }
+    Trackers()
+    {
+        Release();
+        system = &System();
+    }
     ~Trackers() { Release(); }
     static void Release() { TvlUtils::Singleton<TrackingSystem, 0>::ReleaseInstance(false); }
     static TrackingSystem& System() { return TvlUtils::Singleton<TrackingSystem, 0>::GetInstance(); }
 
+    /// Whether the tracker is one of those that are told.
+    void Check(const HeapRun& outcome)
+    {
+        const std::vector<TrackerId> ids = {TrackerId(1)};
+        System().Send(ids, activity);
+        const std::size_t sent = std::exchange(tracker->sent, 0);
+        EXPECT_TRUE(sent == 2 || (sent == 0 && outcome.hasFailed)) << sent;
+    }
+
+    TrackingSystem* system = nullptr;
     std::shared_ptr<Tracker> tracker = std::make_shared<Tracker>(1);
     const Activity activity{L"a feature with a long name", {{L"setType", L"bool"}, {L"setValue", L"the value of it"}}};
+};
+
+/// Trackers that are told of an activity.
+struct Listening : Trackers {
+    Listening() { System().AddTracker(tracker); }
 };
 
 struct Records : ITovelCmn_App {
@@ -41,18 +63,29 @@ struct Records : ITovelCmn_App {
 
     FaultWorld world;
     int labels = 0;
+    int events = 0;   // after the run before
 };
 
 struct Events {
     Events() { EXPECT_TRUE(log.Append(event)); }
 
-    /// The event that was told first is there, and of another all or nothing.
+    void Append()
+    {
+        isDone = false;
+        isDone = static_cast<bool>(log.Append(event));
+        told += isDone;
+    }
+    static bool HasFailed(Events& events) { return !events.isDone; }
+    /// Each event that was told to be stored is there, and of another all or nothing.
     void Check(const HeapRun& outcome)
     {
-        const auto events = ProductAnalytics::EventReader(folder).ReadNew();
-        ASSERT_GE(events.size(), outcome.hasFailed ? 1u : 2u);
+        ProductAnalytics::EventReader reader(folder);
+        const auto events = reader.ReadNew();
+        EXPECT_TRUE(events.size() == told || (events.size() == told + 1 && outcome.hasFailed)) << events.size();
         for (const auto& found : events)
             EXPECT_EQ(found, event);
+        EXPECT_EQ(reader.CountSkipped(), 0);
+        told = events.size();
     }
 
     FaultWorld world;
@@ -60,31 +93,84 @@ struct Events {
     const ProductAnalytics::EventLog log{folder};
     const ProductAnalytics::StoredEvent event{
         L"2024-05-31T08:15:30.250Z", L"document.opened", {{L"document.type", L"a value of some length"}}, L"detail"};
+    bool isDone = false;
+    std::size_t told = 1;
+};
+
+/// Events of the clock's time, in files of two or three, so that the oldest go.
+struct FullEvents {
+    void Append()
+    {
+        isDone = true;
+        for (int i = 0; i < kEvents; ++i) {
+            const auto time = Ports::Clock::Get().Now().time_since_epoch().count();
+            const ProductAnalytics::StoredEvent event{
+                TvlString(std::to_wstring(time)), TvlString(std::to_wstring(next)), {}, L""};
+            const bool isStored = static_cast<bool>(log.Append(event));
+            last = isStored ? next : last;
+            isDone = isDone && isStored;
+            ++next;
+        }
+    }
+    /// The latest events are there, in their order, and none is missing between those that were stored.
+    void Check(const HeapRun& outcome)
+    {
+        const auto events = ProductAnalytics::EventReader(folder).ReadNew();
+        ASSERT_FALSE(events.empty() && last >= 0);
+        int before = -1;
+        for (const auto& event : events) {
+            const int number = std::stoi(event.name.Std());
+            EXPECT_TRUE(before < 0 || number == before + 1 || (number > before && hadFault)) << number;
+            before = number;
+        }
+        EXPECT_TRUE(before == last || (before > last && outcome.hasFailed)) << before << " and not " << last;
+        EXPECT_TRUE(isDone || outcome.hasFailed);
+        last = before;
+    }
+
+    static constexpr int kEvents = 20;
+    FaultWorld world;
+    const TvlString folder = FaultWorld::Path("user/Analytics");
+    const ProductAnalytics::EventLog log{folder, 200};
+    int next = 0;
+    int last = -1;   // of the events that were stored
+    bool isDone = false;
+    bool hadFault = false;
 };
 }   // namespace
 
 HeapOperations TrackingOperations()
 {
     return {
-        Row<Trackers>(
-            "TrackingSystem", [](Trackers&) { Trackers::System(); },
-            [](Trackers&, const HeapRun&) { Trackers::Release(); }),
-        Row<Trackers>(
-            "AddTracker", [](Trackers& trackers) { Trackers::System().AddTracker(trackers.tracker); },
+        // A system that was made without memory delivers nothing.
+        SilentRow<Trackers>(
+            "TrackingSystem",
+            [](Trackers&) {
+                Trackers::Release();
+                Trackers::System();
+            },
             [](Trackers& trackers, const HeapRun& outcome) {
-                const std::vector<TrackerId> ids = {TrackerId(1)};
-                Trackers::System().Send(ids, trackers.activity);
-                EXPECT_TRUE(trackers.tracker->sent == 2 || outcome.hasFailed);
-                trackers.tracker->sent = 0;
+                Trackers::System().AddTracker(trackers.tracker);
+                trackers.Check(outcome);
                 Trackers::Release();
             }),
         Row<Trackers>(
+            "AddTracker", [](Trackers& trackers) { trackers.system->AddTracker(trackers.tracker); },
+            [](Trackers& trackers, const HeapRun& outcome) {
+                trackers.Check(outcome);
+                Trackers::Release();
+                trackers.system = &Trackers::System();
+            }),
+        Row<Listening>(
             "Send",
-            [](Trackers& trackers) {
+            [](Listening& trackers) {
                 const std::vector<TrackerId> ids = {TrackerId(1), TrackerId(7), TrackerId(1)};
                 Trackers::System().Send(ids, trackers.activity);
             },
-            [](Trackers&, const HeapRun&) { EXPECT_NO_THROW(Trackers::System()); }),
+            [](Listening& trackers, const HeapRun& outcome) {
+                const std::size_t sent = std::exchange(trackers.tracker->sent, 0);
+                EXPECT_TRUE(sent == 4 || (sent < 4 && outcome.hasFailed)) << sent;
+            }),
         Row<Records>(
             "TrackFileFormatUse",
             [](Records&) {
@@ -112,28 +198,43 @@ HeapOperations TrackingOperations()
                 records.labels = 0;
                 EXPECT_FALSE(Use::Find(kPath));
             }),
-        Row<Records>(
+        // What can't be stored is dropped; what is stored is whole.
+        SilentRow<Records>(
             "SendEvent",
             [](Records&) {
                 const TvlString value = L"a value of some length";
                 ProductAnalytics::GetInstance().SendEvent(L"document.opened", {{L"document.type", value}}, L"detail");
             },
-            [](Records& records, const HeapRun&) {
-                // What can't be stored is dropped; what is stored is whole.
-                const auto file = ProductAnalytics::GetInstance().GetEventFile();
-                const auto bytes = records.world.files.Get(file.Std());
-                EXPECT_TRUE(!bytes || bytes->empty() || bytes->back() == '\n');
+            [](Records& records, const HeapRun& outcome) {
+                ProductAnalytics::EventReader reader(FaultWorld::Path("user/Analytics"));
+                const auto events = reader.ReadNew();
+                EXPECT_TRUE(outcome.hasFailed || static_cast<int>(events.size()) > records.events);
+                for (const auto& event : events)
+                    EXPECT_TRUE(event.name == L"document.opened" && event.properties.size() == 1);
+                EXPECT_EQ(reader.CountSkipped(), 0);
+                records.events = static_cast<int>(events.size());
             }),
         Row<Events>(
-            "EventLog_Append", [](Events& events) { static_cast<void>(events.log.Append(events.event)); },
-            [](Events& events, const HeapRun& outcome) { events.Check(outcome); }),
+            "EventLog_Append", [](Events& events) { events.Append(); },
+            [](Events& events, const HeapRun& outcome) { events.Check(outcome); }, Events::HasFailed),
+        Row<FullEvents>(
+            "EventLog_of_files_that_are_put_by", [](FullEvents& events) { events.Append(); },
+            [](FullEvents& events, const HeapRun& outcome) {
+                events.hadFault = events.hadFault || outcome.hasFailed;
+                events.Check(outcome);
+            },
+            [](FullEvents& events) { return !events.isDone; }),
         Row<Events>(
             "EventReader_ReadNew",
             [](Events& events) {
                 ProductAnalytics::EventReader reader(events.folder);
-                if (reader.ReadNew().size() == 1)
-                    static_cast<void>(events.log.Append(events.event));
+                events.isDone = false;
+                events.isDone = reader.ReadNew().size() == events.told && reader.CountSkipped() == 0;
             },
-            [](Events& events, const HeapRun& outcome) { events.Check(outcome); }),
+            [](Events& events, const HeapRun& outcome) {
+                EXPECT_TRUE(events.isDone || outcome.hasFailed);
+                events.isDone = false;
+                events.Check(HeapRun());
+            }),
     };
 }

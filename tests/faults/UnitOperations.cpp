@@ -8,12 +8,13 @@
 #include "WUnit.h"
 #include "siblings/TvlConfig/CustomUnits.h"
 
+#include <cmath>
 #include <cwchar>
 #include <gtest/gtest.h>
 
 namespace {
 constexpr int kMillimetre = 2;
-constexpr int kFeetAndInches = 16;
+constexpr int kYard = 16;
 
 // An optional ends its object as what it is: WUnit's own destructor is not virtual.
 struct UnitAlone final : WUnit { };
@@ -30,6 +31,7 @@ struct Units {
         EXPECT_TRUE(text == wanted || outcome.hasFailed) << text.c_str();
         text = L"";
     }
+    static bool HasNoText(Units& units) { return units.text.IsEmpty(); }
 };
 
 /// A set of the run's own, filled before.
@@ -72,12 +74,9 @@ HeapOperations UnitOperations()
         Row<OwnUnits>(
             "DisplayUnitValueAsString",
             [](OwnUnits& units) {
-                units.text = units.unit->DisplayUnitValueAsString(kFeetAndInches, 5.75, kUnitTextThirdName, -1);
+                units.text = units.unit->DisplayUnitValueAsString(kYard, 5.75, kUnitTextThirdName, -1);
             },
-            [](OwnUnits& units, const HeapRun& outcome) {
-                EXPECT_TRUE(!units.text.IsEmpty() || outcome.hasFailed);
-                units.text = L"";
-            }),
+            [](OwnUnits& units, const HeapRun& outcome) { units.Expect(L"5.75 yards", outcome); }),
         Row<OwnUnits>(
             "StringToValue",
             [](OwnUnits& units) {
@@ -85,32 +84,33 @@ HeapOperations UnitOperations()
                     kMillimetre, L"2 inches + 3 * (4 mm - 1)", units.value, kTokensAll | kTokensUnits, DRG::Radians);
             },
             [](OwnUnits& units, const HeapRun& outcome) {
-                EXPECT_TRUE((units.result == 1 && units.value > 50.0) || outcome.hasFailed);
+                EXPECT_TRUE((units.result == 1 && std::abs(units.value - 59.8) < 1e-9) || outcome.hasFailed);
                 units.result = 0;
             }),
         Row<OwnUnits>(
             "AddUnitDefinition",
             [](OwnUnits& units) {
                 auto definition = std::make_unique<WUntiDef>();
-                units.unit->AddUnitDefinition(
+                units.result = units.unit->AddUnitDefinition(
                     definition.get(), 2, 1, 1, 1, L"a name of some length", L"", L"", L"", 2.0);
                 static_cast<void>(definition.release());
             },
-            [](OwnUnits& units, const HeapRun&) {
+            [](OwnUnits& units, const HeapRun& outcome) {
                 EXPECT_EQ(units.unit->ConvertFromUnitToUnit(1, kMillimetre, 1.0, 1.0), 25.4);
+                EXPECT_TRUE(units.result >= 42 || outcome.hasFailed) << units.result;
+                units.result = -1;
             }),
         Row<Units>(
             "AddUnitDisplay",
             [](Units& units) {
                 if (!units.unit)
                     units.unit.emplace();
-                units.result = units.unit->AddUnitDisplay(kFeetAndInches);
+                units.result = units.unit->AddUnitDisplay(kYard);
             },
             [](Units& units, const HeapRun& outcome) {
-                EXPECT_TRUE(units.result == kFeetAndInches || outcome.hasFailed);
+                EXPECT_TRUE(units.result == kYard || outcome.hasFailed);
                 // A display that is there is whole.
-                EXPECT_TRUE(
-                    units.result != kFeetAndInches || units.unit->GetNumberOfUnitInCollection(kFeetAndInches) > 0);
+                EXPECT_TRUE(units.result != kYard || units.unit->GetNumberOfUnitInCollection(kYard) > 0);
                 units.result = 0;
             }),
         Row<Units>(
@@ -131,21 +131,19 @@ HeapOperations ProceduralUnitOperations()
             [](Units& units) { units.text = UNITConvToUnitAndStringEx(123456789.0, kMillimetre, 0.0, 3, 0, 1); },
             [](Units& units, const HeapRun& outcome) {
                 // Without some setting of the region the digits are there all the same.
-                EXPECT_TRUE(units.text.Find(L"12,345") == 0
+                EXPECT_TRUE(units.text == L"12,345.679"
                     || (outcome.hasFailed && (units.text.IsEmpty() || units.text.Find(L"12") == 0)))
                     << units.text.c_str();
                 units.text = L"";
-            }),
+            },
+            Units::HasNoText),
         Row<Units>(
             "UNITPreciseConvToUnitAndString",
             [](Units& units) { units.text = UNITPreciseConvToUnitAndString(0.123456789, kMillimetre, 0.0, 2, 0); },
-            [](Units& units, const HeapRun& outcome) {
-                EXPECT_TRUE(!units.text.IsEmpty() || outcome.hasFailed);
-                units.text = L"";
-            }),
+            [](Units& units, const HeapRun& outcome) { units.Expect(L"0.000012", outcome); }, Units::HasNoText),
         Row<Units>(
             "UNITGetUnitAsString", [](Units& units) { units.text = UNITGetUnitAsString(kMillimetre, kUnitNameThird); },
-            [](Units& units, const HeapRun& outcome) { units.Expect(L"millimeters", outcome); }),
+            [](Units& units, const HeapRun& outcome) { units.Expect(L"millimeters", outcome); }, Units::HasNoText),
         // The file belongs to the configuration: its own failures end in units that are not there.
         Row<CustomUnits>(
             "UNITCustomInitialize",
@@ -159,7 +157,8 @@ HeapOperations ProceduralUnitOperations()
                 units.EndAll();
                 EXPECT_EQ(UNITGetUnitArray(kUnitArrayAll), nullptr);
                 EXPECT_EQ(units.world.Get("user/CustomUnits.txt"), CustomUnits::kFile);
-            }),
+            },
+            [](CustomUnits& units) { return units.result == 0 || UNITConvertUnitToBase(42, 0.0, 1.0) == 0.0; }),
         Row<CustomUnits>(
             "INISetCustomUnit",
             [](CustomUnits& units) {
@@ -170,14 +169,20 @@ HeapOperations ProceduralUnitOperations()
                 const std::string bytes = units.world.Get("user/CustomUnits.txt").value_or("none");
                 EXPECT_TRUE(bytes.find("\ne,f,") != bytes.npos || (outcome.hasFailed && bytes == CustomUnits::kFile));
                 EXPECT_EQ(bytes.find(CustomUnits::kFile), 0u) << "the unit that was there";
-                EXPECT_TRUE(units.result == 1 || outcome.hasFailed);
-            }),
+                EXPECT_EQ(units.result == 0, outcome.hasFailed);
+                units.result = 0;
+            },
+            [](CustomUnits& units) { return units.result == 0; }),
         Row<CustomUnits>(
             "INIGetCustomUnit",
             [](CustomUnits& units) {
                 wchar_t record[kCustomUnitTextSize] = {};
                 units.result = INIGetCustomUnit(0, record, nullptr) == 1 && std::wcsncmp(record, L"a,b,c,d", 7) == 0;
             },
-            [](CustomUnits& units, const HeapRun& outcome) { EXPECT_TRUE(units.result == 1 || outcome.hasFailed); }),
+            [](CustomUnits& units, const HeapRun& outcome) {
+                EXPECT_TRUE(units.result == 1 || outcome.hasFailed);
+                units.result = 0;
+            },
+            [](CustomUnits& units) { return units.result == 0; }),
     };
 }

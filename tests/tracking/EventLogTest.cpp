@@ -99,40 +99,82 @@ TEST_F(EventLogTest, ATornLineIsLeftOutAndEndedByTheNextWriter)
 TEST_F(EventLogTest, FullFilesArePutByAndTheOldestGo)
 {
     constexpr int kEvents = 60;
-    const EventLog log(folder, 200);   // bytes: three events a file
-    EventReader follower(folder);
-    std::size_t followed = 0;
-    for (int i = 0; i < kEvents; ++i) {
-        StoredEvent event = Event(std::to_wstring(i).c_str());
-        event.time = TvlString().Format(L"2024-05-31T08:15:30.%03dZ", i);
-        ASSERT_TRUE(log.Append(event));
-        if (i % 7 == 0)
-            followed += follower.ReadNew().size();
+    constexpr struct {
+        const char* clock;
+        int from, step;   // milliseconds of the first event, and between two
+    } kClocks[] = {{"goes", 100, 1}, {"goes back", 900, -1}, {"stands still", 500, 0}, {"goes to and fro", 10, 499}};
+    for (const auto& [clock, from, step] : kClocks) {
+        SCOPED_TRACE(clock);
+        world.Remove("user/Analytics");
+        const EventLog log(folder, 200);   // bytes: three events a file
+        EventReader follower(folder);
+        std::size_t followed = 0;
+        for (int i = 0; i < kEvents; ++i) {
+            StoredEvent event = Event(std::to_wstring(i).c_str());
+            event.time = TvlString().Format(L"2024-05-31T08:15:30.%03dZ", (from + i * step) % 1000);
+            ASSERT_TRUE(log.Append(event));
+            if (i % 7 == 0)
+                followed += follower.ReadNew().size();
+        }
+        EXPECT_EQ(log.OlderFiles().size(), kEventFilesKept);
+        EXPECT_EQ(followed + follower.ReadNew().size(), static_cast<std::size_t>(kEvents));
+        EXPECT_EQ(follower.CountSkipped(), 0);
+        const std::vector<std::wstring> names = Names(EventReader(folder).ReadNew());
+        ASSERT_GE(names.size(), kEventFilesKept * 3);
+        for (std::size_t i = 0; i < names.size(); ++i)
+            EXPECT_EQ(names[i], std::to_wstring(kEvents - names.size() + i)) << "in their order, without a gap";
     }
-    EXPECT_EQ(log.OlderFiles().size(), kEventFilesKept);
-    EXPECT_EQ(followed + follower.ReadNew().size(), static_cast<std::size_t>(kEvents));
-    EXPECT_EQ(follower.CountSkipped(), 0);
-    const std::vector<std::wstring> names = Names(EventReader(folder).ReadNew());
-    ASSERT_GE(names.size(), kEventFilesKept * 3);
-    for (std::size_t i = 0; i < names.size(); ++i)
-        EXPECT_EQ(names[i], std::to_wstring(kEvents - names.size() + i)) << "in their order, without a gap";
 }
 
-TEST_F(EventLogTest, LinesMayBeLong)
+TEST_F(EventLogTest, ANewNameIsBehindAllThatAreThere)
+{
+    struct Row {
+        const char* newest;
+        const wchar_t* begin;   // of the new one
+    };
+    constexpr Row kRows[] = {{"events-20240531T081530250Z-00000000.jsonl", L"events-20240532-"},
+        {"events-00000009-20991231T000000000Z-00000000.jsonl", L"events-00000010-"},
+        {"events-99999999-0.jsonl", L"events-99999999-2024"}, {"events-999999999999-0.jsonl", L"events-99999999-2024"},
+        {"events-.jsonl", L"events-00000001-"}};
+    for (const Row& row : kRows) {
+        world.Remove("user/Analytics");
+        world.MakeFile(std::string("user/Analytics/") + row.newest, "");
+        const EventLog log(folder, 1);
+        ASSERT_TRUE(log.Append(Event(L"a")));
+        ASSERT_TRUE(log.Append(Event(L"b")));
+        const auto files = log.OlderFiles();
+        EXPECT_TRUE(std::any_of(files.begin(), files.end(), [&row](const TvlString& file) {
+            return TvlUtils::SystemIO::Path::GetFileName(file).Std().starts_with(row.begin);
+        })) << row.begin;
+    }
+}
+
+TEST_F(EventLogTest, LinesMayBeAsLongAsTheLongestEvent)
 {
     const EventLog log(folder, 1LL << 30);
     StoredEvent event = Event(L"long");
-    event.detail = TvlString(L'x', 5 << 20);
+    event.detail = L"x";
+    event.detail = TvlString(L'x', static_cast<int>(kLongestEvent + 1 - FormatEvent(event).size()));
     world.MakeFile("user/Analytics/events.jsonl", std::string(9 << 20, 'x'));   // no event, and no line feed
     ASSERT_TRUE(log.Append(event));
     ASSERT_TRUE(log.Append(Event(L"short")));
+    EXPECT_TRUE(ParseEvent(FormatEvent(event)) == event);
+    event.detail += L'x';
+    EXPECT_TRUE(log.Append(event).Is(std::errc::message_size)) << "no reader would take it";
+    EXPECT_FALSE(ParseEvent(FormatEvent(event)));
     EventReader reader(folder);
-    const auto events = reader.ReadNew();
-    EXPECT_THAT(Names(events), ElementsAre(L"long", L"short"));
-    EXPECT_TRUE(events.front() == event);
+    EXPECT_THAT(Names(reader.ReadNew()), ElementsAre(L"long", L"short"));
+    EXPECT_EQ(reader.CountSkipped(), 1);
+
+    // One that is too long is waited for as any other, and then left out.
+    std::string line = FormatEvent(event);
+    line.pop_back();
+    world.MakeFile("user/Analytics/events.jsonl", world.Bytes("user/Analytics/events.jsonl") + line);
+    EXPECT_THAT(reader.ReadNew(), IsEmpty());
     EXPECT_EQ(reader.CountSkipped(), 1);
     ASSERT_TRUE(log.Append(Event(L"next")));
     EXPECT_THAT(Names(reader.ReadNew()), ElementsAre(L"next"));
+    EXPECT_EQ(reader.CountSkipped(), 2);
 }
 
 /// Lets another writer put the file by just before its size is asked for.
@@ -211,6 +253,48 @@ TEST_F(EventLogTest, FaultsLeaveWholeLines)
                 ASSERT_FALSE(names.empty());
                 EXPECT_EQ(names.back(), L"next");
             });
+}
+
+TEST_F(EventLogTest, WhatIsAcknowledgedIsThereBehindATornLine)
+{
+    const std::filesystem::path path = TvlUtils::SystemIO::ToFilePath(EventLog(folder).File());
+    const std::string before = FormatEvent(Event(L"before"));
+    for (const auto fault : {MemoryFiles::Fault::Fail, MemoryFiles::Fault::FailOnward, MemoryFiles::Fault::ShortWrite})
+        WalkFaultPoints(6, [&](std::size_t point) {
+            bool isAcknowledged = false;
+            return RunOnFaultyFiles([&](MemoryFiles& files) { files.Put(path, before + before.substr(0, 20)); },
+                [&](MemoryFiles& files) { files.Inject(point, fault); },
+                [&] { isAcknowledged = static_cast<bool>(EventLog(folder).Append(Event(L"new"))); },
+                [&](MemoryFiles&) {
+                    EventReader reader(folder);
+                    const auto names = Names(reader.ReadNew());
+                    ASSERT_FALSE(names.empty());
+                    EXPECT_EQ(names.front(), L"before");
+                    EXPECT_TRUE(names.back() == L"new" || !isAcknowledged);
+                    EXPECT_LE(reader.CountSkipped(), 1) << "an empty line is none";
+                });
+        });
+}
+
+TEST_F(EventLogTest, AReaderGetsEachEventOnceOfAFolderThatCantBeReadForAWhile)
+{
+    const std::filesystem::path place = TvlUtils::SystemIO::ToFilePath(folder);
+    const std::string before = FormatEvent(Event(L"before"));
+    WalkFaultPoints(5, [&](std::size_t point) {
+        MemoryFiles files;
+        files.Put(place / "events-00000001.jsonl", before);
+        files.Put(place / "events.jsonl", before);
+        EventReader reader(folder);
+        EXPECT_EQ(reader.ReadNew().size(), 2u);
+        files.Inject(point, MemoryFiles::Fault::FailOnward);
+        EXPECT_THAT(reader.ReadNew(), IsEmpty());
+        const bool isReached = files.FaultReached();
+        files.Restart();
+        EXPECT_THAT(reader.ReadNew(), IsEmpty());
+        EXPECT_TRUE(EventLog(folder).Append(Event(L"new")));
+        EXPECT_THAT(Names(reader.ReadNew()), ElementsAre(L"new"));
+        return isReached;
+    });
 }
 
 /// Events of the writers, which number them.

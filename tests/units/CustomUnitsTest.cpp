@@ -247,22 +247,34 @@ TEST_F(CustomUnits, SurviveHostileFiles)
     for (int i = 0; i < 10'000; ++i)
         fields += "1,";
     const std::string names = std::string(60, 'a') + "," + std::string(60, 'b') + ",c";
-    Begin(fields + "\n" + std::string(1 << 20, 'x') + "\n" + names + "\na\xFF,b\xC3,c,d,nan,1\n\0,\n");
+    Begin(fields + "\n" + std::string(1 << 19, 'x') + "\n" + names + "\na\xFF,b\xC3,c,d,nan,1\n\0,\n");
     EXPECT_THAT(CustomIds(), ElementsAre(42, 43));
     EXPECT_EQ(ToBase(42, 3.0), 3.0 * 254000.0);
     EXPECT_TRUE(std::isnan(ToBase(43, 3.0)));
     End();
 
-    // Files of another version are left alone.
-    const std::string other = "TvlCustomUnits 2\na,b,c,d,2\n";
-    folder.Write(kFile, other);
-    Begin();
-    EXPECT_TRUE(CustomIds().empty());
-    End();
-    EXPECT_EQ(folder.Read(kFile), other);
-    wchar_t record[kCustomUnitTextSize] = L"a,b,c,d,2";
-    EXPECT_EQ(INISetCustomUnit(0, record), 0);
-    EXPECT_EQ(folder.Read(kFile), other);
+    // Files of another version, and those that are too long, are left alone.
+    constexpr std::size_t kMostLines = 1024;
+    constexpr std::size_t kMostBytes = 1 << 20;
+    const std::string unit = kFormat + std::string("a,b,c,d,2\n");
+    for (const std::string& other : {std::string("TvlCustomUnits 2\na,b,c,d,2\n"), unit + std::string(kMostLines, '\n'),
+             kFormat + std::string(kMostBytes, '\n'), unit + std::string(kMostBytes, 'x')}) {
+        folder.Write(kFile, other);
+        Begin();
+        EXPECT_TRUE(CustomIds().empty());
+        End();
+        EXPECT_TRUE(folder.Read(kFile) == other);
+        wchar_t record[kCustomUnitTextSize] = L"a,b,c,d,2";
+        EXPECT_EQ(INISetCustomUnit(0, record), 0);
+        EXPECT_TRUE(folder.Read(kFile) == other);
+    }
+    for (const std::string& longest : {unit + std::string(kMostLines - 2, '\n'),
+             unit + std::string(kMostLines - 3, '\n') + 'x', unit + std::string(kMostBytes - unit.size(), 'x')}) {
+        folder.Write(kFile, longest);
+        Begin();
+        EXPECT_THAT(CustomIds(), ElementsAre(42));
+        End();
+    }
 }
 
 TEST_F(CustomUnits, KeepTheirRecords)

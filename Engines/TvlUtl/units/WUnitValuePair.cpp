@@ -58,7 +58,12 @@ double CicerosOf(const TvlString& number)
 
 WUnitValuePair::WUnitValuePair() = default;
 WUnitValuePair::WUnitValuePair(const WUnitValuePair&) = default;
-WUnitValuePair& WUnitValuePair::operator=(const WUnitValuePair&) = default;
+WUnitValuePair& WUnitValuePair::operator=(const WUnitValuePair& other)
+{
+    auto values = other.m_values;   // what is there stays when they find no memory
+    m_values.swap(values);
+    return *this;
+}
 WUnitValuePair::~WUnitValuePair() = default;
 
 void WUnitValuePair::AddValue(unsigned unit, double value) { m_values.emplace(unit, value); }
@@ -72,14 +77,15 @@ void WUnitValuePair::RemoveValue(unsigned unit) { m_values.erase(unit); }
 
 void WUnitValuePair::LoadFromString(const TvlString& text)
 {
-    Clear();
+    WUnitValuePair read;   // what is there stays until all of it is
     int next = 0;
     for (TvlString entry = text.Tokenize(L";", next); next != TvlString::npos; entry = text.Tokenize(L";", next)) {
         entry.MakeLower();
         const unsigned unit = UnitOf(entry);
         entry.Trim(L"abcdefghijklmnopqrstuvwxyz");
-        AddValue(unit, unit == kCicero ? CicerosOf(entry) : TvlUtils::String::DblFromString(entry));
+        read.AddValue(unit, unit == kCicero ? CicerosOf(entry) : TvlUtils::String::DblFromString(entry));
     }
+    m_values.swap(read.m_values);
 }
 
 bool WUnitValuePair::GetValue(unsigned unit, double& value) const

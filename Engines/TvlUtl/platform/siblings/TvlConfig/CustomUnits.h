@@ -11,7 +11,7 @@ TVLSIBLINGS_API int INIGetCustomUnit(int index, wchar_t* text, int* spare);
 
 /// Stores a record in the user's file "CustomUnits.txt", written aside and renamed. An empty text takes the record away:
 /// its place stays empty unless it is the last. 1; 0, with the file as it was, for an index out of range, a text with a
-/// line break, and a file that can't be written or that another version made.
+/// line break, and a file that can't be written, that another version made, or that is too long to be read.
 TVLSIBLINGS_API int INISetCustomUnit(int index, wchar_t* text);
 
 /// How many custom units there may be: indices are below.
