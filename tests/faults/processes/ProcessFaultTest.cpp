@@ -51,7 +51,7 @@ protected:
     void CheckNextSuccess()
     {
         EXPECT_EQ(world.Work(work, 2).exitCode, 0);
-        checks.CheckNoLeftovers(CheckNextStart());
+        StateChecks::CheckNoLeftovers(CheckNextStart());
     }
     /// Of work that finds what an earlier one has made.
     int CountFileOperations()
@@ -157,7 +157,6 @@ TEST_P(StartsBehindKills, ThatMeetAFaultLeaveTheNextOneClean)
             CheckNextSuccess();
             met += start.counted.met;
         }
-        Tally::Get().Add("kills before a start that meets a fault");
     }
     Tally::Get().Add("faults of a start behind a kill", met);
     EXPECT_GE(met * 4, tried * 3) << "faults that were met";

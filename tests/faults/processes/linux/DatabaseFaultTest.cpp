@@ -60,7 +60,7 @@ TEST_P(DatabaseFaults, LeaveTheOldStateOrTheNewOne)
             met += Try(point, kind);
         }
         EXPECT_EQ(world.Work(work, 2).exitCode, 0);
-        checks.CheckNoLeftovers(CheckNextStart());
+        StateChecks::CheckNoLeftovers(CheckNextStart());
     }
     EXPECT_GE(met, tried * 3 / 4) << "of " << tried;
 }
