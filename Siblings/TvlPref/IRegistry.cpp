@@ -17,7 +17,8 @@ IRegistry& IRegistry::GetInstance()
 
 void IRegistry::SetForTests(IRegistry* registry) { replacement.store(registry, std::memory_order_release); }
 
-RegistryBatch::RegistryBatch(IRegistry& registry) : m_registry(registry), m_isOpen(registry.BeginBatch() == kRegistryOk)
+RegistryBatch::RegistryBatch(IRegistry& registry)
+    : m_registry(registry), m_begun(registry.BeginBatch()), m_isOpen(m_begun == kRegistryOk)
 {
 }
 
@@ -29,7 +30,7 @@ RegistryBatch::~RegistryBatch()
 
 LONG RegistryBatch::Commit()
 {
-    return std::exchange(m_isOpen, false) ? m_registry.EndBatch(true) : static_cast<LONG>(kRegistryOk);
+    return std::exchange(m_isOpen, false) ? m_registry.EndBatch(true) : m_begun;
 }
 
 }   // namespace PREFUTILS

@@ -25,12 +25,14 @@ constexpr NamedFault kFaults[] = {
 };
 constexpr int kMostPoints = 60;     // of one operation and fault, unless the run is whole
 constexpr int kFullDisks = 40;      // places where the disk is full
-constexpr int kMostBytes = 40000;   // by which files grow on the way, at most
+constexpr int kMostBytes = 60000;   // by which files grow on the way, at most
 
 std::vector<FileOperation> AllOperations()
 {
     std::vector<FileOperation> all = WritesOfWorkspaces();
     for (FileOperation& operation : WritesOfTheUser())
+        all.push_back(std::move(operation));
+    for (FileOperation& operation : WritesOfPapers())
         all.push_back(std::move(operation));
     return all;
 }

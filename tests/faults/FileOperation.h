@@ -55,3 +55,4 @@ using FileOperations = std::vector<FileOperation>;
 // One function for each group, in a file of its own.
 FileOperations WritesOfWorkspaces();
 FileOperations WritesOfTheUser();
+FileOperations WritesOfPapers();

@@ -65,8 +65,13 @@ TEST_F(PaperFaults, SavingLeavesOldOrNewPapers)
 TEST_F(PaperFaults, ANewMasterNeverCostsPapers)
 {
     m_master.replace(m_master.find("preset_version=\"1\""), 18, "preset_version=\"2\"");
+    bool endsProcess = false;
+    int besides = 0;
     const auto check = [&](MemoryFiles& files) {
-        EXPECT_EQ(OwnPapers(), "old ");
+        // Where the merged file can't be written, the user has a copy of the master, and the papers beside it.
+        const bool isBeside = !endsProcess && OwnPapers().empty() && files.Get(Backup()) == m_user;
+        besides += isBeside;
+        EXPECT_TRUE(isBeside || OwnPapers() == "old ") << OwnPapers();
         EXPECT_NE(files.Get(User())->find("preset_version=\"2\""), std::string::npos)
             << "the next start has tried again";
         CPaperTypeMgr::ReleaseInstance(false);
@@ -74,12 +79,16 @@ TEST_F(PaperFaults, ANewMasterNeverCostsPapers)
         CAppPrefManager::GetInstance().GetStore()->Remove(L"PaperTypes/InstallTime");
     };
     CAppPrefManager::GetInstance().GetStore()->Remove(L"PaperTypes/InstallTime");
-    for (const auto fault :
-        {MemoryFiles::Fault::StopDropped, MemoryFiles::Fault::StopTorn, MemoryFiles::Fault::StopKept})
+    using Fault = MemoryFiles::Fault;
+    for (const Fault fault : MemoryFiles::kFaults) {
+        SCOPED_TRACE(testing::Message() << "fault " << static_cast<int>(fault));
+        endsProcess = fault == Fault::StopDropped || fault == Fault::StopTorn || fault == Fault::StopKept;
         WalkFaultPoints(20, [&](std::size_t point) {
             return RunOnFaultyFiles([&](MemoryFiles& files) { Prepare(files); },
                 [&](MemoryFiles& files) { files.Inject(point, fault); }, [] { Papers(); }, check);
         });
+    }
+    EXPECT_GT(besides, 0) << "no write of the merged file has failed";
 }
 
 }   // namespace

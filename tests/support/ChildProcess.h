@@ -24,6 +24,9 @@ struct ChildProcess {
     bool ignoresInterrupt = false;                          // it begins with Ctrl-C turned off; on linux alone
 };
 
+/// Exit code of a program that was ended by `killAfter`, and by nothing else that happens to it.
+inline constexpr int kKilledExitCode = 128 + 9;
+
 struct ChildResult {
     int exitCode = -1;
     std::string output;

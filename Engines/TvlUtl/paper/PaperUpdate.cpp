@@ -86,7 +86,8 @@ bool CPaperTypeMgr::UpdatePredefinedSizes(const TvlString& master, const TvlStri
     Renumber(customPapers, papers.size());
 
     // The merged document goes in place of the user's file in one step: a crash before leaves the old one, so that the
-    // next start tries again, and the custom papers are never in the backup alone.
+    // next start tries again. Where it can't be written a copy of the master takes the place, on which callers rely; the
+    // custom papers are in the backup alone then.
     const bool isMerged = WritePaperArrayToXml(masterDocument, L"sizes", papers, false)
         && WritePaperArrayToXml(masterDocument, L"CustomPageSizes", customPapers, true);
     for (const WXmlNode& node : masterDocument.GetNodes(WXPath(L"/PageSizes")))

@@ -1,8 +1,9 @@
 // Processes that are killed while they write, starts that fail behind that, and processes that work at once. What the
 // ledger says was done is there, and everything else is the old state or the new one.
-#include "ProcessWorld.h"
+#include "StateChecks.h"
 #include "Tally.h"
 #include "siblings/TvlUtils/FileLayer.h"
+#include "worker/ExitCodes.h"
 
 #include <algorithm>
 #include <chrono>
@@ -11,158 +12,200 @@
 #include <thread>
 
 namespace {
-constexpr const char* kWork[] = {"save", "switch", "extract", "apply"};
+using std::chrono::microseconds;
+using TvlUtils::SystemIO::kFileStopExitCode;
 
-/// What holds after every start, whatever was killed before it.
-void CheckState(const State& state, const Entries& ledger, const std::string& work)
+struct NamedWork {
+    const char* name;
+    int recorded;   // file operations that it is known to do; fewer of them say that the seam has come loose
+};
+constexpr NamedWork kWork[] = {{"save", 13}, {"switch", 60}, {"extract", 13}, {"apply", 12}};
+constexpr NamedWork kWorkBeforeStarts[] = {kWork[0], kWork[1], kWork[3]};   // a switch extracts as well
+
+/// Numbers from 1 to `count`, `most` of them at most, evenly spread with the first and the last among them.
+std::vector<int> Spread(int count, int most)
 {
-    EXPECT_EQ(state.predefined, 149);
-    for (const char* const name : {"_default", "A", "B"}) {
-        const auto found = state.workspaces.find(name);
-        EXPECT_TRUE(found != state.workspaces.end() && found->second == name) << name;
-    }
-    EXPECT_EQ(state.settings, state.current) << "each workspace with settings of its own";
-    EXPECT_EQ(state.preferences, ProcessWorld::kPreferences);
-    EXPECT_EQ(state.preferred, state.current);
-    long long lost = 0;
-    if (work == "save") {
-        for (const std::string& name : ledger.done) {
-            EXPECT_TRUE(state.papers.contains(name)) << name << " is lost";
-            lost += state.papers.contains(name) ? 0 : 1;
-        }
-    }
-    // Of these the last one counts: what was done, or what was begun behind it.
-    if ((work == "switch" || work == "extract") && !ledger.lastDone.empty()) {
-        const std::string& found = work == "switch" ? state.current : state.extracted;
-        const bool isKept = found == ledger.lastDone || found == ledger.lastBegun;
-        EXPECT_TRUE(isKept) << found << " where " << ledger.lastDone << " was done";
-        lost += isKept ? 0 : 1;
-    }
-    Tally::Get().Add("entries of the ledger lost", lost);
-    Tally::Get().Add("entries of the ledger found", static_cast<long long>(ledger.all.size()));
+    std::vector<int> numbers;
+    for (int i = 0; i < std::min(count, most); ++i)
+        numbers.push_back(count <= most || most == 1 ? i + 1 : 1 + i * (count - 1) / (most - 1));
+    return numbers;
 }
 
-class KilledProcesses : public testing::TestWithParam<const char*> {
+class KilledProcesses : public testing::TestWithParam<NamedWork> {
 protected:
-    /// The start behind a kill, and the same work once more: the old leftovers are gone then.
-    void CheckNextStart(const std::string& work)
+    /// What the start behind something finds.
+    State CheckNextStart()
     {
-        CheckState(world.Start(), world.Ledger(), work);
-        Tally::Get().Add("kills survived", HasFailure() ? 0 : 1);
+        const State state = world.Check();
+        checks.Check(state, world.Ledger());
         world.ClearLedger();
+        return state;
     }
-    void CheckNextSuccess(const std::string& work)
+    /// The same behind a kill.
+    void CheckBehindKill()
+    {
+        CheckNextStart();
+        Tally::Get().Add("kills survived", !HasFailure());
+    }
+    /// The same work once more: the old leftovers are gone then.
+    void CheckNextSuccess()
     {
         EXPECT_EQ(world.Work(work, 2).exitCode, 0);
-        const State state = world.Start();
-        CheckState(state, world.Ledger(), work);
-        EXPECT_EQ(state.leftovers, std::vector<std::string>());
-        world.ClearLedger();
+        StateChecks::CheckNoLeftovers(CheckNextStart());
+    }
+    /// Of work that finds what an earlier one has made.
+    int CountFileOperations()
+    {
+        EXPECT_EQ(world.Work(work, 1).exitCode, 0);
+        const WorkerResult result = world.Work(work, 1);
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        EXPECT_GE(result.counted.files, GetParam().recorded);
+        return result.counted.files;
+    }
+    void KillAt(int point)
+    {
+        const WorkerResult result = world.Work(work, 1, {{"TVL_FILE_STOP_AT", std::to_string(point)}});
+        EXPECT_EQ(result.exitCode, kFileStopExitCode) << result.errors;
+    }
+    /// Time of a sound run, of any number of pieces of work.
+    microseconds Measure(int times)
+    {
+        const auto begin = std::chrono::steady_clock::now();
+        EXPECT_EQ(world.Work(work, times).exitCode, 0);
+        return std::chrono::duration_cast<microseconds>(std::chrono::steady_clock::now() - begin);
     }
 
+    const std::string work = GetParam().name;
     ProcessWorld world;
+    StateChecks checks{work, world.Check()};
 };
 
 TEST_P(KilledProcesses, AtEachFileOperationLoseNothing)
 {
-    const std::string work = GetParam();
-    const int step = IsWholeRun() ? 1 : POINT_STEP;
-    int points = 0;
-    for (bool ended = false; !ended && !HasFailure(); points += step) {
-        SCOPED_TRACE(testing::Message() << "file operation " << points + 1);
-        const ChildResult result = world.Work(
-            work, 1, [&](ChildProcess& child) { child.environment["TVL_FILE_STOP_AT"] = std::to_string(points + 1); });
-        ended = result.exitCode == 0;
-        EXPECT_TRUE(ended || result.exitCode == TvlUtils::SystemIO::kFileStopExitCode) << result.errors;
-        Tally::Get().Add("kills at a numbered point", ended ? 0 : 1);
-        CheckNextStart(work);
-        if (points % (3 * step) == 0)
-            CheckNextSuccess(work);
+    const int count = CountFileOperations();
+    for (const int point : Spread(count, IsWholeRun() ? count : POINTS)) {
+        SCOPED_TRACE(testing::Message() << "file operation " << point << " of " << count);
+        KillAt(point);
+        if (HasFailure())
+            return;
+        Tally::Get().Add("kills at a numbered point");
+        CheckBehindKill();
+        CheckNextSuccess();
     }
-    EXPECT_GE(points, 7) << "the work with the fewest writes has six operations";
 }
 
 TEST_P(KilledProcesses, AtAnyMomentLoseNothing)
 {
-    const std::string work = GetParam();
-    constexpr int kTimes = 4;
+    constexpr int kTimes = 10;
+    constexpr int kKillsToASuccess = 5;
     std::mt19937 random(11);
-    const auto begin = std::chrono::steady_clock::now();
-    EXPECT_EQ(world.Work(work, kTimes).exitCode, 0);
-    const auto whole = std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - begin);
-    world.ClearLedger();
+    // A process takes about as long to start as to end, and there is nothing to see in a kill then.
+    const microseconds empty = Measure(0);
+    const microseconds whole = std::max(Measure(kTimes) - empty, microseconds(1));
     const int kills = IsWholeRun() ? 75 : TIMED_KILLS;
-    for (int kill = 0; kill < kills && !HasFailure(); ++kill) {
+    for (int kill = 0; kill < kills && !HasFailure();) {
         SCOPED_TRACE(testing::Message() << "kill " << kill);
-        const auto moment = std::chrono::microseconds(random() % static_cast<unsigned>(whole.count() + 1));
-        world.Work(work, kTimes, [&](ChildProcess& child) { child.killAfter = moment; });
+        auto moment = empty / 2 + microseconds(random() % static_cast<unsigned>(whole.count()));
+        WorkerResult result = world.WorkUntil(work, kTimes, moment);
+        // One that came to its end before is no kill.
+        for (; result.exitCode == 0; moment /= 2)
+            result = world.WorkUntil(work, kTimes, moment / 2);
+        EXPECT_EQ(result.exitCode, kKilledExitCode) << result.errors;
         Tally::Get().Add("kills by time");
-        CheckNextStart(work);
+        const Entries ledger = world.Ledger();
+        Tally::Get().Add("kills by time within a piece of work", ledger.lastBegun != ledger.lastDone);
+        CheckBehindKill();
+        if (++kill % kKillsToASuccess == 0)
+            CheckNextSuccess();
     }
-    CheckNextSuccess(work);
-}
-
-/// The start behind a kill meets a fault of its own.
-TEST_P(KilledProcesses, StartAgainBehindAStartThatFailed)
-{
-    const std::string work = GetParam();
-    const int kills = IsWholeRun() ? 20 : STACKED_KILLS;
-    const int faults = IsWholeRun() ? 6 : 2;
-    std::mt19937 random(7);
-    for (int kill = 0; kill < kills && !HasFailure(); ++kill) {
-        const int point = 1 + kill * 60 / kills;
-        SCOPED_TRACE(testing::Message() << "file operation " << point);
-        world.Work(
-            work, 1, [&](ChildProcess& child) { child.environment["TVL_FILE_STOP_AT"] = std::to_string(point); });
-        for (int fault = 0; fault < faults; ++fault) {
-            std::map<std::string, std::string> variables = {{"FAULT_ONWARD", fault % 2 == 0 ? "0" : "1"}};
-            const bool isFile = fault % 4 < 2;
-            variables[isFile ? "FAULT_FILE" : "FAULT_ALLOCATION"] = std::to_string(1 + random() % (isFile ? 60 : 4000));
-            const int exitCode = world.StartWithFault(variables);
-            constexpr int kOutOfMemory = 3;
-            EXPECT_TRUE(exitCode == 0 || exitCode == kOutOfMemory)
-                << exitCode << ' ' << variables.rbegin()->first << ' ' << variables.rbegin()->second;
-            Tally::Get().Add("stacked faults");
-        }
-        CheckNextStart(work);
-    }
-    CheckNextSuccess(work);
+    CheckNextSuccess();
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Work, KilledProcesses, testing::ValuesIn(kWork), [](const auto& work) { return std::string(work.param); });
+    Work, KilledProcesses, testing::ValuesIn(kWork), [](const auto& work) { return std::string(work.param.name); });
+
+class StartsBehindKills : public KilledProcesses {
+protected:
+    /// One of the faults of a start that `sound` has measured: files and allocations in turn, once and from then on.
+    Variables FaultOf(int number, const Counted& sound)
+    {
+        const bool isFile = number % 2 == 0;
+        const auto count = static_cast<unsigned>(isFile ? sound.files : sound.allocations);
+        return {{isFile ? "FAULT_FILE" : "FAULT_ALLOCATION", std::to_string(1 + random() % count)},
+            {"FAULT_ONWARD", number / 2 % 2 == 0 ? "0" : "1"}};
+    }
+
+    std::mt19937 random{7};
+};
+
+TEST_P(StartsBehindKills, ThatMeetAFaultLeaveTheNextOneClean)
+{
+    const Counted sound = world.Start({}).counted;
+    const int faults = IsWholeRun() ? 8 : 1;
+    int tried = 0;
+    int met = 0;
+    for (const int point : Spread(CountFileOperations(), IsWholeRun() ? 20 : STACKED_KILLS)) {
+        for (int fault = 0; fault < faults && !HasFailure(); ++fault, ++tried) {
+            const Variables variables = FaultOf(tried, sound);
+            SCOPED_TRACE(testing::Message()
+                << "file operation " << point << ", " << variables.begin()->first << ' ' << variables.begin()->second
+                << ", " << variables.rbegin()->first << ' ' << variables.rbegin()->second);
+            KillAt(point);
+            const WorkerResult start = world.Start(variables);
+            EXPECT_TRUE(start.exitCode == 0 || start.exitCode == kOutOfMemory) << start.exitCode << start.errors;
+            CheckBehindKill();
+            CheckNextSuccess();
+            met += start.counted.met;
+        }
+    }
+    Tally::Get().Add("faults of a start behind a kill", met);
+    EXPECT_GE(met * 4, tried * 3) << "faults that were met";
+}
+
+INSTANTIATE_TEST_SUITE_P(Work, StartsBehindKills, testing::ValuesIn(kWorkBeforeStarts),
+    [](const auto& work) { return std::string(work.param.name); });
+
+/// Processes that all do the same rounds in one world, each with a ledger of its own.
+void RunAtOnce(const ProcessWorld& world, int processes, int rounds)
+{
+    const auto ledgerOf = [&](std::size_t i) { return "rounds" + std::to_string(processes * 10) + std::to_string(i); };
+    std::vector<int> exitCodes(static_cast<std::size_t>(processes), -1);
+    std::vector<std::thread> threads;
+    for (std::size_t i = 0; i < exitCodes.size(); ++i)
+        threads.emplace_back([&, i] { exitCodes[i] = world.WorkBeside("rounds", rounds, ledgerOf(i)).exitCode; });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(std::count(exitCodes.begin(), exitCodes.end(), 0), processes);
+
+    constexpr long long kLongest = 30'000;   // milliseconds
+    for (std::size_t i = 0; i < exitCodes.size(); ++i) {
+        const Entries ledger = world.Ledger(ledgerOf(i));
+        EXPECT_EQ(ledger.all.size(), static_cast<std::size_t>(rounds));
+        for (const std::string& taken : ledger.all)
+            EXPECT_LT(std::stoll(taken), kLongest) << "milliseconds of one round";
+        EXPECT_FALSE(ledger.begun.empty()) << "no settings were changed";
+        Tally::Get().Add("rounds of processes at once", static_cast<long long>(ledger.all.size()));
+        Tally::Get().Add("changes of settings by processes at once", static_cast<long long>(ledger.begun.size()));
+    }
+}
 
 TEST(ProcessesAtOnce, HaveAllContainersAndWaitForNobodyLong)
 {
     const ProcessWorld world;
     const int rounds = IsWholeRun() ? 200 : ROUNDS;
-    constexpr long long kLongest = 30'000;   // milliseconds
     for (const int processes : {2, 4}) {
-        std::vector<int> exitCodes(static_cast<std::size_t>(processes), -1);
-        std::vector<std::thread> threads;
-        for (std::size_t i = 0; i < exitCodes.size(); ++i)
-            threads.emplace_back([&, i] {
-                exitCodes[i] =
-                    world.WorkBeside("rounds", rounds, "rounds" + std::to_string(processes * 10) + std::to_string(i))
-                        .exitCode;
-            });
-        for (std::thread& thread : threads)
-            thread.join();
-        EXPECT_EQ(std::count(exitCodes.begin(), exitCodes.end(), 0), processes);
-        for (std::size_t i = 0; i < exitCodes.size(); ++i) {
-            const Entries ledger = world.Ledger("rounds" + std::to_string(processes * 10) + std::to_string(i));
-            EXPECT_EQ(ledger.all.size(), static_cast<std::size_t>(rounds));
-            for (const std::string& taken : ledger.all)
-                EXPECT_LT(std::stoll(taken), kLongest) << "milliseconds of one round";
-            Tally::Get().Add("rounds of processes at once", static_cast<long long>(ledger.all.size()));
-        }
-        // They share the settings on disk: whose settings a workspace has in the end is open, that it has some is not.
-        const State state = world.Start();
-        EXPECT_EQ(state.workspaces.size(), 3u);
-        for (const auto& [name, settings] : state.workspaces)
-            EXPECT_NE(settings, "?") << name;
-        EXPECT_EQ(state.preferences, ProcessWorld::kPreferences);
-        EXPECT_EQ(state.leftovers, std::vector<std::string>());
+        RunAtOnce(world, processes, rounds);
+        // They share the settings on disk: whose settings a workspace has in the end is open, that it has them whole is not.
+        EXPECT_EQ(StateChecks::CountTorn(world.Check()), 0);
+        // One alone puts everything in order, and what it changes is saved.
+        EXPECT_EQ(world.Work("rounds", 4).exitCode, 0);
+        const State state = world.Check();
+        EXPECT_EQ(StateChecks::CountTorn(state), 0);
+        StateChecks::CheckNoLeftovers(state);
+        int changed = 0;
+        for (const auto& [name, owner] : state.workspaces)
+            changed += owner.age > 0;
+        EXPECT_GT(changed, 0) << "no change of settings was saved";
     }
 }
 }   // namespace

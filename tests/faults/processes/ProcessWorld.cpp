@@ -3,27 +3,20 @@
 #include "siblings/TvlUtils/FilePath.h"
 #include "siblings/TvrContainer/WorkspaceContainer.h"
 
-#include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
 
 namespace fs = std::filesystem;
 
 namespace {
-std::string Settings(const std::string& name)
-{
-    std::string settings = "[Test]\r\nName=" + name + "\r\n";
-    for (int i = 1; i < ProcessWorld::kPreferences; ++i)
-        settings += "Value" + std::to_string(i) + "=" + std::string(50, 'v') + "\r\n";
-    return settings;
-}
-
 void MakeWorkspace(const fs::path& path, const std::string& name)
 {
     WorkspaceContainer container = WorkspaceContainer::Create(TvlUtils::SystemIO::FromFilePath(path));
-    const std::string settings = Settings(name);
-    EXPECT_TRUE(container.AddFile(
-        L"content/settings.ini", TvlUtils::Stream::OverMemory(settings.data(), settings.size()), false, nullptr));
+    const auto add = [&](const wchar_t* entry, const std::string& bytes) {
+        EXPECT_TRUE(container.AddFile(entry, TvlUtils::Stream::OverMemory(bytes.data(), bytes.size()), false, nullptr));
+    };
+    add(L"content/settings.ini", SettingsText({name}));
+    add(kOtherEntry, kOtherContent);
     EXPECT_TRUE(container.Close());
 }
 
@@ -40,28 +33,39 @@ void TakeLine(const std::string& line, State& state)
 {
     std::istringstream words(line);
     std::string what;
-    std::string first;
-    std::string second;
-    words >> what >> first >> second;
-    if (what == "paper")
-        state.papers.insert(first);
+    std::string name;
+    SettingsOwner owner;
+    words >> what;
+    const auto takeOwner = [&](SettingsOwner& taken) { words >> taken.name >> taken.age; };
+    if (what == "paper" && words >> name)
+        state.papers.insert(name);
     else if (what == "predefined")
-        state.predefined = std::stoi(first);
-    else if (what == "workspace")
-        state.workspaces[first] = second;
-    else if (what == "current") {
-        state.current = first;
-        state.settings = second;
-    } else if (what == "preferences") {
-        state.preferences = std::stoi(first);
-        state.preferred = second;
-    } else if (what == "preferred") {
-        state.preference = first;
-        state.language = second;
-    } else if (what == "extracted")
-        state.extracted = first;
-    else if (what == "file" && IsLeftover(first))
-        state.leftovers.push_back(first);
+        words >> state.predefined;
+    else if (what == "workspace" && words >> name)
+        takeOwner(state.workspaces[name]);
+    else if (what == "current" && words >> state.current)
+        takeOwner(state.settings);
+    else if (what == "preferences")
+        takeOwner(state.preferences);
+    else if (what == "extracted")
+        takeOwner(state.extracted);
+    else if (what == "preferred")
+        words >> state.preference >> state.language;
+    else if (what == "file" && words >> name && IsLeftover(name))
+        state.leftovers.push_back(name);
+}
+
+WorkerResult RunWorker(const ChildProcess& worker)
+{
+    const ChildResult result = RunProgram(worker);
+    WorkerResult told{result.exitCode, result.errors, {}};
+    std::istringstream words(result.output);
+    for (std::string word; words >> word;)
+        if (word == "met")
+            words >> told.counted.met;
+        else if (word == "counted")
+            words >> told.counted.allocations >> told.counted.files >> told.counted.database;
+    return told;
 }
 }   // namespace
 
@@ -77,31 +81,43 @@ ProcessWorld::ProcessWorld()
     ClearLedger();
 }
 
-ChildProcess ProcessWorld::Worker(std::vector<std::string> arguments) const
+ChildProcess ProcessWorld::Worker(std::vector<std::string> arguments, const Variables& variables) const
 {
-    return {"fault_worker", std::move(arguments), {},
-        {{"TVL_USER_DIR", Native("user")}, {"TVL_SUITE_DIR", Native("suite")}, {"TVL_REGISTRY", Native("registry.db")}},
-        {}};
+    ChildProcess worker{"fault_worker", std::move(arguments), {}, variables, {}};
+    worker.environment["TVL_USER_DIR"] = Native("user");
+    worker.environment["TVL_SUITE_DIR"] = Native("suite");
+    worker.environment["TVL_REGISTRY"] = Native("registry.db");
+    return worker;
 }
 
-State ProcessWorld::Start() const
+WorkerResult ProcessWorld::Work(const std::string& work, int times, const Variables& variables) const
+{
+    return RunWorker(Worker({work, Native("ledger"), std::to_string(times)}, variables));
+}
+
+WorkerResult ProcessWorld::WorkUntil(const std::string& work, int times, std::chrono::microseconds killAfter) const
+{
+    ChildProcess worker = Worker({work, Native("ledger"), std::to_string(times)});
+    worker.killAfter = killAfter;
+    return RunWorker(worker);
+}
+
+WorkerResult ProcessWorld::WorkBeside(const std::string& work, int times, const std::string& ledger) const
+{
+    return RunWorker(Worker({work, Native(ledger), std::to_string(times)}));
+}
+
+WorkerResult ProcessWorld::Start(const Variables& variables) const { return RunWorker(Worker({"start"}, variables)); }
+
+State ProcessWorld::Check() const
 {
     const ChildResult result = RunProgram(Worker({"check"}));
     State state;
-    state.isThere = result.exitCode == 0;
-    EXPECT_TRUE(state.isThere) << result.exitCode << '\n' << result.errors;
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
     std::istringstream lines(result.output);
     for (std::string line; std::getline(lines, line);)
         TakeLine(line, state);
     return state;
-}
-
-int ProcessWorld::StartWithFault(const std::map<std::string, std::string>& variables) const
-{
-    ChildProcess child = Worker({"check"});
-    for (const auto& [name, value] : variables)
-        child.environment[name] = value;
-    return RunProgram(child).exitCode;
 }
 
 Entries ProcessWorld::Ledger(const std::string& name) const
@@ -109,13 +125,12 @@ Entries ProcessWorld::Ledger(const std::string& name) const
     Entries entries;
     std::istringstream lines(FileBytes(Native(name)));
     for (std::string line; std::getline(lines, line) && !lines.eof();) {
-        const std::size_t blank = line.find(' ');
-        const std::string entry = line.substr(blank + 1);
+        const std::string entry = line.substr(line.find(' ') + 1);
         if (line.starts_with("begin")) {
             entries.lastBegun = entry;
+            entries.begun.insert(entry);
             continue;
         }
-        entries.done.insert(entry);
         entries.lastDone = entry;
         entries.all.push_back(entry);
     }

@@ -2,24 +2,22 @@
 #pragma once
 
 #include "ChildProcess.h"
+#include "SettingsText.h"
 
 #include <map>
-#include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
 /// What fault_worker has told of a start, and of the files.
 struct State {
-    bool isThere = false;   // the start came to its end
     std::set<std::string> papers;
     int predefined = 0;
-    std::map<std::string, std::string> workspaces;   // name, and the name in its settings
+    std::map<std::string, SettingsOwner> workspaces;   // by name, whose settings they have
     std::string current;
-    std::string settings;                 // the name in the settings on disk
-    int preferences = 0;                  // values
-    std::string preferred;                // the name among the preferences
-    std::string extracted;                // the name in the file that was extracted
+    SettingsOwner settings;               // on disk
+    SettingsOwner preferences;            // in the registry
+    SettingsOwner extracted;              // in the file that was extracted
     std::string preference;               // the one that is stored by itself
     std::string language;                 // of the user interface
     std::vector<std::string> leftovers;   // files that only a process at work has
@@ -27,45 +25,49 @@ struct State {
 
 /// What was begun and done, as the ledger tells.
 struct Entries {
-    std::set<std::string> done;
+    std::set<std::string> begun;
     std::string lastDone;           // empty for none
     std::string lastBegun;          // empty for none
     std::vector<std::string> all;   // done, in order
+};
+
+/// What a process has counted while it did its work.
+struct Counted {
+    int met = 0;   // faults
+    int allocations = 0;
+    int files = 0;      // operations on files
+    int database = 0;   // operations on the registry's database
+};
+
+using Variables = std::map<std::string, std::string>;
+
+/// A process that has run, and what it told; nothing when it was ended in the middle.
+struct WorkerResult {
+    int exitCode = -1;
+    std::string errors;
+    Counted counted;
 };
 
 class ProcessWorld {
 public:
     ProcessWorld();
 
-    /// Runs a kind of work of fault_worker to its end, or wherever `kill` lets it end.
-    template <class Kill>
-    ChildResult Work(const std::string& work, int times, Kill kill) const
-    {
-        ChildProcess child = Worker({work, Native("ledger"), std::to_string(times)});
-        kill(child);
-        return RunProgram(child);
-    }
-    ChildResult Work(const std::string& work, int times) const
-    {
-        return Work(work, times, [](ChildProcess&) {});
-    }
+    /// Runs a kind of work of fault_worker, with variables of the environment that give it faults.
+    WorkerResult Work(const std::string& work, int times, const Variables& variables = {}) const;
+    /// Runs it and ends it after a time, wherever it is then.
+    WorkerResult WorkUntil(const std::string& work, int times, std::chrono::microseconds killAfter) const;
     /// The work in a process that has a ledger of its own.
-    ChildResult WorkBeside(const std::string& work, int times, const std::string& ledger) const
-    {
-        return RunProgram(Worker({work, Native(ledger), std::to_string(times)}));
-    }
-    /// Starts as an application does.
-    State Start() const;
-    /// The same with faults in it; its exit code.
-    int StartWithFault(const std::map<std::string, std::string>& variables) const;
+    WorkerResult WorkBeside(const std::string& work, int times, const std::string& ledger) const;
+    /// Comes up as an application does, with variables of the environment that give it faults.
+    WorkerResult Start(const Variables& variables) const;
+    /// What a start without faults finds.
+    State Check() const;
     Entries Ledger(const std::string& name = "ledger") const;
     void ClearLedger() const;
 
-    static constexpr int kPreferences = 21;   // values of the settings of each workspace
-
 private:
     std::string Native(const std::string& name) const { return (m_folder.Path() / name).string(); }
-    ChildProcess Worker(std::vector<std::string> arguments) const;
+    ChildProcess Worker(std::vector<std::string> arguments, const Variables& variables = {}) const;
 
     ScratchFolder m_folder;
 };

@@ -87,7 +87,7 @@ int StartChild(const std::filesystem::path& program, const ChildProcess& child, 
     const Handle thread(process.hThread);
     if (child.killAfter) {
         std::this_thread::sleep_for(*child.killAfter);
-        TerminateProcess(running.get(), 1);
+        TerminateProcess(running.get(), kKilledExitCode);
     }
     WaitForSingleObject(running.get(), INFINITE);
     DWORD exitCode = 0;

@@ -6,6 +6,7 @@
 #include "siblings/TvlConfig/UserFolder.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "siblings/TvlPref/CPrefObject.h"
+#include "siblings/TvlUtils/FilePath.h"
 #include "siblings/TvlUtils/ProfileText.h"
 #include "siblings/TvlUtils/SystemIO.h"
 #include "siblings/TvrContainer/WorkspaceContainer.h"
@@ -17,27 +18,30 @@ using TvlPlatform::ToUtf8;
 
 namespace {
 constexpr const wchar_t* kPreference = L"Faults/Switch";   // no setting of a workspace
+constexpr const wchar_t* kApplication = L"HKEY_CURRENT_USER\\SOFTWARE\\Tovel\\Suite\\Tovel";
 
-std::string NameIn(std::string_view settings)
+SettingsOwner OwnerIn(std::string_view settings)
 {
-    const auto value = TvlUtils::ProfileText(settings).Value(L"Test", L"Name");
-    return value ? ToUtf8(*value) : "?";
+    std::map<std::string, std::string> values;
+    for (const auto& section : TvlUtils::ProfileText(settings).AllData())
+        for (const auto& [key, value] : section.entries)
+            values[ToUtf8(key)] = ToUtf8(value);
+    return OwnerOf(values);
 }
 
-std::string NameInFile(const TvlString& path)
+std::string BytesOf(const WorkspaceContainer& container, const wchar_t* entry)
 {
-    std::string bytes;
-    static_cast<void>(SystemIO::File::ReadAll(path, bytes));
-    return NameIn(bytes);
-}
-
-std::string NameInWorkspace(const TvlString& path)
-{
-    const WorkspaceContainer container = WorkspaceContainer::Open(path, ZipFile::OpenMode::Read);
-    TvlUtils::Stream stream = container.OpenFile(L"content/settings.ini", false);
+    TvlUtils::Stream stream = container.OpenFile(entry, false);
     std::string bytes(1 << 16, '\0');
     bytes.resize(stream.ReadSome(bytes.data(), bytes.size()));
-    return NameIn(bytes);
+    return bytes;
+}
+
+SettingsOwner OwnerInWorkspace(const TvlString& path)
+{
+    const WorkspaceContainer container = WorkspaceContainer::Open(path, ZipFile::OpenMode::Read);
+    const bool isWhole = BytesOf(container, kOtherEntry) == kOtherContent;
+    return isWhole ? OwnerIn(BytesOf(container, L"content/settings.ini")) : SettingsOwner{kTorn};
 }
 
 std::string Papers()
@@ -59,22 +63,28 @@ std::string Workspaces()
     std::string lines;
     const auto manager = StartManager();
     for (const WorkspaceFile& file : manager->GetNamedWorkspaces())
-        lines += "workspace " + ToUtf8(file.GetName()) + " " + NameInWorkspace(file.GetFilename()) + "\n";
+        lines += "workspace " + ToUtf8(file.GetName()) + " " + OwnerInWorkspace(file.GetFilename()).Text() + "\n";
     return lines + "current " + ToUtf8(manager->GetCurrentWorkspaceName()) + " "
-        + NameInFile(manager->GetProfileSettingsFile()) + "\n";
+        + OwnerInFile(manager->GetProfileSettingsFile()).Text() + "\n";
 }
 
 std::string Preferences()
 {
     const WUTLRegistry key(
-        L"HKEY_CURRENT_USER\\SOFTWARE\\Tovel\\Suite\\Tovel\\Application Preferences\\Test", WUTLRegistry::kReadAccess);
+        (TvlString(kApplication) + L"\\Application Preferences\\Test").c_str(), WUTLRegistry::kReadAccess);
+    std::map<std::string, std::string> values;
     TvlString name;
     TvlString value;
-    ULONG count = 0;
-    while (key.GetNextValue(name, value, count) == 0)
-        ++count;
-    const bool isThere = key.GetValue(L"Name", value) == 0;
-    return "preferences " + std::to_string(count) + " " + (isThere ? ToUtf8(value) : "?") + "\n";
+    for (ULONG count = 0; key.GetNextValue(name, value, count) == 0; ++count)
+        values[ToUtf8(name)] = ToUtf8(value);
+    return "preferences " + OwnerOf(values).Text() + "\n";
+}
+
+std::string StoredLanguage()
+{
+    CGlbLang language;
+    const bool isThere = IGLB_UILanguage::GetInst().ReadStoredLanguage(language) == 1;
+    return isThere ? ToUtf8(language.GetIO_StrFmt()) : "?";
 }
 
 std::string Files()
@@ -103,6 +113,15 @@ TvlString WorkspacePath(const std::string& name)
     return UserFile((L"Workspaces/" + TvlPlatform::FromUtf8(name) + L".tvws").c_str());
 }
 
+TvlString SettingsFile() { return UserFile(L"Workspaces/settings.ini"); }
+
+SettingsOwner OwnerInFile(const TvlString& path)
+{
+    std::string bytes;
+    static_cast<void>(SystemIO::File::ReadAll(path, bytes));
+    return OwnerIn(bytes);
+}
+
 std::string StoredPreference()
 {
     const auto value = CAppPrefManager::GetInstance().GetStore()->Read(kPreference);
@@ -115,13 +134,28 @@ bool StorePreference(const std::string& value)
     return CAppPrefManager::GetInstance().GetStore()->Write(kPreference, TvlString(TvlPlatform::FromUtf8(value)));
 }
 
+std::string StoredWorkspace()
+{
+    TvlString path;
+    const WUTLRegistry key(kApplication, WUTLRegistry::kReadAccess);
+    return key.GetValue(L"LastTovelWorkspaceUsed", path) == 0 ? SystemIO::ToFilePath(path).stem().string() : "";
+}
+
+bool IsApplying() { return SystemIO::File::Exists(SettingsFile() + L".applying"); }
+
+void Start()
+{
+    CPaperTypeMgr::GetInstance();
+    StartManager();
+    StoredLanguage();
+    CPaperTypeMgr::ReleaseInstance(false);
+}
+
 std::string ReportState()
 {
     std::string lines = Papers() + Workspaces();
     lines += Preferences();
-    lines += "extracted " + NameInFile(UserFile(L"extracted.ini")) + "\n";
-    CGlbLang language;
-    const bool hasLanguage = IGLB_UILanguage::GetInst().ReadStoredLanguage(language) == 1;
-    lines += "preferred " + StoredPreference() + " " + (hasLanguage ? ToUtf8(language.GetIO_StrFmt()) : "?") + "\n";
+    lines += "extracted " + OwnerInFile(UserFile(L"extracted.ini")).Text() + "\n";
+    lines += "preferred " + StoredPreference() + " " + StoredLanguage() + "\n";
     return lines + Files();
 }

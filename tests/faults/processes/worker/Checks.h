@@ -1,6 +1,7 @@
 // What a start finds.
 #pragma once
 
+#include "../SettingsText.h"
 #include "WorkspaceManager.h"
 
 #include <memory>
@@ -12,19 +13,31 @@ std::unique_ptr<WorkspaceManager> StartManager();
 TvlString UserFile(const wchar_t* name);
 /// Full path of a workspace of the user's.
 TvlString WorkspacePath(const std::string& name);
+/// Full path of the settings on disk.
+TvlString SettingsFile();
+/// Whose the settings of a file are.
+SettingsOwner OwnerInFile(const TvlString& path);
 
 /// A preference of one word, in the registry; "?" when there is none.
 std::string StoredPreference();
 bool StorePreference(const std::string& value);
+/// Name of the workspace that the next start begins with, as the registry has it; empty when there is none.
+std::string StoredWorkspace();
+/// Whether settings are noted as not yet made preferences.
+bool IsApplying();
 
-/// Comes up as an application does, and tells what is there, one line each:
+/// Comes up as an application does: papers, workspaces, language.
+void Start();
+
+/// Comes up, and tells what is there, one line each. OWNER is whose all settings there are, with their age; see
+/// SettingsText.h.
 ///
 ///   paper NAME             a paper of the user's own
 ///   predefined COUNT       papers of the suite
-///   workspace NAME VALUE   a workspace, and the value "Name" of its settings; "?" when it can't be read
-///   current NAME VALUE     the current one, and the same value of the settings on disk
-///   preferences COUNT VALUE   values of the preferences, and the same value among them
-///   extracted VALUE        the same value of the file that was extracted
+///   workspace NAME OWNER   a workspace, and its settings; "torn" as well when another entry of it can't be read
+///   current NAME OWNER     the current one, and the settings on disk
+///   preferences OWNER      the same of the preferences
+///   extracted OWNER        the same of the file that was extracted
 ///   preferred VALUE LANGUAGE   the preference that StorePreference stores, and the language of the user interface
 ///   file NAME              each file of the user's
 std::string ReportState();

@@ -9,6 +9,11 @@ enum class DatabaseFault : int {
     Stop = 4,         ///< the process ends in it, half written
 };
 
-/// From now on databases that are opened meet a fault. Before the first use of the registry; nothing on the other target.
-/// @param point the operation that meets it, counted from 1
-void FailDatabase(int point, DatabaseFault fault);
+/// From now on the operations of databases that are opened are counted, and one of them meets a fault. Before the first use
+/// of the registry. On the other target the system keeps the registry: nothing is counted there.
+/// @param point the operation that meets it, counted from 1; 0 for none
+void WatchDatabase(int point, DatabaseFault fault);
+/// Operations so far.
+int CountDatabaseOperations();
+/// Whether one of them has met the fault.
+bool HasDatabaseFailed();

@@ -47,19 +47,31 @@ FailingFiles::~FailingFiles() { SetForTests(nullptr); }
 FileResult FailingFiles::Admit()
 {
     ++m_count;
-    const bool fails = m_isOnward ? m_count >= m_point : m_count == m_point;
+    const bool fails = m_isOnward ? HasFailed() : m_count == m_point;
     return fails ? FileResult(std::errc::io_error) : FileResult();
 }
 
-FileResult FailingFiles::Open(const Path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle)
+template <class Opening>
+FileResult FailingFiles::AdmitOpening(Opening open, std::unique_ptr<FileHandle>& handle)
 {
     FileResult result = Admit();
     std::unique_ptr<FileHandle> file;
     if (result)
-        result = m_system.Open(path, mode, file);
+        result = open(file);
     if (result)
         handle = std::make_unique<FailingFile>(std::move(file), *this);
     return result;
+}
+
+FileResult FailingFiles::Open(const Path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle)
+{
+    return AdmitOpening([&](std::unique_ptr<FileHandle>& file) { return m_system.Open(path, mode, file); }, handle);
+}
+
+FileResult FailingFiles::CreateLike(const Path& path, const Path& model, std::unique_ptr<FileHandle>& handle)
+{
+    return AdmitOpening(
+        [&](std::unique_ptr<FileHandle>& file) { return m_system.CreateLike(path, model, file); }, handle);
 }
 
 FileResult FailingFiles::Rename(const Path& from, const Path& to)
@@ -91,6 +103,12 @@ FileResult FailingFiles::MakeFolder(const Path& path)
 {
     const FileResult result = Admit();
     return result ? m_system.MakeFolder(path) : result;
+}
+
+FileResult FailingFiles::MakePrivateFolder(const Path& path)
+{
+    const FileResult result = Admit();
+    return result ? m_system.MakePrivateFolder(path) : result;
 }
 
 FileResult FailingFiles::SetReadOnly(const Path& path, bool readOnly)

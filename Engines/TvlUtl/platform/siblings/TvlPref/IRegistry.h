@@ -102,11 +102,13 @@ public:
     ~RegistryBatch();
     RegistryBatch(const RegistryBatch&) = delete;
     RegistryBatch& operator=(const RegistryBatch&) = delete;
-    /// Keeps the changes; to be called once. A success when there could be no batch, since each change was made at once.
+    /// Keeps the changes; to be called once. When there could be no batch it gives the reason: each change was made at once
+    /// then, or failed for the same reason.
     LONG Commit();
 
 private:
     IRegistry& m_registry;
+    LONG m_begun;   // how its beginning went
     bool m_isOpen;
 };
 

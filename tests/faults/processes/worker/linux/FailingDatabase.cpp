@@ -8,7 +8,7 @@
 
 namespace {
 sqlite3_vfs* systemFiles = nullptr;
-int faultAt = 0;
+int faultAt = 0;   // 0 for none
 DatabaseFault faultKind{};
 int operations = 0;
 
@@ -30,7 +30,7 @@ int Admit(int failure)
     if (IsLast())
         Stop();
     ++operations;
-    const bool fails = faultKind == DatabaseFault::FailOnward ? operations >= faultAt : operations == faultAt;
+    const bool fails = faultKind == DatabaseFault::FailOnward ? HasDatabaseFailed() : operations == faultAt;
     if (!fails || faultKind == DatabaseFault::Stop)
         return SQLITE_OK;
     return faultKind == DatabaseFault::Full ? SQLITE_FULL : failure;
@@ -105,7 +105,10 @@ int Delete(sqlite3_vfs*, const char* name, int sync)
 }
 }   // namespace
 
-void FailDatabase(int point, DatabaseFault fault)
+int CountDatabaseOperations() { return operations; }
+bool HasDatabaseFailed() { return faultAt > 0 && operations >= faultAt; }
+
+void WatchDatabase(int point, DatabaseFault fault)
 {
     static sqlite3_vfs files;
     systemFiles = sqlite3_vfs_find(nullptr);

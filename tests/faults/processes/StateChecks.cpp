@@ -1,0 +1,80 @@
+#include "StateChecks.h"
+
+#include "Tally.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace {
+constexpr int kPredefined = 149;   // papers of the suite
+
+bool IsTorn(const SettingsOwner& owner) { return owner.name == kTorn; }
+}   // namespace
+
+StateChecks::StateChecks(std::string work, const State& before) : m_work(std::move(work)), m_before(before) { }
+
+int StateChecks::CountTorn(const State& state)
+{
+    // Of whole files one that nothing can be read of is none.
+    int torn = state.predefined != kPredefined;
+    for (const char* const name : {"_default", "A", "B"}) {
+        const auto found = state.workspaces.find(name);
+        torn += found == state.workspaces.end() || IsTorn(found->second) || found->second.name == kNoSettings;
+    }
+    torn += IsTorn(state.settings) + IsTorn(state.preferences) + IsTorn(state.extracted);
+    Tally::Get().Add("torn files", torn);
+    return torn;
+}
+
+void StateChecks::CheckNoLeftovers(const State& state)
+{
+    EXPECT_EQ(state.leftovers, std::vector<std::string>());
+    Tally::Get().Add("leftovers after the next success", static_cast<long long>(state.leftovers.size()));
+}
+
+void StateChecks::Check(const State& state, const Entries& ledger)
+{
+    EXPECT_EQ(CountTorn(state), 0);
+    for (const auto& [name, owner] : state.workspaces)
+        EXPECT_EQ(owner.name, name) << "each workspace with settings of its own";
+    EXPECT_EQ(state.settings.name, state.current);
+    EXPECT_EQ(state.preferences.name, state.current);
+    const int lost = m_work == "save" ? CountLostPapers(state, ledger) : CountLostValues(state, ledger);
+    EXPECT_EQ(lost, 0);
+    Tally::Get().Add("entries of the ledger lost", lost);
+    Tally::Get().Add("entries of the ledger found", static_cast<long long>(ledger.all.size()) - lost);
+    m_before = state;
+}
+
+int StateChecks::CountLostPapers(const State& state, const Entries& ledger) const
+{
+    int lost = 0;
+    const auto find = [&](const std::string& name) {
+        EXPECT_TRUE(state.papers.contains(name)) << name << " is lost";
+        lost += !state.papers.contains(name);
+    };
+    std::for_each(m_before.papers.begin(), m_before.papers.end(), find);
+    std::for_each(ledger.all.begin(), ledger.all.end(), find);
+    for (const std::string& name : state.papers)
+        EXPECT_TRUE(m_before.papers.contains(name) || ledger.begun.contains(name)) << name << " was never added";
+    return lost;
+}
+
+std::string StateChecks::ValueIn(const State& state) const
+{
+    if (m_work == "switch")
+        return state.current;
+    if (m_work == "extract")
+        return state.extracted.name;
+    return m_work == "apply" ? std::to_string(state.preferences.age) : state.preference;
+}
+
+int StateChecks::CountLostValues(const State& state, const Entries& ledger) const
+{
+    // The last one counts: what was there or done, or what was begun behind it.
+    const std::string found = ValueIn(state);
+    const std::string kept = ledger.lastDone.empty() ? ValueIn(m_before) : ledger.lastDone;
+    const bool isKept = found == kept || (found == ledger.lastBegun && !found.empty());
+    EXPECT_TRUE(isKept) << found << " where " << kept << " was there";
+    return isKept ? 0 : 1;
+}
