@@ -81,7 +81,7 @@ void Language_Select(benchmark::State& state)
         benchmark::DoNotOptimize(IGLB_UILanguage::GetInst().GetLanguage());
     }
 }
-BENCHMARK(Language_Select)->ArgName("languages")->Arg(50)->Arg(100)->Arg(200)->Arg(400);
+BENCHMARK(Language_Select)->ArgName("languages")->Arg(25)->Arg(50)->Arg(100)->Arg(200)->Arg(400);
 
 void Language_ReadTwice(benchmark::State& state)
 {
@@ -93,5 +93,5 @@ void Language_ReadTwice(benchmark::State& state)
                 benchmark::DoNotOptimize(object.is_object());
             }
 }
-BENCHMARK(Language_ReadTwice)->ArgName("languages")->Arg(50)->Arg(100)->Arg(200)->Arg(400);
+BENCHMARK(Language_ReadTwice)->ArgName("languages")->Arg(25)->Arg(50)->Arg(100)->Arg(200)->Arg(400);
 }   // namespace

@@ -196,7 +196,7 @@ void Elements(benchmark::internal::Benchmark* benchmark)
 /// As many for pushes, each of which changes the whole table.
 void Pushes(benchmark::internal::Benchmark* benchmark)
 {
-    benchmark->ArgName("elements")->Arg(1'000)->Arg(2'500)->Arg(6'300)->Arg(16'000);
+    benchmark->ArgName("elements")->Arg(250)->Arg(1'000)->Arg(2'500)->Arg(6'300)->Arg(16'000);
 }
 
 /// Tables that are of 32 MB to 256 MB, for which memory is the clock.

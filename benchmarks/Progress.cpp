@@ -56,9 +56,9 @@ void EventWithoutHandlers_Own(benchmark::State& state) { Event_Own(state); }
 void EventWithoutHandlers_Signals2(benchmark::State& state) { Event_Signals2(state); }
 BENCHMARK(EventWithoutHandlers_Own)->Arg(0);
 BENCHMARK(EventWithoutHandlers_Signals2)->Arg(0);
-BENCHMARK(Event_Own)->ArgName("handlers")->Arg(10)->Arg(40)->Arg(160)->Arg(640);
-BENCHMARK(Event_Signals2)->ArgName("handlers")->Arg(10)->Arg(40)->Arg(160)->Arg(640);
-BENCHMARK(Event_GSignal)->ArgName("handlers")->Arg(10)->Arg(40)->Arg(160)->Arg(640);
+BENCHMARK(Event_Own)->ArgName("handlers")->Arg(1)->Arg(10)->Arg(40)->Arg(160)->Arg(640);
+BENCHMARK(Event_Signals2)->ArgName("handlers")->Arg(1)->Arg(10)->Arg(40)->Arg(160)->Arg(640);
+BENCHMARK(Event_GSignal)->ArgName("handlers")->Arg(1)->Arg(10)->Arg(40)->Arg(160)->Arg(640);
 
 /// Listeners besides the manager's own subscription, and the task's type.
 void SetProgress_Own(benchmark::State& state)

@@ -14,7 +14,7 @@ TvlString Path(int number) { return L"/home/user/documents/drawing " + std::to_w
 
 void LiveRecords(benchmark::internal::Benchmark* benchmark)
 {
-    benchmark->ArgName("records")->Arg(1'000)->Arg(4'000)->Arg(16'000)->Arg(64'000);
+    benchmark->ArgName("records")->Arg(100)->Arg(1'000)->Arg(4'000)->Arg(16'000)->Arg(64'000);
 }
 
 /// One record starts and ends each time, so that each start finds an entry to remove.

@@ -382,7 +382,7 @@ void SettingsBytes(benchmark::internal::Benchmark* benchmark)
 
 void SettingsCount(benchmark::internal::Benchmark* benchmark)
 {
-    benchmark->ArgName("settings")->Arg(30)->Arg(120)->Arg(480)->Arg(1'920);
+    benchmark->ArgName("settings")->Arg(30)->Arg(120)->Arg(480)->Arg(1'920)->Arg(6'400);
 }
 
 BENCHMARK(WorkspaceMetadata_Own)->Apply(Icons);

@@ -37,6 +37,17 @@ class Limit(NamedTuple):
     peer: str
     text: str    # a number, a fraction, or "+N": N microseconds more than the peer
     mean: bool   # the geometric mean over the arguments counts, which are no sizes
+    least: float   # the sizes that it holds for; others are measured and told
+    most: float
+
+    def holds(self, size):
+        """Whether it holds for a size, 0 being none."""
+        return size == 0 or self.least <= size <= self.most
+
+    def sizes(self):
+        """Which sizes it holds for; empty for all."""
+        ends = (("from", self.least, self.least > 0), ("up to", self.most, self.most < math.inf))
+        return " ".join(f"{word} {size:,.0f}" for word, size, is_end in ends if is_end)
 
     def ratio(self, times):
         """The most that the ratio may be; "+N" counts with the peer's least time."""
@@ -49,6 +60,7 @@ class Limit(NamedTuple):
 class Pair(NamedTuple):
     name: str    # the benchmark with its arguments
     ratio: float
+    size: int    # 0 without one
 
 
 class Group(NamedTuple):
@@ -62,7 +74,15 @@ class Group(NamedTuple):
 def limits(lines, wanted=""):
     """The Limit of each line whose benchmark's name has `wanted` in it."""
     rows = [line.split("#")[0].split() for line in lines]
-    return [Limit(*words[:3], words[3:] == ["mean"]) for words in rows if words and wanted in words[0]]
+    return [limit(*words) for words in rows if words and wanted in words[0]]
+
+
+def limit(own, peer, text, *more):
+    """The Limit of a line's words."""
+    ends = dict(zip(more[::2], more[1::2])) if more != ("mean",) else {}
+    if ends.keys() - {"from", "to"}:
+        raise ValueError(f"{own}: what does {' '.join(more)} mean?")
+    return Limit(own, peer, text, more == ("mean",), float(ends.get("from", 0)), float(ends.get("to", math.inf)))
 
 
 def split_size(name):
@@ -81,7 +101,7 @@ def exponent(points):
 
 def groups(times, limit):
     """What was measured for a limit, by what it has in common."""
-    own, peer, _, mean = limit
+    own, peer, mean = limit.own, limit.peer, limit.mean
     found = {}
     for name, time in times.items():
         beside = times.get(peer + name[len(own):])
@@ -91,7 +111,7 @@ def groups(times, limit):
     if mean and found:
         rows = [row for common in found.values() for row in common]
         ratio = math.exp(sum(math.log(time / beside) for _, _, time, beside in rows) / len(rows))
-        return [Group(own, (), [Pair(own, ratio)], ())]
+        return [Group(own, (), [Pair(own, ratio, 0)], ())]
     return [group for common, rows in found.items() for group in sized(common, sorted(rows))]
 
 
@@ -99,9 +119,9 @@ def sized(common, rows):
     """One group of (size, name, time, peer's time), or each for itself where too few have a size."""
     grown = [row for row in rows if row[0] > 0]
     if len(grown) < LEAST_SIZES:
-        return [Group(name, (), [Pair(name, time / beside)], ()) for _, name, time, beside in rows]
+        return [Group(name, (), [Pair(name, time / beside, size)], ()) for size, name, time, beside in rows]
     growth = tuple(exponent([(row[0], row[side]) for row in grown]) for side in (2, 3))
-    pairs = [Pair(name, time / beside) for _, name, time, beside in rows]
+    pairs = [Pair(name, time / beside, size) for size, name, time, beside in rows]
     return [Group(common, tuple(row[0] for row in rows), pairs, growth)]
 
 
@@ -126,7 +146,12 @@ def measure(program, names, times):
 
 def above(times, rows):
     """The limits that a ratio is above."""
-    return [row for row in rows for group in groups(times, row) for pair in group.pairs if pair.ratio > row.ratio(times)]
+    return [row for row in rows for group in groups(times, row) for pair in group.pairs if is_above(pair, row, times)]
+
+
+def is_above(pair, row, times):
+    """Whether the ratio of a pair is above a limit that holds for its size."""
+    return row.holds(pair.size) and pair.ratio > row.ratio(times)
 
 
 def measure_all(folder, rows):
@@ -151,12 +176,13 @@ def as_text(times, rows):
             lines.append(f"{row.own:44} {row.peer:28}  no such benchmarks")
             status = 2
         for group in found:
-            for name, ratio in group.pairs:
-                growth = group.growth if name == group.pairs[-1].name else ()
+            for pair in group.pairs:
+                growth = group.growth if pair == group.pairs[-1] else ()
                 told = "/".join(f"{value:.2f}" for value in growth) or "-"
-                lines.append(f"{name:44} {row.peer:28} {ratio:8.4f} {most:8.4f}  {told:>9}"
-                             + ("  above its limit" if ratio > most else ""))
-                status = max(status, int(ratio > most))
+                held = f"{most:8.4f}" if row.holds(pair.size) else f"{'-':>8}"
+                lines.append(f"{pair.name:44} {row.peer:28} {pair.ratio:8.4f} {held}  {told:>9}"
+                             + ("  above its limit" if is_above(pair, row, times) else ""))
+                status = max(status, int(is_above(pair, row, times)))
     return lines, status
 
 
@@ -169,11 +195,11 @@ def as_markdown(times, rows):
     """The table's lines: one for each group, with the ratio at each of its sizes."""
     lines = ["| Benchmark | Peer | Sizes | Ratio | Limit | Growth | Peer's |", "|---|---|---|---|---|---|---|"]
     for row in rows:
-        limit = row.text if not row.text.startswith("+") else f"{short(row.ratio(times))} ({row.text} µs)"
+        most = row.text if not row.text.startswith("+") else f"{short(row.ratio(times))} ({row.text} µs)"
         for name, sizes, pairs, growth in groups(times, row):
             name = name.removesuffix("/manual_time")
             cells = [f"`{name}`", f"`{row.peer}`", ", ".join(f"{size:,}" for size in sizes) or "-",
-                     ", ".join(short(pair.ratio) for pair in pairs), limit,
+                     ", ".join(short(pair.ratio) for pair in pairs), f"{most} {row.sizes()}".strip(),
                      *([f"{value:.2f}" for value in growth] or ["-", "-"])]
             lines.append("| " + " | ".join(cells) + " |")
     return lines

@@ -28,6 +28,7 @@ std::vector<IniParser::Section> IniParser::GetAllData() const
     std::vector<Section> sections;
     for (ProfileText::SectionData& section : m_text.AllData()) {
         std::vector<Entry> entries;
+        entries.reserve(section.entries.size());
         for (ProfileText::KeyValue& entry : section.entries)
             entries.emplace_back(std::move(entry.key), std::move(entry.value));
         sections.emplace_back(std::move(section.name), std::move(entries));
