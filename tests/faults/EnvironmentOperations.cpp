@@ -14,6 +14,8 @@
 #include "ProfilePath.h"
 #include "WUTLRegistry.h"
 #include "siblings/TvlConfig/ProductKey.h"
+#include "siblings/TvlUtils/FilePath.h"
+#include "siblings/TvlUtils/SystemIO.h"
 
 #include <gtest/gtest.h>
 
@@ -38,7 +40,13 @@ struct Stored : Surroundings {
 
 /// A program that has a marker in a folder of add-on content.
 struct Marked : Surroundings {
-    Marked() { world.Put("user/add-ons and more/test_faults.addon", ""); }
+    Marked()
+    {
+        using namespace TvlUtils::SystemIO;
+        const TvlString program = Path::GetFileNameWithoutExtension(Path::GetProcessFileName(nullptr));
+        world.files.Put(ToFilePath(Path::Combine(folder, program, L"addon")), "");
+    }
+    const TvlString folder = FaultWorld::Path("user/add-ons and more");
 };
 
 /// Switches of the machine.
@@ -155,9 +163,7 @@ HeapOperations EnvironmentOperations()
             }),
         Row<Marked>(
             "ShouldLoadAddOn",
-            [](Marked& marked) {
-                marked.count = AddOns::ShouldLoadAddOn(FaultWorld::Path("user/add-ons and more"), &marked.text);
-            },
+            [](Marked& marked) { marked.count = AddOns::ShouldLoadAddOn(marked.folder, &marked.text); },
             [](Marked& marked, const HeapRun& outcome) {
                 EXPECT_TRUE(marked.count == 1 || outcome.hasFailed);
                 marked.count = 0;
