@@ -73,7 +73,7 @@ bool IsWithoutSettings(const TvlString& settings, const WorkspaceFile* file)
     return file && SettingsOrigin::IsUnread(settings, file->GetFilename()) && !File::Exists(settings);
 }
 
-/// Whether there is nothing of this name. What can't be looked at is not missing: a new file would take its place.
+/// Whether there is nothing of this name. What can't be looked at is not missing: something else would take its place.
 bool IsMissing(const TvlString& path)
 {
     TvlUtils::SystemIO::FileStatus status;
@@ -172,9 +172,9 @@ TvlString WorkspaceManagerCore::ReadWorkspacePath()
     TvlString toggling;
     ReadKey(kTabletModeToggling, toggling);
     m_tabletToggling = toggling.IsEmpty() || toggling == kOn;
-    if (m_defaultDesktop.IsEmpty() || !Path::Exists(m_defaultDesktop))
+    if (m_defaultDesktop.IsEmpty() || IsMissing(m_defaultDesktop))
         m_defaultDesktop = UserWorkspacePath(WorkspaceNames::kDesktopDefault);
-    if (m_defaultTablet.IsEmpty() || !Path::Exists(m_defaultTablet))
+    if (m_defaultTablet.IsEmpty() || IsMissing(m_defaultTablet))
         m_defaultTablet = UserWorkspacePath(WorkspaceNames::kTabletDefault);   // need not exist
     if (m_tabletToggling)
         return m_interactionMode == kDesktopInteraction ? m_defaultDesktop : m_defaultTablet;
@@ -190,7 +190,7 @@ bool WorkspaceManagerCore::LoadLastUsedWorkspace()
         return true;
     }
     TvlString last;
-    const bool differs = ReadKey(kLastUsed, last) && !last.IsEmpty() && Path::Exists(last) && !SameText(last, path);
+    const bool differs = ReadKey(kLastUsed, last) && !last.IsEmpty() && !IsMissing(last) && !SameText(last, path);
     m_currentIndex = GetWorkspaceIndex(differs ? last : path);
     return !differs;
 }

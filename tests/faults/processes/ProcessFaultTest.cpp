@@ -126,16 +126,18 @@ INSTANTIATE_TEST_SUITE_P(
 
 class StartsBehindKills : public KilledProcesses {
 protected:
-    /// One of the faults of a start that `sound` has measured: files and allocations in turn, once and from then on.
-    Variables FaultOf(int number, const Counted& sound)
+    /// One of the faults of a start that `sound` has measured: of files and allocations in turn, once and from then on, each
+    /// time at another point.
+    static Variables FaultOf(int number, const Counted& sound)
     {
+        constexpr int kStride = 613;   // a prime, so that no point comes twice before all have come
+        constexpr int kShift = 211;
         const bool isFile = number % 2 == 0;
-        const auto count = static_cast<unsigned>(isFile ? sound.files : sound.allocations);
-        return {{isFile ? "FAULT_FILE" : "FAULT_ALLOCATION", std::to_string(1 + random() % count)},
+        const int point = number / 4 * kStride + (1 + number % 4) * kShift;
+        return {{isFile ? "FAULT_FILE" : "FAULT_ALLOCATION",
+                    std::to_string(1 + point % (isFile ? sound.files : sound.allocations))},
             {"FAULT_ONWARD", number / 2 % 2 == 0 ? "0" : "1"}};
     }
-
-    std::mt19937 random{7};
 };
 
 TEST_P(StartsBehindKills, ThatMeetAFaultLeaveTheNextOneClean)
