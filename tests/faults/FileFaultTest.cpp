@@ -2,6 +2,7 @@
 // to be done is there; and after the next success nothing else lies about.
 #include "FileOperation.h"
 #include "MemoryFiles.h"
+#include "OldOrNew.h"
 #include "Tally.h"
 
 #include <gtest/gtest.h>
@@ -82,7 +83,7 @@ protected:
         EXPECT_TRUE(next.isDone) << "with sound files again";
         trial.forget();
         trial.check(next);
-        EXPECT_LE(trial.files->CountFiles(), soundFiles) << "leftovers:\n" << trial.files->ListFiles();
+        ExpectNoLeftovers(trial.files->CountFiles(), soundFiles, trial.files->ListFiles());
         Tally::Get().Add("file faults survived", run.hasFailed && !HasFailure() ? 1 : 0);
         return run.hasFailed;
     }
