@@ -1,5 +1,6 @@
 #include "IniUpdateRegistry.h"
 
+#include "AppliedSettings.h"
 #include "InterruptionMark.h"
 #include "WUTLRegistry.h"
 #include "siblings/TvlComponent/ApplicationInfo.h"
@@ -24,7 +25,23 @@ const TvlString& TargetKey()
 
 bool IsVerbose() { return TvlUtils::GetVlogLevel() >= 1; }
 
-bool Exists(const TvlString& key) { return WUTLRegistry::IsValid(key.c_str()) == PREFUTILS::kRegistryOk; }
+/// A status, unless it says that there is no memory: that ends the whole, which is repeated then, where an entry that the
+/// registry does not take is passed over.
+LONG Checked(LONG status)
+{
+    constexpr LONG kNotEnoughMemory = 8, kOutOfMemory = 14;   // ERROR_NOT_ENOUGH_MEMORY, ERROR_OUTOFMEMORY
+    if (status == kNotEnoughMemory || status == kOutOfMemory)
+        throw std::bad_alloc();
+    return status;
+}
+
+bool Exists(const TvlString& key) { return Checked(WUTLRegistry::IsValid(key.c_str())) == PREFUTILS::kRegistryOk; }
+
+bool Create(const TvlString& key)
+{
+    const LONG status = WUTLRegistry::CreateKey(key.c_str(), WUTLRegistry::kReadWriteAccess, 0);
+    return Checked(status) == PREFUTILS::kRegistryOk;
+}
 
 void LogFailure(const TvlString& text)
 {
@@ -34,9 +51,8 @@ void LogFailure(const TvlString& text)
 
 void DeleteTree()
 {
-    const wchar_t* const key = TargetKey().c_str();
-    if (Exists(TargetKey()) && WUTLRegistry::DeleteRegistryKey(key) == PREFUTILS::kRegistryOk)
-        WUTLRegistry::CreateKey(key, WUTLRegistry::kReadWriteAccess, 0);
+    if (Exists(TargetKey()) && Checked(WUTLRegistry::DeleteRegistryKey(TargetKey().c_str())) == PREFUTILS::kRegistryOk)
+        Create(TargetKey());
 }
 
 void WriteEntry(WUTLRegistry& key, const TvlString& keyName, const IniParser::Entry& entry)
@@ -45,17 +61,12 @@ void WriteEntry(WUTLRegistry& key, const TvlString& keyName, const IniParser::En
     const TvlString value = TvlPref::IniIoPolicy::Decode(entry.second);
     if (IsVerbose())
         TvlUtils::LogMessage(LogLevel::Info, TvlString().Format(L"Setting '%s' of '%s'", name, keyName));
-    if (key.SetValue(name.c_str(), value.c_str()) != PREFUTILS::kRegistryOk)
+    if (Checked(key.SetValue(name.c_str(), value.c_str())) != PREFUTILS::kRegistryOk)
         LogFailure(L"Failed to set value '" + name + L"' for key '" + keyName + L"'");
 }
 
 /// Whether there is such a key in the end.
-bool MakeKey(const TvlString& key)
-{
-    return Exists(key)
-        || WUTLRegistry::CreateKey(key.c_str(), WUTLRegistry::kReadWriteAccess, 0) == PREFUTILS::kRegistryOk
-        || Exists(key);
-}
+bool MakeKey(const TvlString& key) { return Exists(key) || Create(key) || Exists(key); }
 
 void WriteSection(const IniParser::Section& section)
 {
@@ -65,32 +76,57 @@ void WriteSection(const IniParser::Section& section)
     if (!MakeKey(subKey))
         return LogFailure(
             L"Failed to create registry key  '" + subKey + L"'");   // two blanks: logs are searched for it
-    WUTLRegistry key(subKey.c_str(), WUTLRegistry::kReadWriteAccess, 1);
-    TvlString location;
-    key.GetCurrentKeyLocation(location);
-    if (location.IsEmpty())
+    WUTLRegistry key;
+    if (Checked(key.OpenKey(subKey.c_str(), 1)) != PREFUTILS::kRegistryOk)
         return;   // it can't be opened for writing
     for (const IniParser::Entry& entry : section.second)
         WriteEntry(key, subKey, entry);
 }
-}   // namespace
 
-extern "C" void IniUpdateRegistry(const wchar_t* path)
-try {
-    if (!path)
-        return;
-    if (IsVerbose())
-        TvlUtils::LogMessage(LogLevel::Info, TvlString(L"Reading workspace settings file: ") + path);
-    const std::vector<IniParser::Section> sections = IniParser(path).GetAllData();
-    const InterruptionMark mark(path, InterruptionMark::kApplying);
+/// Replaces the preferences in one step, where the registry has that.
+bool ReplaceTree(const std::vector<IniParser::Section>& sections)
+{
     PREFUTILS::RegistryBatch batch;
     DeleteTree();
     for (const IniParser::Section& section : sections)
         WriteSection(section);
-    if (batch.Commit() == PREFUTILS::kRegistryOk)
-        mark.Done();
-    else
-        LogFailure(TvlString(L"The preferences stay as they were, for the registry fails: ") + path);
+    return batch.Commit() == PREFUTILS::kRegistryOk;
+}
+
+bool Apply(const TvlString& path)
+{
+    const IniParser settings(path);
+    const std::vector<IniParser::Section> sections = settings.GetAllData();
+    const InterruptionMark mark(path, InterruptionMark::kApplying);
+    if (settings.HasFailed() && !mark.IsThere()) {
+        // Nobody would learn that they are to be made good.
+        LogFailure(L"The preferences stay as they were, for nothing can be read or written there: " + path);
+        return false;
+    }
+    const bool isReplaced = ReplaceTree(sections);
+    if (!isReplaced)
+        LogFailure(L"The preferences stay as they were, for the registry fails: " + path);
+    if (!isReplaced || settings.HasFailed())
+        return false;
+    mark.Done();
+    return true;
+}
+}   // namespace
+
+bool ApplySettings(const TvlString& path)
+try {
+    if (IsVerbose())
+        TvlUtils::LogMessage(LogLevel::Info, L"Reading workspace settings file: " + path);
+    return Apply(path);
 } catch (const std::bad_alloc&) {
     TvlUtils::LogMessage(LogLevel::Error, L"Out of memory for the settings of the workspace");
+    return false;
+}
+
+extern "C" void IniUpdateRegistry(const wchar_t* path)
+try {
+    if (path)
+        ApplySettings(path);
+} catch (const std::bad_alloc&) {
+    TvlUtils::LogMessage(LogLevel::Error, L"Out of memory for the path of the settings");
 }

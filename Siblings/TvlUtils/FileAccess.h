@@ -47,6 +47,10 @@ FileResult WriteWhole(FileHandle& file, long long offset, std::string_view bytes
 /// rename another writer's unfinished file.
 std::string UniqueSuffix();
 
+/// Takes away what writers of this file left behind when they crashed. One that is at work finds its file gone and begins
+/// again. A path that ends with a separator is that of files that were to be removed at once, which have no other name.
+void RemoveLeftovers(const std::filesystem::path& path);
+
 /// Fills a new file of its own with `write` and renames it to `path`, as File::WriteAside does with bytes. `write` may be called
 /// more than once, with an empty file each time.
 FileResult ReplaceFile(const std::filesystem::path& path, const std::function<FileResult(FileHandle&)>& write);

@@ -39,7 +39,9 @@ FileResult MakeAndRemove(const fs::path& path)
     if (const FileResult made = FileLayer::Get().Open(path, OpenMode::CreateNew, file); !made)
         return made;
     static_cast<void>(file->Close());
-    return FileLayer::Get().Remove(path);
+    const FileResult removed = FileLayer::Get().Remove(path);
+    // Another process that asks has taken it for a leftover.
+    return removed.IsMissing() ? FileResult() : removed;
 }
 
 bool SetMark(const TvlString& path, bool readOnly)
@@ -89,8 +91,11 @@ bool IsWritable(const TvlString& path, WritableStatus* status)
     WritableStatus found = WritableStatus::Missing;
     if (Exists(path)) {
         // A folder's mark and rights don't tell all: the file system may be read-only as a whole.
-        const bool written =
-            static_cast<bool>(Reported([&] { return MakeAndRemove(Within(PathOf(path), UniqueSuffix())); }));
+        const bool written = static_cast<bool>(Reported([&] {
+            const FileResult result = MakeAndRemove(Within(PathOf(path), UniqueSuffix()));
+            RemoveLeftovers(Within(PathOf(path), fs::path()));
+            return result;
+        }));
         found = written ? WritableStatus::Writable : WritableStatus::Refused;
     }
     if (status)
@@ -106,8 +111,10 @@ FileResult Copy(const TvlString& from, const TvlString& to, bool overwrite)
     if (Path::Contains(source, to) && Path::Contains(to, source))
         return {};
     const bool isInside = Path::Contains(source, to);
-    const auto entries = File::Find(source, L"*", true, true);   // before anything is made
-    FileResult failure = EnsureExists(to);
+    std::vector<TvlString> entries;
+    FileResult failure = File::Find(source, L"*", true, true, entries);   // before anything is made
+    if (const FileResult made = EnsureExists(to); !made)
+        failure = made;
     for (const TvlString& entry : entries) {
         if (isInside && Path::Contains(to, entry))
             continue;
@@ -115,9 +122,9 @@ FileResult Copy(const TvlString& from, const TvlString& to, bool overwrite)
         FileResult result;
         if (Exists(entry))
             result = EnsureExists(target);
-        else if (overwrite || !Path::Exists(target))
-            result = File::Copy(entry, target, true);
-        if (!result)
+        else
+            result = File::Copy(entry, target, overwrite);
+        if (!result && (overwrite || !result.Is(std::errc::file_exists)))
             failure = result;
     }
     return failure;

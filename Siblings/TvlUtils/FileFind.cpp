@@ -42,13 +42,13 @@ struct Search {
     bool recursive;
     bool withFolders;
     std::vector<fs::path> waiting;   // folders to look into
-    std::vector<TvlString> found;
+    std::vector<TvlString>& found;
 
-    void LookInto(const fs::path& folder)
+    FileResult LookInto(const fs::path& folder)
     {
         std::vector<FolderEntry> entries;
-        if (!FileLayer::Get().List(folder, entries))
-            return;
+        if (const FileResult listed = FileLayer::Get().List(folder, entries); !listed)
+            return listed;
         for (const FolderEntry& entry : entries) {
             if (entry.isLink)
                 continue;
@@ -58,6 +58,7 @@ struct Search {
             if (isFolder && recursive)
                 waiting.push_back(Within(folder, entry.name));
         }
+        return {};
     }
 };
 
@@ -68,20 +69,31 @@ bool StandsBefore(const TvlString& a, const TvlString& b)
 }
 }   // namespace
 
-std::vector<TvlString> Find(const TvlString& folder, const TvlString& mask, bool recursive, bool withFolders)
+FileResult Find(
+    const TvlString& folder, const TvlString& mask, bool recursive, bool withFolders, std::vector<TvlString>& found)
 {
-    Search search{mask, recursive, withFolders, {}, {}};
-    static_cast<void>(Reported([&] {
+    found.clear();
+    Search search{mask, recursive, withFolders, {}, found};
+    FileResult failure;
+    const FileResult walked = Reported([&] {
         search.waiting.push_back(PathOf(folder));
         while (!search.waiting.empty()) {
             const fs::path next = std::move(search.waiting.back());
             search.waiting.pop_back();
-            search.LookInto(next);
+            if (const FileResult looked = search.LookInto(next); !looked && failure)
+                failure = looked;
         }
         return FileResult();
-    }));
-    std::sort(search.found.begin(), search.found.end(), StandsBefore);
-    return std::move(search.found);
+    });
+    std::sort(found.begin(), found.end(), StandsBefore);
+    return failure ? walked : failure;
+}
+
+std::vector<TvlString> Find(const TvlString& folder, const TvlString& mask, bool recursive, bool withFolders)
+{
+    std::vector<TvlString> found;
+    static_cast<void>(Find(folder, mask, recursive, withFolders, found));
+    return found;
 }
 
 }   // namespace TvlUtils::SystemIO::File

@@ -17,6 +17,7 @@ std::string IniParser::Read()
     m_isComplete = (read && !isLong) || read.IsMissing();
     if (m_isComplete)
         return bytes;
+    m_hasFailed = !isLong && !read.Is(std::errc::file_too_large);
     LogMessage(LogLevel::Warning,
         TvlString().Format(
             L"\"%s\" can't be read: %s", m_path.Std(), isLong ? L"it has too many lines" : read.Reason().Std()));

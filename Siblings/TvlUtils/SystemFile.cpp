@@ -60,18 +60,6 @@ bool IsAsideOf(const fs::path& path, const fs::path& name)
         digits, digits + kAsideDigits, [](auto c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f'); });
 }
 
-/// What writers of this file left behind when they crashed. One that is at work finds its file gone and begins again.
-void RemoveLeftovers(const fs::path& path)
-{
-    std::vector<FolderEntry> entries;
-    const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
-    if (!FileLayer::Get().List(folder, entries))
-        return;   // no failure: the next writer tries again
-    for (const FolderEntry& entry : entries)
-        if (entry.kind == FileKind::File && IsAsideOf(path, entry.name))
-            static_cast<void>(FileLayer::Get().Remove(Within(folder, entry.name)));
-}
-
 using Writer = std::function<FileResult(FileHandle&)>;
 
 FileResult MakeAside(const fs::path& aside, const fs::path& path, const Writer& write)
@@ -111,6 +99,21 @@ std::string UniqueSuffix()
     char digits[kAsideDigits + 1];
     std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(start + now * 65537 + counter++));
     return "." + std::string(digits) + std::string(kAsideEnd);
+}
+
+void RemoveLeftovers(const fs::path& path)
+{
+    // No failure, also for want of memory: the next writer tries again.
+    static_cast<void>(Reported([&]() -> FileResult {
+        std::vector<FolderEntry> entries;
+        const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
+        if (const FileResult listed = FileLayer::Get().List(folder, entries); !listed)
+            return listed;
+        for (const FolderEntry& entry : entries)
+            if (entry.kind == FileKind::File && IsAsideOf(path, entry.name))
+                static_cast<void>(FileLayer::Get().Remove(Within(folder, entry.name)));
+        return {};
+    }));
 }
 
 FileResult WriteWhole(FileHandle& file, long long offset, std::string_view bytes)

@@ -85,6 +85,10 @@ bool WXmlDoc::Parse(std::string bytes, const TvlString& origin)
         m_tree->bytes = std::move(bytes);
         const unsigned options = pugi::parse_default | (m_keepBlanks ? pugi::parse_ws_pcdata : 0);
         const auto parsed = m_tree->document.load_buffer_inplace(m_tree->bytes.data(), m_tree->bytes.size(), options);
+        if (parsed.status == pugi::status_out_of_memory) {
+            ReleaseDocument();
+            throw std::bad_alloc();   // it may well be a document
+        }
         int elements = 0;
         reason = parsed ? ReasonAgainst(m_tree->document, kMaxDepth, elements) : parsed.description();
         place = parsed.offset;

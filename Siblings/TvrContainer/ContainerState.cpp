@@ -182,6 +182,8 @@ Metadata::Container& DocContainer::State::Properties()
     if (entry >= 0) {
         const bool isSmall = archive.Entries()[static_cast<std::size_t>(entry)].unpacked <= kMaxPropertyBytes;
         const Bytes bytes = isSmall ? Read(ZipContainerSchema::metadataFile) : nullptr;
+        // What can't be read now may be read another time: new properties must not take its place.
+        isBroken = isBroken || (isSmall && !bytes);
         if (!bytes || !properties.FromBytes(*bytes))
             Refuse("its properties", " can't be read");
     }
@@ -203,7 +205,7 @@ bool DocContainer::State::Commit()
     if (!isWritable)
         return true;
     if (isBroken)
-        return Refuse("it can't be written: ", "memory has run out");
+        return Refuse("it can't be written: ", "an operation on it has failed");
     TakeStreams();
     if (m_changes.empty() && !isNew && !(m_properties && m_properties->IsChanged()))
         return true;

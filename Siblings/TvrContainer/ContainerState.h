@@ -15,7 +15,7 @@ struct DocContainer::State {
     TvlString path;
     bool isWritable = false;
     bool isNew = false;
-    bool isBroken = false;                         // memory ran out in the middle of an operation
+    bool isBroken = false;   // an operation ended in the middle, for want of memory, or knows less than there is
     int exceptions = std::uncaught_exceptions();   // on their way when the container was opened
     long long maxEntryBytes = kMaxEntryBytes;
     TvrContainers::ZipArchive archive;

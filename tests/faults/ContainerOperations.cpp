@@ -30,6 +30,14 @@ struct Containers : WorkspaceFaultWorld {
     const TvlString path = FaultWorld::Path("user/a.tvws");
 };
 
+/// From before there were identifiers: a first read gives it some.
+struct OldWorkspace : WorkspaceFaultWorld {
+    OldWorkspace() { PutOldWorkspace("user/a.tvws"); }
+
+    bool isDone = false;
+    const TvlString path = FaultWorld::Path("user/a.tvws");
+};
+
 struct Workspaces : Containers {
     Workspaces()
     {
@@ -96,7 +104,11 @@ HeapOperations ContainerOperations()
                         ZipContainerSchema::Metadata::Title, L"de", L"ein Titel von einiger Länge"))
                     containers.isDone = container.Close();
             },
-            [](Containers& containers, const HeapRun& outcome) { containers.Check("old", outcome); },
+            [](Containers& containers, const HeapRun& outcome) {
+                const auto title = WorkspaceFile(containers.path).GetTitle();
+                EXPECT_TRUE(!containers.isDone || title.GetLangString(L"de") == L"ein Titel von einiger Länge");
+                containers.Check("old", outcome);
+            },
             Containers::HasFailed),
         Row<Containers>(
             "Create",
@@ -120,12 +132,12 @@ HeapOperations ContainerOperations()
 HeapOperations WorkspaceOperations()
 {
     return {
-        Row<Containers>(
-            "InitializeMetadata",
-            [](Containers& containers) { containers.isDone = WorkspaceFile(containers.path).InitializeMetadata(); },
-            [](Containers& containers, const HeapRun& outcome) {
-                containers.isDone = true;   // a read that failed is not tried again, which its object knows alone
-                containers.Check("old", outcome);
+        Row<OldWorkspace>(
+            "InitializeMetadata", [](OldWorkspace& old) { old.isDone = WorkspaceFile(old.path).InitializeMetadata(); },
+            [](OldWorkspace& old, const HeapRun& outcome) {
+                EXPECT_TRUE(old.isDone || outcome.hasFailed);
+                OldWorkspace::CheckOldWorkspace("user/a.tvws");
+                old.isDone = false;
             }),
         Row<Workspaces>(
             "AddFile",
@@ -159,7 +171,12 @@ HeapOperations WorkspaceOperations()
                 workspaces.isDone = static_cast<bool>(WorkspaceFile::CreateFrom(FaultWorld::Path("user/made.tvws"),
                     workspaces.path, L"a title", L"what it is for, at some length"));
             },
-            [](Workspaces& workspaces, const HeapRun& outcome) { workspaces.CheckMade(outcome); }),
+            [](Workspaces& workspaces, const HeapRun& outcome) {
+                workspaces.CheckMade(outcome);
+                const WorkspaceFile made(FaultWorld::Path("user/made.tvws"));
+                EXPECT_TRUE(!workspaces.isDone || made.GetTitle().GetDefaultLangString() == L"a title");
+                workspaces.isDone = false;
+            }),
         Row<Workspaces>(
             "Export",
             [](Workspaces& workspaces) {
@@ -168,6 +185,14 @@ HeapOperations WorkspaceOperations()
                 workspaces.isDone = static_cast<bool>(WorkspaceFile::Export(
                     FaultWorld::Path("user/made.tvws"), workspaces.path, kSettingsEntry, {}, workspaces.settings));
             },
-            [](Workspaces& workspaces, const HeapRun& outcome) { workspaces.CheckMade(outcome); }),
+            [](Workspaces& workspaces, const HeapRun& outcome) {
+                workspaces.CheckMade(outcome);
+                WorkspaceFileExportSettings read;
+                EXPECT_TRUE(!workspaces.isDone
+                    || (WorkspaceFile::ReadExportSettings(FaultWorld::Path("user/made.tvws"), read)
+                        && Workspaces::EntryOf("user/made.tvws", kSettingsEntry) == "none"))
+                    << "described, and without what was to be left out";
+                workspaces.isDone = false;
+            }),
     };
 }

@@ -115,7 +115,7 @@ HeapOperations EnvironmentOperations()
                 locations.front() = stored.locations.front();
                 EXPECT_EQ(locations, stored.locations) << "those that stay";
             }),
-        // A folder that can't be listed counts as empty, which nobody is told.
+        // Without a report nobody is told of a folder that could not be listed.
         SilentRow<Moving>(
             "MigrateContent",
             [](Moving& moving) {

@@ -2,11 +2,11 @@
 // to be done is there; and after the next success nothing else lies about.
 #include "FileOperation.h"
 #include "MemoryFiles.h"
+#include "OldOrNew.h"
 #include "Tally.h"
 
 #include <gtest/gtest.h>
 #include <string>
-#include <string_view>
 
 namespace {
 using Fault = MemoryFiles::Fault;
@@ -30,24 +30,14 @@ constexpr int kMostBytes = 60000;   // by which files grow on the way, at most
 std::vector<FileOperation> AllOperations()
 {
     std::vector<FileOperation> all = WritesOfWorkspaces();
-    for (FileOperation& operation : WritesOfTheUser())
-        all.push_back(std::move(operation));
-    for (FileOperation& operation : WritesOfPapers())
-        all.push_back(std::move(operation));
+    for (FileOperations group : {WritesOfManagers(), WritesOfTheUser(), WritesOfPapers()})
+        for (FileOperation& operation : group)
+            all.push_back(std::move(operation));
     return all;
 }
 
 class FileFaults : public testing::TestWithParam<FileOperation> {
 protected:
-    static std::size_t CountAsides(const MemoryFiles& files)
-    {
-        constexpr std::string_view kEnd = ".aside\n";
-        const std::string names = files.ListFiles();
-        std::size_t count = 0;
-        for (std::size_t at = 0; (at = names.find(kEnd, at)) != names.npos; at += kEnd.size())
-            ++count;
-        return count;
-    }
     /// Runs the operation to its end or that of the process.
     static FileRun Run(const FileTrial& trial)
     {
@@ -93,9 +83,7 @@ protected:
         EXPECT_TRUE(next.isDone) << "with sound files again";
         trial.forget();
         trial.check(next);
-        EXPECT_LE(trial.files->CountFiles() - (GetParam().writesAgain ? 0 : CountAsides(*trial.files)), soundFiles)
-            << "leftovers:\n"
-            << trial.files->ListFiles();
+        ExpectNoLeftovers(trial.files->CountFiles(), soundFiles, trial.files->ListFiles());
         Tally::Get().Add("file faults survived", run.hasFailed && !HasFailure() ? 1 : 0);
         return run.hasFailed;
     }

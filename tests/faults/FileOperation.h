@@ -29,10 +29,9 @@ struct FileTrial {
 struct FileOperation {
     const char* name;
     std::size_t recorded;   // file operations that it is known to do; fewer of them say that the seam has come loose
+    /// Makes the world of a trial. A second run writes every file that a first one did: what a failed writer could not take
+    /// away from beside a file goes with the next success on that file, and on no other.
     std::function<FileTrial()> begin;
-    /// Whether a second run writes every file that a first one did. What a failed writer could not take away from beside a
-    /// file goes with the next success on that file, and on no other.
-    bool writesAgain = true;
 
     friend void PrintTo(const FileOperation& operation, std::ostream* out) { *out << operation.name; }
 };
@@ -54,5 +53,6 @@ using FileOperations = std::vector<FileOperation>;
 
 // One function for each group, in a file of its own.
 FileOperations WritesOfWorkspaces();
+FileOperations WritesOfManagers();
 FileOperations WritesOfTheUser();
 FileOperations WritesOfPapers();

@@ -8,6 +8,8 @@
 namespace {
 using Result = WorkspaceManagerTypes::Result;
 
+constexpr const char* kNew = "user/Workspaces/New.tvws";
+
 /// With a manager that has come up before.
 struct Started : ManagerWorld {
     Started() { Restart(); }
@@ -18,7 +20,6 @@ void CheckResult(ManagerWorld& managers, const HeapRun& outcome)
 {
     EXPECT_TRUE(managers.result == Result::Ok || outcome.hasFailed) << static_cast<int>(managers.result);
     managers.result = Result::InitFailed;
-    managers.mayMix = managers.mayMix || outcome.hasFailed;
     managers.CheckNextStart();
 }
 }   // namespace
@@ -45,10 +46,13 @@ HeapOperations ManagerOperations()
                 managers.result = managers.Manager().CreateNewWorkspace(L"New", L"A", L"a title", L"a description");
             },
             [](Started& managers, const HeapRun& outcome) {
+                const bool isDone = managers.result == Result::Ok;
                 CheckResult(managers, outcome);
-                const bool isThere = managers.world.Get("user/Workspaces/New.tvws").has_value();
-                EXPECT_TRUE(isThere || outcome.hasFailed);
-                EXPECT_EQ(managers.EntryOf("user/Workspaces/New.tvws", kOtherEntry), isThere ? "other" : "none");
+                const bool isThere = managers.world.Get(kNew).has_value();
+                EXPECT_TRUE(isThere || !isDone);
+                EXPECT_EQ(managers.EntryOf(kNew, kOtherEntry), isThere ? "other" : "none");
+                const auto title = WorkspaceFile(FaultWorld::Path(kNew)).GetTitle();
+                EXPECT_TRUE(!isDone || title.GetDefaultLangString() == L"a title");
             }),
         Row<Started>(
             "DeleteWorkspace",
@@ -58,7 +62,9 @@ HeapOperations ManagerOperations()
             },
             [](Started& managers, const HeapRun& outcome) {
                 CheckResult(managers, outcome);
-                EXPECT_TRUE(!managers.world.Get("user/Workspaces/New.tvws") || outcome.hasFailed);
+                const bool isThere = managers.world.Get(kNew).has_value();
+                EXPECT_TRUE(!isThere || outcome.hasFailed);
+                EXPECT_EQ(managers.EntryOf(kNew, kOtherEntry), isThere ? "other" : "none");
             }),
         Row<Started>(
             "ExportWorkspace",
@@ -70,6 +76,8 @@ HeapOperations ManagerOperations()
                 const bool isThere = managers.world.Get("user/exported.tvws").has_value();
                 EXPECT_TRUE(isThere || outcome.hasFailed);
                 EXPECT_EQ(managers.EntryOf("user/exported.tvws", kOtherEntry), isThere ? "other" : "none");
+                EXPECT_TRUE(outcome.hasFailed || managers.EntryOf("user/exported.tvws", kSettingsEntry) == "none")
+                    << "it was to be left out";
                 CheckResult(managers, outcome);
             }),
         Row<Started>(
@@ -87,7 +95,7 @@ HeapOperations ManagerOperations()
                 managers.result = Result::Ok;
             },
             [](Started& managers, const HeapRun& outcome) {
-                EXPECT_TRUE(managers.count == 6 || outcome.hasFailed) << managers.count;
+                EXPECT_TRUE(managers.count == 8 || outcome.hasFailed) << managers.count;
                 CheckResult(managers, outcome);
             }),
     };

@@ -59,7 +59,14 @@ struct Preferences {
 struct Settings {
     Settings()
     {
+        world.Put("user/before.ini", "[Tools/Line]\r\nWidth=before\r\nColor=2\r\n[Other]\r\nx=1\r\n");
+        IniUpdateRegistry(FaultWorld::Path("user/before.ini").c_str());
         world.Put("user/settings.ini", "[Tools/Line]\r\nWidth=a value of some length\r\nColor=2\r\n[Other]\r\nx=1\r\n");
+    }
+    static TvlString Preference(const wchar_t* name)
+    {
+        const auto value = CAppPrefManager::GetInstance().GetStore()->Read(name);
+        return value ? TvlPref::ValueAs<TvlString>(*value).value_or(L"") : TvlString(L"none");
     }
 
     FaultWorld world;
@@ -154,9 +161,13 @@ HeapOperations RegistryOperations()
             "IniUpdateRegistry", [](Settings&) { IniUpdateRegistry(FaultWorld::Path("user/settings.ini").c_str()); },
             [](Settings& settings, const HeapRun& outcome) {
                 EXPECT_EQ(settings.world.registry.OpenKeys(), 0u);
-                const auto width = CAppPrefManager::GetInstance().GetStore()->Read(L"Tools/Line/Width");
+                const TvlString width = Settings::Preference(L"Tools/Line/Width");
+                const bool isWhole =
+                    Settings::Preference(L"Tools/Line/Color") == L"2" && Settings::Preference(L"Other/x") == L"1";
                 const bool isApplying = settings.world.Get("user/settings.ini.applying").has_value();
-                EXPECT_TRUE(width || isApplying || outcome.hasFailed) << "what is half done is marked";
+                const bool isApplied = isWhole && width == L"a value of some length";
+                const bool isUntouched = isWhole && width == L"before" && outcome.hasFailed;
+                EXPECT_TRUE(isApplied || isApplying || isUntouched) << "what is half done is marked";
                 EXPECT_FALSE(isApplying && outcome.IsSound());
             }),
     };

@@ -1,48 +1,13 @@
-// What is written of workspaces.
+// What is written of workspaces as files.
 #include "FileOperation.h"
-#include "ManagerWorld.h"
+#include "WorkspaceFaultWorld.h"
 #include "WorkspaceFile.h"
-#include "siblings/TvlUtils/SystemIO.h"
+#include "siblings/TvrContainer/WorkspaceContainer.h"
 
 #include <gtest/gtest.h>
-#include <string_view>
 
 namespace {
-using Result = WorkspaceManagerTypes::Result;
-namespace File = TvlUtils::SystemIO::File;
-
-constexpr const char* kDefault = "user/Workspaces/_default.tvws";
-constexpr const char* kSettings = "user/Workspaces/settings.ini";
-
-struct Managing : ManagerWorld {
-    void Forget() { manager.reset(); }
-};
-
-void CheckNextStart(Managing& managing, const FileRun&)
-{
-    managing.CheckNextStart();
-    managing.Forget();
-}
-
-/// A copy is whole or not there, and there when it was told to be.
-void CheckCopy(Managing& managing, const char* name, const FileRun& run)
-{
-    const bool isThere = managing.world.Get(name).has_value();
-    EXPECT_TRUE(isThere || !run.isDone);
-    EXPECT_EQ(ManagerWorld::EntryOf(name, kOtherEntry), isThere ? "other" : "none");
-    managing.CheckNextStart();
-    managing.Forget();
-}
-
-/// The current workspace's settings have changed since they were taken from it.
-struct Changed : Managing {
-    Changed()
-    {
-        Restart();
-        world.Put(kSettings, changed);
-    }
-    const std::string changed = SettingsText("changed");
-};
+using TvlUtils::Guid;
 
 struct OneFile : WorkspaceFaultWorld {
     OneFile()
@@ -50,14 +15,43 @@ struct OneFile : WorkspaceFaultWorld {
         PutWorkspace("user/a.tvws", "old");
         world.Put("user/source.ini", "new");
         world.Put("user/target.ini", "before");
+        world.Put("user/extra", "before");
         WorkspaceFile(path).InitializeMetadata();
     }
     void Forget() { }
-    void Check(const std::string& next, const FileRun& run)
+    void Check(const std::string& next, const FileRun& run, const wchar_t* entry = kSettingsEntry,
+        const std::string& old = "old") const
     {
-        const std::string settings = EntryOf("user/a.tvws", kSettingsEntry);
-        EXPECT_TRUE(settings == next || (settings == "old" && !run.isDone)) << settings;
+        const std::string found = EntryOf("user/a.tvws", entry);
+        EXPECT_TRUE(found == next || (found == old && !run.isDone)) << found;
         EXPECT_EQ(EntryOf("user/a.tvws", kOtherEntry), "other");
+    }
+    /// The file has the old bytes or the workspace's, or is missing.
+    void CheckExtracted(const char* name, const std::string& next, const FileRun& run) const
+    {
+        const std::string target = world.Get(name).value_or("none");
+        EXPECT_TRUE(target == next || ((target == "before" || target == "none") && run.hasFailed)) << name << target;
+    }
+
+    const TvlString path = FaultWorld::Path("user/a.tvws");
+    const std::vector<WorkspaceFile::FilePair> extra = {{kExtraEntry, FaultWorld::Path("user/extra")}};
+};
+
+/// A workspace from before there were identifiers, whose configuration carries one.
+struct Unidentified : WorkspaceFaultWorld {
+    Unidentified() { PutOldWorkspace("user/a.tvws"); }
+    void Forget() { }
+    void Check(const FileRun& run) const
+    {
+        const Guid onDisk = StoredInstance();
+        EXPECT_TRUE(!onDisk.IsNil() || run.hasFailed) << "it was given none";
+        CheckOldWorkspace("user/a.tvws");
+        EXPECT_TRUE(onDisk.IsNil() || onDisk == StoredInstance()) << "it had one already";
+    }
+    Guid StoredInstance() const
+    {
+        const auto container = WorkspaceContainer::Open(path, ZipFile::OpenMode::Read);
+        return container.GetMetadata(ZipContainerSchema::Metadata::InstanceID).GetOr(Guid());
     }
 
     const TvlString path = FaultWorld::Path("user/a.tvws");
@@ -66,84 +60,29 @@ struct OneFile : WorkspaceFaultWorld {
 
 FileOperations WritesOfWorkspaces()
 {
-    FileOperations operations = {
-        FileRow<Managing>(
-            "start", 20,
-            [](Managing& managing) {
-                managing.Restart();
-                return managing.manager->GetCurrentWorkspace() != nullptr;
-            },
-            CheckNextStart),
-        FileRow<Managing>(
-            "switch", 60,
-            [](Managing& managing) {
-                managing.Restart();
-                const Result result = managing.manager->SetCurrentWorkspace(L"A", false, false);
-                managing.End();
-                return result == Result::Ok;
-            },
-            [](Managing& managing, const FileRun& run) {
-                managing.mayMix = managing.mayMix || run.hasFailed;
-                CheckNextStart(managing, run);
-            }),
-        FileRow<Managing>(
-            "create", 60,
-            [](Managing& managing) {
-                managing.Restart();
-                managing.manager->DeleteWorkspace(L"New");
-                const Result result = managing.manager->CreateNewWorkspace(L"New", L"A", L"title", L"about");
-                managing.End();
-                return result == Result::Ok;
-            },
-            [](Managing& managing, const FileRun& run) { CheckCopy(managing, "user/Workspaces/New.tvws", run); }),
-        FileRow<Managing>(
-            "export", 60,
-            [](Managing& managing) {
-                managing.Restart();
-                const TvlString path = FaultWorld::Path("user/exported.tvws");
-                File::Delete(path);
-                // The result does not tell: there is no target when the copy failed.
-                const bool isDone = managing.manager->ExportWorkspace(path, {}) == Result::Ok && File::Exists(path);
-                managing.End();
-                return isDone;
-            },
-            [](Managing& managing, const FileRun& run) { CheckCopy(managing, "user/exported.tvws", run); }),
-        FileRow<Managing>(
-            "delete", 60,
-            [](Managing& managing) {
-                managing.Restart();
-                managing.manager->CreateNewWorkspace(L"New", L"A", L"title", L"about");
-                const Result result = managing.manager->DeleteWorkspace(L"New");
-                managing.End();
-                return result == Result::Ok;
-            },
-            [](Managing& managing, const FileRun& run) {
-                // The result does not tell whether the file has gone.
-                const std::string copy = ManagerWorld::EntryOf("user/Workspaces/New.tvws", kOtherEntry);
-                EXPECT_TRUE(copy == "none" || (copy == "other" && run.hasFailed)) << copy;
-                managing.CheckNextStart();
-                managing.Forget();
-            }),
-        FileRow<Changed>(
-            "shutdown", 20,
-            [](Changed& changed) {
-                changed.Manager().AppShuttingDown();
-                return true;
-            },
-            [](Changed& changed, const FileRun& run) {
-                const std::string settings = ManagerWorld::EntryOf(kDefault, kSettingsEntry);
-                const bool isSaved = settings == changed.changed;
-                EXPECT_TRUE(isSaved || (settings == SettingsText("_default") && run.hasFailed)) << settings;
-                EXPECT_EQ(ManagerWorld::EntryOf(kDefault, kOtherEntry), "other");
-                const std::string kept = changed.world.Get(kSettings).value_or("none");
-                EXPECT_TRUE(kept == changed.changed) << "what was not saved is still there: " << kept;
-            }),
+    return {
         FileRow<OneFile>(
             "save_settings", 14,
             [](OneFile& file) {
-                return WorkspaceFile(file.path).SaveSettings(FaultWorld::Path("user/source.ini"), {});
+                return WorkspaceFile(file.path).SaveSettings(FaultWorld::Path("user/source.ini"), file.extra);
             },
-            [](OneFile& file, const FileRun& run) { file.Check("new", run); }),
+            [](OneFile& file, const FileRun& run) {
+                file.Check("new", run);
+                // The result does not tell of it.
+                const std::string saved = OneFile::EntryOf("user/a.tvws", kExtraEntry);
+                EXPECT_TRUE(saved == "before" || (saved == ExtraOf("old") && run.hasFailed)) << saved;
+            }),
+        FileRow<OneFile>(
+            "load_settings", 20,
+            [](OneFile& file) {
+                return WorkspaceFile(file.path).LoadSettings(FaultWorld::Path("user/target.ini"), file.extra);
+            },
+            [](OneFile& file, const FileRun& run) {
+                file.CheckExtracted("user/target.ini", "old", run);
+                file.CheckExtracted("user/extra", ExtraOf("old"), run);
+                EXPECT_TRUE(file.world.Get("user/target.ini") == "old" || !run.isDone);
+                file.Check("old", run);
+            }),
         FileRow<OneFile>(
             "extract", 10,
             [](OneFile& file) {
@@ -154,11 +93,32 @@ FileOperations WritesOfWorkspaces()
                 EXPECT_TRUE(target == "old" || (target == "before" && !run.isDone)) << target;
                 file.Check("old", run);
             }),
+        FileRow<OneFile>(
+            "save_configuration", 10,
+            [](OneFile& file) {
+                WXmlDoc document(false);
+                return document.CreateFromString(L"<ui/>") && WorkspaceFile(file.path).SaveUIConfigFromXML(document);
+            },
+            [](OneFile& file, const FileRun& run) {
+                const std::string entry = OneFile::EntryOf(
+                    "user/a.tvws", ZipContainerSchema::GetContentFilename(WorkspaceContainerSchema::workspaceFile));
+                EXPECT_TRUE(entry.find("<ui") != entry.npos || (entry == "none" && !run.isDone)) << entry;
+                file.Check("old", run);
+            }),
+        FileRow<OneFile>(
+            "delete_entry", 20,
+            [](OneFile& file) {
+                WorkspaceFile workspace(file.path);
+                return workspace.AddFile(FaultWorld::Path("user/source.ini"), L"content/more")
+                    && workspace.DeleteFile(L"content/more");
+            },
+            [](OneFile& file, const FileRun& run) {
+                const std::string entry = OneFile::EntryOf("user/a.tvws", L"content/more");
+                EXPECT_TRUE(entry == "none" || (entry == "new" && !run.isDone)) << entry;
+                file.Check("old", run);
+            }),
+        FileRow<Unidentified>(
+            "identity", 15, [](Unidentified& file) { return WorkspaceFile(file.path).InitializeMetadata(); },
+            [](Unidentified& file, const FileRun& run) { file.Check(run); }),
     };
-    // A second switch to the workspace that is current already saves nothing to the one before; where a first run made a
-    // workspace that it could not delete, the second one only deletes it.
-    for (FileOperation& operation : operations)
-        operation.writesAgain =
-            operation.name != std::string_view("switch") && operation.name != std::string_view("delete");
-    return operations;
 }

@@ -79,6 +79,11 @@ TEST_F(Files, AreFoundInTheirOrder)
     EXPECT_EQ(
         File::Find(At("sub"), L"*.x", true, true), (Paths{At("sub/a.x"), At("sub/deep.x"), At("sub/deep.x/d.x")}));
     EXPECT_EQ(File::Find(At("missing"), L"*", true, true), Paths());
+    Paths found{At("x")};
+    EXPECT_TRUE(File::Find(At("missing"), L"*", true, true, found).IsMissing());
+    EXPECT_EQ(found, Paths());
+    EXPECT_TRUE(File::Find(At("sub"), L"a.*", true, true, found));
+    EXPECT_EQ(found, Paths{At("sub/a.x")});
     EXPECT_EQ(File::Find(At("b.x"), L"*", true, true), Paths());
 }
 
@@ -179,6 +184,12 @@ TEST_F(Files, CanBeMadeInAWritableFolder)
     files.Inject(2, MemoryFiles::Fault::Fail);
     EXPECT_FALSE(Folder::IsWritable(L"a", &status));
     EXPECT_EQ(status, Folder::WritableStatus::Refused);
+    files.Inject(4, MemoryFiles::Fault::FailOnward);   // what was made can't be removed
+    EXPECT_FALSE(Folder::IsWritable(L"a", &status));
+    EXPECT_EQ(files.CountFiles(), 1u);
+    files.Restart();
+    EXPECT_TRUE(Folder::IsWritable(L"a", &status));
+    EXPECT_EQ(files.CountFiles(), 0u) << "what an earlier one has left goes";
 }
 
 }   // namespace

@@ -30,16 +30,22 @@ bool IsSameFolder(const TvlString& a, const TvlString& b)
     return SystemIO::Path::Contains(a, b) && SystemIO::Path::Contains(b, a);
 }
 
-/// The files of a location, each once. What lies at the new place is none of them, should that lie in the old one.
-std::set<TvlString> FilesOf(const TvlString& displayName, const TvlString& source, const TvlString& destination)
+/// The files of a location, each once. What lies at the new place is none of them, should that lie in the old one. Gives
+/// the failure of a folder that can't be read.
+SystemIO::FileResult FindFiles(
+    const TvlString& displayName, const TvlString& source, const TvlString& destination, std::set<TvlString>& files)
 {
     const bool isInside = SystemIO::Path::Contains(source, destination);
-    std::set<TvlString> files;
-    for (const wchar_t* const mask : MasksOf(displayName))
-        for (TvlString& file : SystemIO::File::Find(source, mask, true, false))
+    SystemIO::FileResult failure;
+    for (const wchar_t* const mask : MasksOf(displayName)) {
+        std::vector<TvlString> found;
+        if (const auto result = SystemIO::File::Find(source, mask, true, false, found); !result)
+            failure = result;
+        for (TvlString& file : found)
             if (!isInside || !SystemIO::Path::Contains(destination, file))
                 files.insert(std::move(file));
-    return files;
+    }
+    return failure;
 }
 
 /// Empty for a success, else the reason in words.
@@ -58,11 +64,31 @@ TvlString CopyFile(const TvlString& from, const TvlString& to)
     return result ? TvlString() : result.Reason();
 }
 
+/// Tells of a folder that can't be used, though it may well be there.
+void ReportFolder(const TvlString& displayName, const TvlString& source, const TvlString& destination,
+    const SystemIO::FileResult& failure, const Report& report)
+{
+    report({displayName, source, destination, failure.Reason(), 0, 0});
+}
+
+/// Success for a folder; missing when there is something else of this name.
+SystemIO::FileResult CheckFolder(const TvlString& path)
+{
+    SystemIO::FileStatus status;
+    const auto found = SystemIO::FileLayer::Get().Stat(SystemIO::ToFilePath(path), status);
+    return found && status.kind != SystemIO::FileKind::Folder
+        ? SystemIO::FileResult(std::errc::no_such_file_or_directory)
+        : found;
+}
+
 void CopyLocation(
     const TvlString& displayName, const TvlString& source, const TvlString& destination, const Report& report)
 {
-    const auto files = FilesOf(displayName, source, destination);
+    std::set<TvlString> files;
+    const auto found = FindFiles(displayName, source, destination, files);
     MigrationStep step{displayName, {}, {}, {}, 0, files.size()};
+    if (!found)
+        ReportFolder(displayName, source, destination, found, report);
     for (const TvlString& file : files) {
         step.source = file;
         step.target = destination + file.Mid(source.GetLength());
@@ -79,10 +105,13 @@ void CFileLocations::MigrateContent(Moves& moves, Report report)
 {
     for (auto& [displayName, folders] : moves) {
         auto& [to, from] = folders;
-        if (!SystemIO::Folder::Exists(from))
-            continue;
-        to = SystemIO::Path::AddBackslash(to);
-        if (SystemIO::Folder::Exists(to) && !IsSameFolder(from, to))
+        const auto source = CheckFolder(from);
+        if (source)
+            to = SystemIO::Path::AddBackslash(to);
+        const auto destination = source ? CheckFolder(to) : source;
+        if (!destination && !destination.IsMissing())
+            ReportFolder(displayName, from, to, destination, report);
+        else if (destination && !IsSameFolder(from, to))
             CopyLocation(displayName, SystemIO::Path::AddBackslash(from), to, report);
     }
 }

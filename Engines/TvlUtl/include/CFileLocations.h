@@ -92,7 +92,8 @@ public:
     /// writable where it was, and its copy read-only. A failure ends nothing but the copy of that file. New folders get
     /// a separator at their end, in the caller's map.
     static void MigrateContent(Moves& moves);
-    /// The same; `report` is called behind each file, on this thread.
+    /// The same; `report` is called behind each file, on this thread, and before them with the folders themselves and the
+    /// reason when not all that is in the old one could be listed.
     static void MigrateContent(Moves& moves, TvlUtils::basic_safe_function<void(const MigrationStep&)> report);
 
     /// Whether changes of folders on the network are to be followed; true unless the user has turned it off.

@@ -159,8 +159,9 @@ private:
         class WorkspaceContainer& container, const TvlString& path, const std::vector<FilePair>& files);
     void ReadThumbnail(class WorkspaceContainer& container) const;
     void ReadProperties(class WorkspaceContainer& container) const;
+    void ReadIdentity(const class WorkspaceContainer& container) const;
     void Repair(class WorkspaceContainer& container) const;
-    void TakeOldIdentity(class WorkspaceContainer& container) const;
+    void StoreIdentity(class WorkspaceContainer& container) const;
 
     // The order is relied on.
     TvlString Filename;

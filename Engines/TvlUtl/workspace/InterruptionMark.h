@@ -17,10 +17,13 @@ public:
     ~InterruptionMark() = default;
     /// The work is done; the mark goes.
     void Done() const;
+    /// Whether it could be made, or was there before.
+    bool IsThere() const { return m_isThere; }
 
     /// Whether a process ended within the work. To be asked by who excludes others from it.
     static bool WasLeft(const TvlString& settings, const wchar_t* work);
 
 private:
     TvlString m_path;
+    bool m_isThere;
 };

@@ -11,6 +11,7 @@
 
 namespace {
 namespace File = TvlUtils::SystemIO::File;
+using SettingsOrigin::Lack;
 using TvlUtils::InterProcessEvent;
 
 constexpr std::size_t kLimit = 64 * 1024;   // bytes; a path has far fewer
@@ -21,22 +22,27 @@ struct Session {
     std::unique_ptr<InterProcessEvent> event = InterProcessEvent::createEvent(name, 0, 0);
 };
 
-const Session& OwnSession()
+Session& OwnSession()
 {
-    static const Session session;
+    static Session session;
     return session;
 }
 
-/// Workspaces whose settings could not be written, by the file of the settings.
-struct UnreadWorkspaces {
-    std::mutex lock;
-    std::map<std::wstring, TvlString> bySettings;
+struct NotedLack {
+    TvlString workspace;
+    Lack lack;
 };
 
-UnreadWorkspaces& Unread()
+/// By the file of the settings.
+struct Lacks {
+    std::mutex lock;
+    std::map<std::wstring, NotedLack> bySettings;
+};
+
+Lacks& AllLacks()
 {
-    static UnreadWorkspaces unread;
-    return unread;
+    static Lacks lacks;
+    return lacks;
 }
 
 /// The name of the session in the first line, the workspace in the rest.
@@ -67,12 +73,8 @@ bool IsAlive(const TvlString& session)
 void SettingsOrigin::Record(const TvlString& settings, const TvlString& workspace)
 {
     const std::string bytes = TvlPlatform::ToUtf8(OwnSession().name) + '\n' + TvlPlatform::ToUtf8(workspace);
-    static_cast<void>(File::WriteAside(NotePath(settings), bytes));   // where it fails a crash is not recovered from
-}
-
-void SettingsOrigin::Close(const TvlString& settings)
-{
-    if (const auto note = Read(settings); note && note->session == OwnSession().name)
+    // Where it fails a crash is not recovered from; a note of other settings would have these replaced.
+    if (!File::WriteAside(NotePath(settings), bytes))
         File::Delete(NotePath(settings));
 }
 
@@ -82,15 +84,25 @@ bool SettingsOrigin::IsForeign(const TvlString& settings, const TvlString& works
     return note && note->workspace.CompareNoCase(workspace) != 0 && !IsAlive(note->session);
 }
 
-void SettingsOrigin::SetUnread(const TvlString& settings, const TvlString& workspace)
+void SettingsOrigin::SetLack(const TvlString& settings, const TvlString& workspace, Lack lack)
 {
-    const std::lock_guard hold(Unread().lock);
-    Unread().bySettings.insert_or_assign(settings.Std(), workspace);
+    const std::lock_guard hold(AllLacks().lock);
+    AllLacks().bySettings.insert_or_assign(settings.Std(), NotedLack{workspace, lack});
 }
 
-bool SettingsOrigin::IsUnread(const TvlString& settings, const TvlString& workspace)
+Lack SettingsOrigin::LackOf(const TvlString& settings, const TvlString& workspace)
 {
-    const std::lock_guard hold(Unread().lock);
-    const auto found = Unread().bySettings.find(settings.Std());
-    return found != Unread().bySettings.end() && !workspace.IsEmpty() && found->second.CompareNoCase(workspace) == 0;
+    const std::lock_guard hold(AllLacks().lock);
+    const auto found = AllLacks().bySettings.find(settings.Std());
+    if (found == AllLacks().bySettings.end())
+        return Lack::None;
+    const auto& [noted, lack] = found->second;
+    return lack == Lack::Unapplied || noted.CompareNoCase(workspace) == 0 ? lack : Lack::None;
+}
+
+void SettingsOrigin::BeginSession()
+{
+    OwnSession() = Session();
+    const std::lock_guard hold(AllLacks().lock);
+    AllLacks().bySettings.clear();
 }

@@ -7,14 +7,20 @@ namespace SettingsOrigin {
 
 /// Notes in "<settings>.origin" that the settings there are those of `workspace`, and that this process works with them.
 void Record(const TvlString& settings, const TvlString& workspace);
-/// The settings are back in their workspace: takes this process's note away.
-void Close(const TvlString& settings);
 /// Whether a process that has died left the settings of another workspace than `workspace`. What runs is in order.
 bool IsForeign(const TvlString& settings, const TvlString& workspace);
 
-/// Notes, for this process, that the settings there are not those of `workspace`, since they could not be written: they
-/// must not be saved into it. An empty text takes the note away.
-void SetUnread(const TvlString& settings, const TvlString& workspace);
-bool IsUnread(const TvlString& settings, const TvlString& workspace);
+/// Why the settings on disk must not be saved into a workspace.
+enum class Lack {
+    None,        ///< they are its own
+    Unwritten,   ///< those of the workspace could not be written: others are there
+    Unapplied,   ///< they are not the preferences, of which the application makes the settings: whichever workspace it is
+};
+/// Notes, for this process, what `workspace` lacks; about others nothing is known from then on.
+void SetLack(const TvlString& settings, const TvlString& workspace, Lack lack);
+Lack LackOf(const TvlString& settings, const TvlString& workspace);
+
+/// For tests: what follows is done by another process than what was before.
+void BeginSession();
 
 }   // namespace SettingsOrigin

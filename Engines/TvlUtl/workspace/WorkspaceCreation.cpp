@@ -93,6 +93,8 @@ WorkspaceFile WorkspaceFile::Export(const TvlString& target, const TvlString& so
     SaveExportSettings(container, settings);
     if (!settings.ExportApplicationData) {
         container.DeleteFileW(settingsName);
+        // Managers name the file on disk that the entry is extracted to.
+        container.DeleteFileW(ContentPath(Path::GetFileName(settingsName).c_str()));
         for (const FilePair& file : files)
             container.DeleteFileW(file.first);
     }

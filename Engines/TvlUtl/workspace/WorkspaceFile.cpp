@@ -5,11 +5,30 @@
 #include "WorkspaceAccess.h"
 #include "siblings/TvlUtils/SystemIO.h"
 
+#include <optional>
 #include <utility>
 
 using TvlUtils::Guid;
 namespace Properties = ZipContainerSchema::Metadata;
 namespace WorkspaceProperties = WorkspaceContainerSchema::Metadata;
+
+namespace {
+/// The identity that the configuration of a file carries which is older than these properties: nil where it has none, nothing
+/// where it can't be read this time.
+std::optional<Guid> OldIdentity(const WorkspaceContainer& container)
+{
+    const TvlString name = ContentPath(WorkspaceContainerSchema::workspaceFile);
+    if (!container.DoesFileExist(name))
+        return Guid();
+    const TvlUtils::Stream stream = container.OpenFile(name, false);
+    if (!stream)
+        return std::nullopt;
+    WXmlDoc document(false);
+    document.Load(stream);   // without a document there is no such node
+    const WXmlNode application = document.GetRootNode().GetNode(WXPath(L"//applicationInfo"));
+    return Guid(application.Attribute(L"workspaceID").GetString(L""));
+}
+}   // namespace
 
 WorkspaceFile::WorkspaceFile(const TvlString& path)
     : Filename(path), Name(TvlUtils::SystemIO::Path::GetFileNameWithoutExtension(path))
@@ -137,9 +156,9 @@ bool WorkspaceFile::InitializeMetadata() const
     if (!container)
         return false;
     ReadProperties(container);
+    PreviewAvailable = !container.GetThumbnailInfo().first.IsEmpty();
     if (DocumentID.IsNil() || InstanceID.IsNil())
         Repair(container);
-    PreviewAvailable = !container.GetThumbnailInfo().first.IsEmpty();
     container.Close();
     return true;
 }
@@ -154,40 +173,47 @@ void WorkspaceFile::ReadProperties(WorkspaceContainer& container) const
     Category = texts(WorkspaceProperties::Category);
     Description = texts(Properties::Description);
     UIOrder = reader.GetMetadata(WorkspaceProperties::UIOrder).GetOr(kUserWorkspaceOrder);
-    DocumentID = reader.GetMetadata(Properties::DocumentID).GetOr(Guid());
-    InstanceID = reader.GetMetadata(Properties::InstanceID).GetOr(Guid());
-    DerivedFrom = reader.GetMetadata(Properties::DerivedFrom).GetOr(std::vector<Guid>());
+    ReadIdentity(container);
+}
+
+void WorkspaceFile::ReadIdentity(const WorkspaceContainer& container) const
+{
+    DocumentID = container.GetMetadata(Properties::DocumentID).GetOr(Guid());
+    InstanceID = container.GetMetadata(Properties::InstanceID).GetOr(Guid());
+    DerivedFrom = container.GetMetadata(Properties::DerivedFrom).GetOr(std::vector<Guid>());
 }
 
 void WorkspaceFile::Repair(WorkspaceContainer& container) const
 {
+    // What goes wrong with this container from here on keeps it from being written.
     container.Close();
     container = OpenWorkspaceForWriting(Filename);
-    // A file that can't be written keeps these identifiers for the object's life alone.
-    if (DocumentID.IsNil()) {
+    const bool isWritable = static_cast<bool>(container);
+    if (!isWritable)
+        container = OpenWorkspaceForReading(Filename);
+    if (container)
+        ReadIdentity(container);   // another process may have been faster, or the first read failed
+    const bool isLacking = DocumentID.IsNil() || InstanceID.IsNil();
+    const std::optional<Guid> old = isLacking && DerivedFrom.empty() ? OldIdentity(container) : Guid();
+    if (old && !old->IsNil()) {
+        DerivedFrom = DocContainer::AddToDerivedFromList({}, *old);
+        DocumentID = *old;
+    }
+    if (DocumentID.IsNil())
         DocumentID = Guid::Generate();
-        container.SetMetadata(Properties::DocumentID, DocumentID);
-    }
-    if (InstanceID.IsNil()) {
+    if (InstanceID.IsNil())
         InstanceID = Guid::Generate();
-        container.SetMetadata(Properties::InstanceID, InstanceID);
-    }
-    if (DerivedFrom.empty())
-        TakeOldIdentity(container);
+    // A file that can't be read as a whole or written keeps these for the object's life alone.
+    if (isLacking && isWritable && old)
+        StoreIdentity(container);
+    container.Close();
 }
 
-void WorkspaceFile::TakeOldIdentity(WorkspaceContainer& container) const
+void WorkspaceFile::StoreIdentity(WorkspaceContainer& container) const
 {
-    container.Close();
-    WXmlDoc document(false);
-    LoadUIConfigIntoXML(document);
-    container = WorkspaceContainer::Open(Filename, ZipFile::OpenMode::ReadWrite);
-    const WXmlNode application = document.GetRootNode().GetNode(WXPath(L"//applicationInfo"));
-    const Guid identity(application.Attribute(L"workspaceID").GetString(L""));
-    if (identity.IsNil())
-        return;
-    DerivedFrom = DocContainer::AddToDerivedFromList({}, identity);
-    DocumentID = identity;
-    container.SetMetadata(Properties::DerivedFrom, DerivedFrom);
+    // In one step: a file that has some of them would never be looked at again.
     container.SetMetadata(Properties::DocumentID, DocumentID);
+    container.SetMetadata(Properties::InstanceID, InstanceID);
+    if (!DerivedFrom.empty())
+        container.SetMetadata(Properties::DerivedFrom, DerivedFrom);
 }

@@ -38,14 +38,14 @@ bool WorkspaceManager::CopyIconsFromWorkspace(const WorkspaceFile& source)
     const WorkspaceFile* const current = GetCurrentWorkspace();
     if (source.GetFilename().IsEmpty() || !current)
         return false;
-    const std::vector<TvlString> entries = source.GetFilesInDirectory(IconsFolder() + L".*");
     WorkspaceContainer from = OpenWorkspaceForReading(source.GetFilename());
     WorkspaceContainer to = OpenWorkspaceForWriting(current->GetFilename());
     if (!from || !to)
         return false;
     bool added = true;
     IconAllowance allowance(source.GetFilename());
-    for (const TvlString& entry : entries) {
+    // Of the container that is open: a second one could fail, and would count as one without icons.
+    for (const TvlString& entry : from.GetFileNames(IconsFolder() + L".*", true)) {
         if (!Path::HasExtension(entry, WorkspaceNames::kIconExtension))
             continue;
         if (!allowance.HasRoom()) {

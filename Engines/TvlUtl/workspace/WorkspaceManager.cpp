@@ -1,5 +1,6 @@
 #include "WorkspaceManager.h"
 
+#include "SettingsOrigin.h"
 #include "WorkspaceNames.h"
 #include "siblings/TvlComponent/Application.h"
 #include "siblings/TvlConfig/DocumentFolders.h"
@@ -66,7 +67,13 @@ void WorkspaceManager::ChangeTo(const TvlString& path, bool notify)
     // The application was called meanwhile: the list may have become empty.
     if (WorkspaceFile* const current = GetCurrentWorkspace())
         SaveSettingsToWorkspace(*current);
-    SetCurrentWorkspaceIndex(GetWorkspaceIndex(path));
+    const unsigned long long index = GetWorkspaceIndex(path);
+    const auto& files = GetWorkspaces();
+    // Until they are extracted: an exception on the way must not leave those of one workspace to another.
+    if (index < static_cast<unsigned long long>(files.end() - files.begin()))
+        SettingsOrigin::SetLack(GetProfileSettingsFile(),
+            (files.begin() + static_cast<std::ptrdiff_t>(index))->GetFilename(), SettingsOrigin::Lack::Unwritten);
+    SetCurrentWorkspaceIndex(index);
     if (WorkspaceFile* const current = GetCurrentWorkspace())
         ExtractSettingsFromWorkspace(*current);
     InitializeIcons();

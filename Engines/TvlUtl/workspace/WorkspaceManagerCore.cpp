@@ -1,6 +1,6 @@
 #include "WorkspaceManagerCore.h"
 
-#include "IniUpdateRegistry.h"
+#include "AppliedSettings.h"
 #include "InterruptionMark.h"
 #include "SettingsOrigin.h"
 #include "TopMostOwnerWnd.h"
@@ -22,6 +22,7 @@
 #include <cwchar>
 #include <limits>
 
+using SettingsOrigin::Lack;
 using WorkspaceManagerTypes::Result;
 
 namespace {
@@ -66,11 +67,14 @@ std::vector<TvlString> WorkspaceFilesOf(const TvlString& folder)
     return File::Find(folder, TvlString(L"*.") + WorkspaceNames::kExtension, false, false);
 }
 
-/// Whether a workspace's settings could not be written and nothing is in their place: the mark of the work stays then, so
-/// that the next start tries again.
-bool IsWithoutSettings(const TvlString& settings, const WorkspaceFile* file)
+/// Whether the mark of an extraction stays, so that the next start tries again: there is no workspace, the preferences are
+/// not its, or its settings could not be written and nothing is in their place.
+bool MustExtractAgain(const TvlString& settings, const WorkspaceFile* file)
 {
-    return file && SettingsOrigin::IsUnread(settings, file->GetFilename()) && !File::Exists(settings);
+    if (!file)
+        return true;   // the list could not be read
+    const Lack lack = SettingsOrigin::LackOf(settings, file->GetFilename());
+    return lack == Lack::Unapplied || (lack == Lack::Unwritten && !File::Exists(settings));
 }
 
 /// Whether there is nothing of this name. What can't be looked at is not missing: something else would take its place.
@@ -143,7 +147,7 @@ void WorkspaceManagerCore::Reset(WSM_INIT& init, const std::function<bool()>& co
     LoadLastUsedWorkspace();
     if (WorkspaceFile* const current = GetCurrentWorkspace())
         ExtractSettingsFromWorkspace(*current);
-    if (!IsWithoutSettings(GetProfileSettingsFile(), GetCurrentWorkspace()))
+    if (!MustExtractAgain(GetProfileSettingsFile(), GetCurrentWorkspace()))
         mark.Done();
 }
 
@@ -223,7 +227,7 @@ void WorkspaceManagerCore::ClearOldAndApplyNewWS(const WSM_INIT& init)
         ExtractSettingsFromWorkspace(*current);
     if (!isSame && Path::Exists(path))
         WriteKey(kLastUsed, path);
-    if (!IsWithoutSettings(GetProfileSettingsFile(), GetCurrentWorkspace()))
+    if (!MustExtractAgain(GetProfileSettingsFile(), GetCurrentWorkspace()))
         mark.Done();
 }
 
@@ -288,24 +292,26 @@ void WorkspaceManagerCore::ExtractSettingsFromWorkspace(WorkspaceFile& file)
     const auto mutex = AcquireWSMutex();
     const TvlString settings = GetProfileSettingsFile();
     const InterruptionMark mark(settings, InterruptionMark::kExtracting);
+    SettingsOrigin::SetLack(settings, file.GetFilename(), Lack::Unwritten);
     WorkspaceFileExportSettings exported;
     const bool isLoaded = file.LoadSettings(settings, m_additionalFiles, exported);
     // On a full disk another workspace's settings stay there: they must not find their way into this one.
-    const bool isUnread = !isLoaded && HasReadableSettings(file.GetFilename());
-    SettingsOrigin::SetUnread(settings, isUnread ? file.GetFilename() : TvlString());
-    if (!isUnread) {
+    const bool isUnwritten = !isLoaded && HasReadableSettings(file.GetFilename());
+    if (!isUnwritten) {
         ProcessLegacySettings(exported);
         SettingsOrigin::Record(settings, file.GetFilename());
     }
-    IniUpdateRegistry(settings.c_str());
-    if (!IsWithoutSettings(settings, &file))
+    const bool isApplied = ApplySettings(settings);
+    if (!isUnwritten)
+        SettingsOrigin::SetLack(settings, file.GetFilename(), isApplied ? Lack::None : Lack::Unapplied);
+    if (!MustExtractAgain(settings, &file))
         mark.Done();
 }
 
 void WorkspaceManagerCore::SaveSettingsToWorkspace(WorkspaceFile& file)
 {
     const auto mutex = AcquireWSMutex();
-    if (!SettingsOrigin::IsUnread(GetProfileSettingsFile(), file.GetFilename())) {
+    if (SettingsOrigin::LackOf(GetProfileSettingsFile(), file.GetFilename()) == Lack::None) {
         file.SaveSettings(GetProfileSettingsFile(), m_additionalFiles);
         return;
     }
@@ -345,8 +351,10 @@ void WorkspaceManagerCore::RecoverSettings()
             L"A process ended while it changed the workspace; its settings are extracted again: "
                 + current->GetFilename());
         ExtractSettingsFromWorkspace(*current);
-    } else if (InterruptionMark::WasLeft(settings, InterruptionMark::kApplying)) {
-        IniUpdateRegistry(settings.c_str());
+    } else if (InterruptionMark::WasLeft(settings, InterruptionMark::kApplying) && !ApplySettings(settings)) {
+        // Until the end the application may store there what it makes of these preferences.
+        const InterruptionMark mark(settings, InterruptionMark::kExtracting);
+        SettingsOrigin::SetLack(settings, GetCurrentWorkspaceName(), Lack::Unapplied);
     }
 }
 
@@ -368,10 +376,13 @@ void WorkspaceManagerCore::AppShuttingDown()
     if (current)
         SaveSettingsToWorkspace(*current);
     CleanTemporaryIconFolder();
-    // The next start begins with the workspace that the settings are of.
-    if (IsInitialized() && !(current && SettingsOrigin::IsUnread(GetProfileSettingsFile(), current->GetFilename())))
+    // The next start begins with the workspace that the settings are of, or are extracted of again.
+    const TvlString settings = GetProfileSettingsFile();
+    const Lack lack = current ? SettingsOrigin::LackOf(settings, current->GetFilename()) : Lack::None;
+    const bool isKnown = lack == Lack::None
+        || (lack == Lack::Unapplied && InterruptionMark(settings, InterruptionMark::kExtracting).IsThere());
+    if (IsInitialized() && isKnown)
         WriteLastUsedWorkspace();
-    SettingsOrigin::Close(GetProfileSettingsFile());
 }
 
 void WorkspaceManagerCore::WriteLastUsedWorkspace() const

@@ -124,6 +124,18 @@ TEST_F(SettingsToRegistry, KeepsItsMarkWhenTheRegistryTakesTheTreeBack)
     }
 }
 
+TEST_F(SettingsToRegistry, KeepsItsMarkWhenTheFileCantBeRead)
+{
+    Apply("[s]\nn=1");
+    world.MakeFolder("folder.ini");   // no file that anybody could read
+    IniUpdateRegistry(world.Path("folder.ini").c_str());
+    EXPECT_FALSE(Preference(L"s", L"n"));
+    EXPECT_TRUE(world.Has("folder.ini.applying"));
+    Apply(std::string(70000, '\n') + "[s]\nn=1");
+    EXPECT_FALSE(Preference(L"s", L"n"));
+    EXPECT_FALSE(world.Has("s.ini.applying")) << "a file with too many lines is refused the next time as well";
+}
+
 TEST_F(SettingsToRegistry, OpensEachKeyOnceBesidesTheQuestionWhetherItIsThere)
 {
     testing::NiceMock<MockRegistry> registry;

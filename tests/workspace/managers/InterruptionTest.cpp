@@ -21,14 +21,15 @@ protected:
     }
 };
 
-TEST_F(Interruptions, DoNotShowAfterAProperEnd)
+TEST_F(Interruptions, LeaveNoMarkAfterAProperEnd)
 {
     const auto manager = Started();
     EXPECT_EQ(SettingsOnDisk(), Settings("present"));
     manager->SetCurrentWorkspace(L"B", false, false);
     EXPECT_TRUE(world.Has("user/Workspaces/settings.ini.origin"));
     manager->AppShuttingDown();
-    for (const char* const mark : {".origin", ".extracting", ".applying"})
+    EXPECT_TRUE(world.Has("user/Workspaces/settings.ini.origin")) << "the next start asks whose settings these are";
+    for (const char* const mark : {".extracting", ".applying"})
         EXPECT_FALSE(world.Has(std::string("user/Workspaces/settings.ini") + mark)) << mark;
 }
 
@@ -88,6 +89,23 @@ TEST_F(Interruptions, OfTheRegistrysUpdateAreRepeated)
     EXPECT_EQ(SettingsOnDisk(), Settings("present"));
     EXPECT_EQ(StoredName(), L"present");
     EXPECT_FALSE(world.Has("user/Workspaces/settings.ini.applying"));
+}
+
+TEST_F(Interruptions, OfTheRegistrysUpdateCostNoPreferencesWhenTheSettingsCantBeRead)
+{
+    world.MakeFile("user/Workspaces/settings.ini.applying", "");
+    world.Remove("user/Workspaces/settings.ini");
+    world.MakeFolder("user/Workspaces/settings.ini");   // nobody can read it
+    {
+        const auto manager = Started();
+        world.Remove("user/Workspaces/settings.ini");
+        world.MakeFile("user/Workspaces/settings.ini", "");   // what the application makes of no preferences
+        manager->AppShuttingDown();
+    }
+    EXPECT_EQ(SettingsOf("A"), Settings("A"));
+    Started();
+    EXPECT_EQ(SettingsOnDisk(), Settings("A"));
+    EXPECT_EQ(StoredName(), L"A");
 }
 
 TEST_F(Interruptions, LeaveOddMarksAlone)

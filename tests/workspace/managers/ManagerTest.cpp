@@ -163,6 +163,10 @@ TEST_F(Manager, ExportsTheCurrentWorkspaceWithTheApplicationsState)
     EXPECT_EQ(manager->ReadExportWorkspaceSettings(world.Path("out.tvws"), read), Result::Ok);
     EXPECT_EQ(read.Name, L"Mine");
     EXPECT_EQ(manager->ReadExportWorkspaceSettings(WorkspacePath("A"), read), Result::InitFailed);
+    settings.ExportApplicationData = false;
+    EXPECT_EQ(manager->ExportWorkspace(world.Path("without.tvws"), settings), Result::Ok);
+    EXPECT_EQ(
+        WorkspaceFile(world.Path("without.tvws")).GetFilesInDirectory(L"content/settings.*"), std::vector<TvlString>());
     EXPECT_EQ(manager->ExportWorkspace(world.Path("no/folder.tvws"), settings), Result::Ok);
     EXPECT_FALSE(world.Has("no/folder.tvws"));
 }

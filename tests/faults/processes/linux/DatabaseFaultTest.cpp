@@ -65,6 +65,7 @@ TEST_P(DatabaseFaults, LeaveTheOldStateOrTheNewOne)
     EXPECT_GE(met, tried * 3 / 4) << "of " << tried;
 }
 
-INSTANTIATE_TEST_SUITE_P(Work, DatabaseFaults, testing::Values(StoringWork{"prefer", 6}, StoringWork{"apply", 6}),
+INSTANTIATE_TEST_SUITE_P(Work, DatabaseFaults,
+    testing::Values(StoringWork{"prefer", 6}, StoringWork{"apply", 6}, StoringWork{"switch", 12}),
     [](const auto& work) { return std::string(work.param.name); });
 }   // namespace

@@ -28,6 +28,9 @@ public:
     /// more than ProfileText::kMaxBytes or kMaxLines.
     explicit IniParser(const TvlString& path);
 
+    /// Whether the file could not be read although there is one, and may be another time. False for a file that is beyond
+    /// the limits, which was refused.
+    bool HasFailed() const { return m_hasFailed; }
     /// All sections with their entries, in the order of the file. Names are told apart without case; of two with one name
     /// the first is given.
     std::vector<Section> GetAllData() const;
@@ -44,6 +47,7 @@ private:
 
     TvlString m_path;
     bool m_isComplete = true;   // nothing of the file is missing here
+    bool m_hasFailed = false;
     ProfileText m_text;
 };
 

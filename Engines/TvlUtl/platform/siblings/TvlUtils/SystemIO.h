@@ -38,6 +38,10 @@ TVLSIBLINGS_API FileResult EnsureExists(const TvlString& path);
 /// round in a circle, and so is what can't be read.
 TVLSIBLINGS_API std::vector<TvlString> Find(
     const TvlString& folder, const TvlString& mask, bool recursive, bool withFolders);
+/// The same in `found`, for callers who must know of what could not be read: gives the first failure, and all else in
+/// `found`.
+TVLSIBLINGS_API FileResult Find(
+    const TvlString& folder, const TvlString& mask, bool recursive, bool withFolders, std::vector<TvlString>& found);
 /// Whether a name matches a mask of Find.
 TVLSIBLINGS_API bool MatchesMask(const TvlString& name, const TvlString& mask);
 /// Whether there is a file of this name that is not marked read-only.
@@ -137,7 +141,7 @@ enum class WritableStatus {
 /// Whether files can be made in a folder, tried by making an empty one. `status`, which may be null, tells more.
 TVLSIBLINGS_API bool IsWritable(const TvlString& path, WritableStatus* status = nullptr);
 /// Copies a folder's files and folders, made as needed, into another folder. It goes on after a failure, whose reason is
-/// the result, and never copies what `to` has got itself, should it lie in `from`. For `overwrite` see File::Copy: a
+/// the result, a folder that can't be read included, and never copies what `to` has got itself, should it lie in `from`. For `overwrite` see File::Copy: a
 /// file that is there already is left without a failure where it is false. Links to folders are left out.
 TVLSIBLINGS_API FileResult Copy(const TvlString& from, const TvlString& to, bool overwrite);
 
