@@ -11,6 +11,13 @@
 namespace {
 using OpenMode = ZipFile::OpenMode;
 
+/// Of a world that keeps what an operation has told.
+template <class State>
+bool IsNotDone(State& state)
+{
+    return !state.isDone;
+}
+
 struct Containers : WorkspaceFaultWorld {
     Containers() { PutWorkspace("user/a.tvws", "old"); }
 
@@ -22,8 +29,6 @@ struct Containers : WorkspaceFaultWorld {
         EXPECT_TRUE(isDone || outcome.hasFailed);
         isDone = false;
     }
-
-    static bool HasFailed(Containers& containers) { return !containers.isDone; }
 
     bool isDone = false;
     std::vector<TvlString> names;
@@ -71,7 +76,7 @@ HeapOperations ContainerOperations()
                 containers.isDone = static_cast<bool>(container) && container.GetFileNames(L".*", true).size() >= 2;
             },
             [](Containers& containers, const HeapRun& outcome) { containers.Check("old", outcome); },
-            Containers::HasFailed),
+            IsNotDone<Containers>),
         Row<Containers>(
             "AddFile_and_Close",
             [](Containers& containers) {
@@ -82,7 +87,7 @@ HeapOperations ContainerOperations()
                     containers.isDone = container.Close();
             },
             [](Containers& containers, const HeapRun& outcome) { containers.Check("new", outcome); },
-            Containers::HasFailed),
+            IsNotDone<Containers>),
         Row<Containers>(
             "ExtractFile",
             [](Containers& containers) {
@@ -94,7 +99,7 @@ HeapOperations ContainerOperations()
                 EXPECT_TRUE(bytes == "old" || (!bytes && !containers.isDone));
                 containers.Check("old", outcome);
             },
-            Containers::HasFailed),
+            IsNotDone<Containers>),
         Row<Containers>(
             "SetStringMetadata",
             [](Containers& containers) {
@@ -109,7 +114,7 @@ HeapOperations ContainerOperations()
                 EXPECT_TRUE(!containers.isDone || title.GetLangString(L"de") == L"ein Titel von einiger Länge");
                 containers.Check("old", outcome);
             },
-            Containers::HasFailed),
+            IsNotDone<Containers>),
         Row<Containers>(
             "Create",
             [](Containers& containers) {
@@ -125,7 +130,7 @@ HeapOperations ContainerOperations()
                 EXPECT_EQ(containers.EntryOf("user/made.tvws", kOtherEntry), isThere ? "other" : "none");
                 containers.Check("old", outcome);
             },
-            Containers::HasFailed),
+            IsNotDone<Containers>),
     };
 }
 
@@ -138,21 +143,24 @@ HeapOperations WorkspaceOperations()
                 EXPECT_TRUE(old.isDone || outcome.hasFailed);
                 OldWorkspace::CheckOldWorkspace("user/a.tvws");
                 old.isDone = false;
-            }),
+            },
+            IsNotDone<OldWorkspace>),
         Row<Workspaces>(
             "AddFile",
             [](Workspaces& workspaces) {
                 workspaces.isDone =
                     WorkspaceFile(workspaces.path).AddFile(FaultWorld::Path("user/source.ini"), kSettingsEntry);
             },
-            [](Workspaces& workspaces, const HeapRun& outcome) { workspaces.Check("new", outcome); }),
+            [](Workspaces& workspaces, const HeapRun& outcome) { workspaces.Check("new", outcome); },
+            IsNotDone<Workspaces>),
         Row<Workspaces>(
             "SaveSettings",
             [](Workspaces& workspaces) {
                 workspaces.isDone =
                     WorkspaceFile(workspaces.path).SaveSettings(FaultWorld::Path("user/source.ini"), {});
             },
-            [](Workspaces& workspaces, const HeapRun& outcome) { workspaces.Check("new", outcome); }),
+            [](Workspaces& workspaces, const HeapRun& outcome) { workspaces.Check("new", outcome); },
+            IsNotDone<Workspaces>),
         Row<Workspaces>(
             "LoadSettings",
             [](Workspaces& workspaces) {
@@ -163,7 +171,8 @@ HeapOperations WorkspaceOperations()
                 const auto bytes = workspaces.world.Get("user/loaded.ini");
                 EXPECT_TRUE(bytes == "old" || (!bytes && !workspaces.isDone));
                 workspaces.Check("old", outcome);
-            }),
+            },
+            IsNotDone<Workspaces>),
         Row<Workspaces>(
             "CreateFrom",
             [](Workspaces& workspaces) {
@@ -176,7 +185,8 @@ HeapOperations WorkspaceOperations()
                 const WorkspaceFile made(FaultWorld::Path("user/made.tvws"));
                 EXPECT_TRUE(!workspaces.isDone || made.GetTitle().GetDefaultLangString() == L"a title");
                 workspaces.isDone = false;
-            }),
+            },
+            IsNotDone<Workspaces>),
         Row<Workspaces>(
             "Export",
             [](Workspaces& workspaces) {
@@ -193,6 +203,7 @@ HeapOperations WorkspaceOperations()
                         && Workspaces::EntryOf("user/made.tvws", kSettingsEntry) == "none"))
                     << "described, and without what was to be left out";
                 workspaces.isDone = false;
-            }),
+            },
+            IsNotDone<Workspaces>),
     };
 }

@@ -16,6 +16,8 @@ struct Started : ManagerWorld {
     std::size_t count = 0;
 };
 
+bool IsNotOk(Started& managers) { return managers.result != Result::Ok; }
+
 void CheckResult(ManagerWorld& managers, const HeapRun& outcome)
 {
     EXPECT_TRUE(managers.result == Result::Ok || outcome.hasFailed) << static_cast<int>(managers.result);
@@ -38,7 +40,7 @@ HeapOperations ManagerOperations()
         Row<Started>(
             "SetCurrentWorkspace",
             [](Started& managers) { managers.result = managers.Manager().SetCurrentWorkspace(L"A", false, false); },
-            [](Started& managers, const HeapRun& outcome) { CheckResult(managers, outcome); }),
+            [](Started& managers, const HeapRun& outcome) { CheckResult(managers, outcome); }, IsNotOk),
         Row<Started>(
             "CreateNewWorkspace",
             [](Started& managers) {
@@ -53,7 +55,8 @@ HeapOperations ManagerOperations()
                 EXPECT_EQ(managers.EntryOf(kNew, kOtherEntry), isThere ? "other" : "none");
                 const auto title = WorkspaceFile(FaultWorld::Path(kNew)).GetTitle();
                 EXPECT_TRUE(!isDone || title.GetDefaultLangString() == L"a title");
-            }),
+            },
+            IsNotOk),
         Row<Started>(
             "DeleteWorkspace",
             [](Started& managers) {
@@ -65,7 +68,8 @@ HeapOperations ManagerOperations()
                 const bool isThere = managers.world.Get(kNew).has_value();
                 EXPECT_TRUE(!isThere || outcome.hasFailed);
                 EXPECT_EQ(managers.EntryOf(kNew, kOtherEntry), isThere ? "other" : "none");
-            }),
+            },
+            IsNotOk),
         Row<Started>(
             "ExportWorkspace",
             [](Started& managers) {
@@ -79,7 +83,8 @@ HeapOperations ManagerOperations()
                 EXPECT_TRUE(outcome.hasFailed || managers.EntryOf("user/exported.tvws", kSettingsEntry) == "none")
                     << "it was to be left out";
                 CheckResult(managers, outcome);
-            }),
+            },
+            IsNotOk),
         Row<Started>(
             "AppShuttingDown",
             [](Started& managers) {
