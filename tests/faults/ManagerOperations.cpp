@@ -57,7 +57,8 @@ HeapOperations ManagerOperations()
                 EXPECT_TRUE(!isDone || title.GetDefaultLangString() == L"a title");
             },
             IsNotOk),
-        Row<Started>(
+        // A file that can't be deleted leaves the list all the same, until the next start.
+        SilentRow<Started>(
             "DeleteWorkspace",
             [](Started& managers) {
                 managers.Manager().CreateNewWorkspace(L"New", L"A", L"a title", L"a description");
@@ -68,9 +69,9 @@ HeapOperations ManagerOperations()
                 const bool isThere = managers.world.Get(kNew).has_value();
                 EXPECT_TRUE(!isThere || outcome.hasFailed);
                 EXPECT_EQ(managers.EntryOf(kNew, kOtherEntry), isThere ? "other" : "none");
-            },
-            IsNotOk),
-        Row<Started>(
+            }),
+        // Callers see a copy that failed from the absence of the target.
+        SilentRow<Started>(
             "ExportWorkspace",
             [](Started& managers) {
                 TvlUtils::SystemIO::File::Delete(FaultWorld::Path("user/exported.tvws"));
@@ -83,8 +84,7 @@ HeapOperations ManagerOperations()
                 EXPECT_TRUE(outcome.hasFailed || managers.EntryOf("user/exported.tvws", kSettingsEntry) == "none")
                     << "it was to be left out";
                 CheckResult(managers, outcome);
-            },
-            IsNotOk),
+            }),
         Row<Started>(
             "AppShuttingDown",
             [](Started& managers) {
