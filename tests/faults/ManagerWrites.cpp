@@ -1,6 +1,7 @@
 // What is written when an application changes, makes, exports and deletes workspaces.
 #include "FileOperation.h"
 #include "ManagerWorld.h"
+#include "OldOrNew.h"
 #include "WUTLRegistry.h"
 #include "siblings/TvlUtils/SystemIO.h"
 #include "siblings/TvrContainer/WorkspaceContainer.h"
@@ -267,7 +268,7 @@ FileOperations WritesOfManagers()
             },
             [](Icons& icons, const FileRun& run) {
                 const std::string icon = ManagerWorld::EntryOf(kDefault, Icons::EntryName(icons.added));
-                EXPECT_TRUE(icon == "none" || (icon == "icon" && !run.isDone)) << icon;
+                ExpectOldOrNew(icon, "icon", "none", run.isDone);
                 icons.Check();
             }),
         FileRow<Icons>(
@@ -281,7 +282,7 @@ FileOperations WritesOfManagers()
             },
             [](Icons& icons, const FileRun& run) {
                 const std::string icon = ManagerWorld::EntryOf(kDefault, Icons::kIcon);
-                EXPECT_TRUE(icon == "icon" || (icon == "none" && !run.isDone)) << icon;
+                ExpectOldOrNew(icon, "none", "icon", run.isDone);
                 EXPECT_EQ(ManagerWorld::EntryOf(Icons::kIconSource, Icons::kIcon), "icon");
                 icons.Check();
             }),

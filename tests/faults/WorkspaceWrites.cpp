@@ -1,5 +1,6 @@
 // What is written of workspaces as files.
 #include "FileOperation.h"
+#include "OldOrNew.h"
 #include "WorkspaceFaultWorld.h"
 #include "WorkspaceFile.h"
 #include "siblings/TvrContainer/WorkspaceContainer.h"
@@ -23,7 +24,7 @@ struct OneFile : WorkspaceFaultWorld {
         const std::string& old = "old") const
     {
         const std::string found = EntryOf("user/a.tvws", entry);
-        EXPECT_TRUE(found == next || (found == old && !run.isDone)) << found;
+        ExpectOldOrNew(found, old, next, run.isDone);
         EXPECT_EQ(EntryOf("user/a.tvws", kOtherEntry), "other");
     }
     /// The file has the old bytes or the workspace's, or is missing.
@@ -90,7 +91,7 @@ FileOperations WritesOfWorkspaces()
             },
             [](OneFile& file, const FileRun& run) {
                 const std::string target = file.world.Get("user/target.ini").value_or("none");
-                EXPECT_TRUE(target == "old" || (target == "before" && !run.isDone)) << target;
+                ExpectOldOrNew(target, "before", "old", run.isDone);
                 file.Check("old", run);
             }),
         FileRow<OneFile>(
@@ -114,7 +115,7 @@ FileOperations WritesOfWorkspaces()
             },
             [](OneFile& file, const FileRun& run) {
                 const std::string entry = OneFile::EntryOf("user/a.tvws", L"content/more");
-                EXPECT_TRUE(entry == "none" || (entry == "new" && !run.isDone)) << entry;
+                ExpectOldOrNew(entry, "new", "none", run.isDone);
                 file.Check("old", run);
             }),
         FileRow<Unidentified>(
