@@ -12,9 +12,9 @@ InterruptionMark::InterruptionMark(const TvlString& settings, const wchar_t* wor
 
 void InterruptionMark::Done() const { File::Delete(m_path); }
 
-bool InterruptionMark::WasLeft(const TvlString& settings, const wchar_t* work)
+std::optional<bool> InterruptionMark::WasLeft(const TvlString& settings, const wchar_t* work)
 {
-    // What can't be looked at may be there: work that is repeated costs less than work that stays half done.
     FileStatus status;
-    return !FileLayer::Get().Stat(ToFilePath(settings + work), status).IsMissing();
+    const FileResult found = FileLayer::Get().Stat(ToFilePath(settings + work), status);
+    return found || found.IsMissing() ? std::optional(static_cast<bool>(found)) : std::nullopt;
 }

@@ -3,6 +3,8 @@
 
 #include "siblings/TvlPlatform/TvlString.h"
 
+#include <optional>
+
 /// A file that stands beside the settings from the object's making until Done. It stays when the process ends in between,
 /// or an exception goes past. Where it can't be made the work goes on without.
 class InterruptionMark {
@@ -21,7 +23,8 @@ public:
     bool IsThere() const { return m_isThere; }
 
     /// Whether a process ended within the work. To be asked by who excludes others from it.
-    static bool WasLeft(const TvlString& settings, const wchar_t* work);
+    /// Empty when that can't be looked at.
+    static std::optional<bool> WasLeft(const TvlString& settings, const wchar_t* work);
 
 private:
     TvlString m_path;

@@ -67,14 +67,12 @@ std::vector<TvlString> WorkspaceFilesOf(const TvlString& folder)
     return File::Find(folder, TvlString(L"*.") + WorkspaceNames::kExtension, false, false);
 }
 
-/// Whether the mark of an extraction stays, so that the next start tries again: there is no workspace, the preferences are
-/// not its, or its settings could not be written and nothing is in their place.
+/// Whether the mark of an extraction stays, so that the next start tries again: there is no workspace, or the settings or the
+/// preferences are not its. Those on disk may be of another one then, whose note has gone.
 bool MustExtractAgain(const TvlString& settings, const WorkspaceFile* file)
 {
-    if (!file)
-        return true;   // the list could not be read
-    const Lack lack = SettingsOrigin::LackOf(settings, file->GetFilename());
-    return lack == Lack::Unapplied || (lack == Lack::Unwritten && !File::Exists(settings));
+    // Without one the list could not be read.
+    return !file || SettingsOrigin::LackOf(settings, file->GetFilename()) != Lack::None;
 }
 
 /// Whether there is nothing of this name. What can't be looked at is not missing: something else would take its place.
@@ -345,13 +343,17 @@ void WorkspaceManagerCore::RecoverSettings()
 {
     WorkspaceFile* const current = GetCurrentWorkspace();
     const TvlString settings = GetProfileSettingsFile();
-    const bool wasExtracting = InterruptionMark::WasLeft(settings, InterruptionMark::kExtracting);
-    if (current && (wasExtracting || SettingsOrigin::IsForeign(settings, current->GetFilename()))) {
+    const auto wasExtracting = InterruptionMark::WasLeft(settings, InterruptionMark::kExtracting);
+    if (current && (wasExtracting.value_or(false) || SettingsOrigin::IsForeign(settings, current->GetFilename()))) {
         TvlUtils::LogMessage(TvlUtils::LogLevel::Warning,
             L"A process ended while it changed the workspace; its settings are extracted again: "
                 + current->GetFilename());
         ExtractSettingsFromWorkspace(*current);
-    } else if (InterruptionMark::WasLeft(settings, InterruptionMark::kApplying) && !ApplySettings(settings)) {
+    } else if (current && !wasExtracting) {
+        // They may be half of another workspace's, or hold all that has changed since the last save: the next start looks.
+        SettingsOrigin::SetLack(settings, current->GetFilename(), Lack::Unwritten);
+    } else if (InterruptionMark::WasLeft(settings, InterruptionMark::kApplying).value_or(true)
+        && !ApplySettings(settings)) {
         // Until the end the application may store there what it makes of these preferences.
         const InterruptionMark mark(settings, InterruptionMark::kExtracting);
         SettingsOrigin::SetLack(settings, GetCurrentWorkspaceName(), Lack::Unapplied);
