@@ -183,7 +183,7 @@ Metadata::Container& DocContainer::State::Properties()
         const bool isSmall = archive.Entries()[static_cast<std::size_t>(entry)].unpacked <= kMaxPropertyBytes;
         const Bytes bytes = isSmall ? Read(ZipContainerSchema::metadataFile) : nullptr;
         // What can't be read now may be read another time: new properties must not take its place.
-        isBroken = isBroken || (isSmall && !bytes);
+        isBroken = isBroken || (!bytes && archive.HasFailedForNow());
         if (!bytes || !properties.FromBytes(*bytes))
             Refuse("its properties", " can't be read");
     }

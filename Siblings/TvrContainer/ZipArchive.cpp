@@ -17,7 +17,21 @@ struct CloseEntry {
     void operator()(zip_file_t* file) const { zip_fclose(file); }
 };
 
-std::string Reason(zip_error_t& error) { return zip_error_strerror(&error); }
+/// Whether it says nothing of the bytes of the archive.
+bool IsForNow(const zip_error_t& error)
+{
+    constexpr int kMemory = -4;   // Z_MEM_ERROR of zlib
+    switch (zip_error_code_zip(&error)) {
+    case ZIP_ER_MEMORY:
+    case ZIP_ER_READ:
+    case ZIP_ER_SEEK:
+        return true;
+    case ZIP_ER_ZLIB:
+        return zip_error_code_system(&error) == kMemory;
+    default:
+        return false;
+    }
+}
 }   // namespace
 
 ZipArchive::ZipArchive() = default;
@@ -45,6 +59,12 @@ int ZipArchive::Find(std::string_view name) const
     return found == m_entries.end() ? -1 : static_cast<int>(found - m_entries.begin());
 }
 
+std::string ZipArchive::ReasonOf(zip_error& error)
+{
+    m_hasFailedForNow = m_hasFailedForNow || IsForNow(error);
+    return zip_error_strerror(&error);
+}
+
 std::string ZipArchive::OpenLibrary()
 {
     if (m_archive)
@@ -56,7 +76,7 @@ std::string ZipArchive::OpenLibrary()
     zip_error_t error;
     zip_error_init(&error);
     m_archive.reset(zip_open_from_source(source, m_reader ? 0 : ZIP_CREATE, &error));
-    const std::string reason = m_archive ? std::string() : Reason(error);
+    const std::string reason = m_archive ? std::string() : ReasonOf(error);
     zip_error_fini(&error);
     if (!m_archive)
         zip_source_free(source);
@@ -75,7 +95,7 @@ std::string ZipArchive::Unpack(int index, const std::function<bool(std::string_v
         zip_fopen_index(m_archive.get(), static_cast<zip_uint64_t>(index), 0));
     m_source->Rethrow();
     if (!file)
-        return zip_strerror(m_archive.get());
+        return ReasonOf(*zip_get_error(m_archive.get()));
     constexpr std::size_t kPiece = 64 * 1024;
     const auto buffer = std::make_unique_for_overwrite<char[]>(kPiece);
     // The checksum is compared in the read that finds the end.
@@ -83,7 +103,7 @@ std::string ZipArchive::Unpack(int index, const std::function<bool(std::string_v
         const zip_int64_t done = zip_fread(file.get(), buffer.get(), kPiece);
         m_source->Rethrow();
         if (done < 0)
-            return Reason(*zip_file_get_error(file.get()));
+            return ReasonOf(*zip_file_get_error(file.get()));
         if (done == 0)
             return size == entry.unpacked ? std::string() : "it is shorter than it says";
         size += done;

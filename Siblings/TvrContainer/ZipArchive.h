@@ -13,7 +13,8 @@
 #include <string_view>
 #include <vector>
 
-struct zip;   // libzip's archive
+struct zip;         // libzip's archive
+struct zip_error;   // its reason for a failure
 
 namespace TvrContainers {
 
@@ -39,6 +40,9 @@ public:
     /// Gives an entry's bytes to `take` piece by piece, until that answers false; no more of them than its size. Returns
     /// why it failed: behind the last piece, when the checksum is wrong. Empty for a success.
     std::string Unpack(int entry, const std::function<bool(std::string_view)>& take);
+    /// Whether something could not be unpacked for want of memory, or since the file could not be read: another time it
+    /// may be.
+    bool HasFailedForNow() const { return m_hasFailedForNow; }
     /// Makes the bytes of the archive with the changes; entries that don't change are copied as they are packed. The
     /// archive is not usable afterwards. Returns why it failed; empty for a success.
     std::string Rewrite(const ZipChanges& changes, std::string& bytes);
@@ -49,7 +53,10 @@ private:
         void operator()(zip* archive) const;
     };
     std::string OpenLibrary();
+    /// The reason in words.
+    std::string ReasonOf(zip_error& error);
 
+    bool m_hasFailedForNow = false;
     std::unique_ptr<TvlUtils::SystemIO::FileHandle> m_file;   // null for one without a file
     std::unique_ptr<PieceReader> m_reader;
     std::vector<ZipEntry> m_entries;
