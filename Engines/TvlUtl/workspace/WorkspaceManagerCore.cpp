@@ -349,11 +349,12 @@ void WorkspaceManagerCore::RecoverSettings()
             L"A process ended while it changed the workspace; its settings are extracted again: "
                 + current->GetFilename());
         ExtractSettingsFromWorkspace(*current);
-    } else if (current && !wasExtracting) {
-        // They may be half of another workspace's, or hold all that has changed since the last save: the next start looks.
+        return;
+    }
+    // They may be half of another workspace's, or hold all that has changed since the last save: the next start looks.
+    if (current && !wasExtracting)
         SettingsOrigin::SetLack(settings, current->GetFilename(), Lack::Unwritten);
-    } else if (InterruptionMark::WasLeft(settings, InterruptionMark::kApplying).value_or(true)
-        && !ApplySettings(settings)) {
+    if (InterruptionMark::WasLeft(settings, InterruptionMark::kApplying).value_or(true) && !ApplySettings(settings)) {
         // Until the end the application may store there what it makes of these preferences.
         const InterruptionMark mark(settings, InterruptionMark::kExtracting);
         SettingsOrigin::SetLack(settings, GetCurrentWorkspaceName(), Lack::Unapplied);
