@@ -28,9 +28,6 @@ RegistryBatch::~RegistryBatch()
         m_registry.EndBatch(false);
 }
 
-LONG RegistryBatch::Commit()
-{
-    return std::exchange(m_isOpen, false) ? m_registry.EndBatch(true) : m_begun;
-}
+LONG RegistryBatch::Commit() { return std::exchange(m_isOpen, false) ? m_registry.EndBatch(true) : m_begun; }
 
 }   // namespace PREFUTILS

@@ -66,16 +66,11 @@ bool WorkspaceFile::DeleteFile(const TvlString& name)
 bool WorkspaceFile::ExtractSettings(
     WorkspaceContainer& container, const TvlString& path, const std::vector<FilePair>& files)
 {
-    const TvlString settings = ContentPath(WorkspaceContainerSchema::settingsFile);
-    const bool isExtracted = container.ExtractFile(settings, path);
-    // Where they can't be written those of another workspace stay, and its files with them.
-    if (!isExtracted && container.DoesFileExist(settings))
-        return false;
     for (const auto& [name, target] : files) {
         SystemFile::Delete(target);
         container.ExtractFile(name, target);
     }
-    return isExtracted;
+    return container.ExtractFile(ContentPath(WorkspaceContainerSchema::settingsFile), path);
 }
 
 bool WorkspaceFile::LoadSettings(TvlString path, const std::vector<FilePair>& files)
