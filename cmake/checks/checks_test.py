@@ -346,9 +346,22 @@ class Ratios(unittest.TestCase):
 
     def test_reads_limits(self):
         sort, parse, start = ratios.limits(self.LINES)
-        self.assertEqual([sort, parse.mean, start.mean], [("Sort", "Sort_Bare", "1/4", False), True, False])
+        self.assertEqual(sort[:4], ("Sort", "Sort_Bare", "1/4", False))
+        self.assertEqual([parse.mean, start.mean], [True, False])
         self.assertEqual([row.ratio(self.TIMES) for row in (sort, parse, start)], [0.25, 2, 1.5])
         self.assertEqual(ratios.limits(self.LINES, "art"), [start])
+
+    def test_holds_limits_for_the_sizes_that_they_name(self):
+        for words, told, held in (("", "", (0, 1, 99, 100, 5000)), ("from 100", "from 100", (0, 100, 5000)),
+                                  ("to 100", "up to 100", (0, 1, 99, 100)), ("from 99 to 100", "from 99 up to 100", (0, 99, 100))):
+            with self.subTest(words=words):
+                (limit,) = ratios.limits([f"Sort Sort_Bare 1/4 {words}"])
+                self.assertEqual(limit.sizes(), told)
+                self.assertEqual([size for size in (0, 1, 99, 100, 5000) if limit.holds(size)], list(held))
+        (sort,) = ratios.limits(["Sort Sort_Bare 39 to 10"])
+        self.assertEqual(ratios.as_text(self.TIMES, [sort])[1], 0)
+        with self.assertRaises(ValueError):
+            ratios.limits(["Sort Sort_Bare 1 about 100"])
 
     def test_fits_exponents(self):
         sizes = (3, 10, 700, 50_000)
@@ -366,8 +379,8 @@ class Ratios(unittest.TestCase):
             self.assertAlmostEqual(group.growth[0], 2)
             self.assertAlmostEqual(group.growth[1], 1)
             self.assertEqual([pair.ratio for pair in group.pairs], [4, 40, 400, 4000])
-        self.assertEqual(ratios.groups(self.TIMES, parse), [("Parse", (), [("Parse", 2)], ())])
-        self.assertEqual(ratios.groups(self.TIMES, start), [("Start", (), [("Start", 2.5)], ())])
+        self.assertEqual(ratios.groups(self.TIMES, parse), [("Parse", (), [("Parse", 2, 0)], ())])
+        self.assertEqual(ratios.groups(self.TIMES, start), [("Start", (), [("Start", 2.5, 0)], ())])
         self.assertEqual(ratios.groups(self.TIMES, sort._replace(peer="Gone")), [])
 
     def test_tells_what_is_above_its_limit_and_what_is_not_there(self):
