@@ -1,6 +1,6 @@
 // Processes that are killed while they write, starts that fail behind that, and processes that work at once. What the
 // ledger says was done is there, and everything else is the old state or the new one.
-#include "StateChecks.h"
+#include "CheckedWork.h"
 #include "Tally.h"
 #include "siblings/TvlUtils/FileLayer.h"
 #include "worker/ExitCodes.h"
@@ -15,10 +15,7 @@ namespace {
 using std::chrono::microseconds;
 using TvlUtils::SystemIO::kFileStopExitCode;
 
-struct NamedWork {
-    const char* name;
-    int recorded;   // file operations that it is known to do; fewer of them say that the seam has come loose
-};
+// File operations are counted.
 constexpr NamedWork kWork[] = {{"save", 13}, {"switch", 60}, {"extract", 13}, {"apply", 12}};
 constexpr NamedWork kWorkBeforeStarts[] = {kWork[0], kWork[1], kWork[3]};   // a switch extracts as well
 
@@ -31,27 +28,13 @@ std::vector<int> Spread(int count, int most)
     return numbers;
 }
 
-class KilledProcesses : public testing::TestWithParam<NamedWork> {
+class KilledProcesses : public CheckedWork {
 protected:
-    /// What the start behind something finds.
-    State CheckNextStart()
-    {
-        const State state = world.Check();
-        checks.Check(state, world.Ledger());
-        world.ClearLedger();
-        return state;
-    }
-    /// The same behind a kill.
+    /// What the start behind a kill finds.
     void CheckBehindKill()
     {
         CheckNextStart();
         Tally::Get().Add("kills survived", !HasFailure());
-    }
-    /// The same work once more: the old leftovers are gone then.
-    void CheckNextSuccess()
-    {
-        EXPECT_EQ(world.Work(work, 2).exitCode, 0);
-        StateChecks::CheckNoLeftovers(CheckNextStart());
     }
     /// Of work that finds what an earlier one has made.
     int CountFileOperations()
@@ -74,10 +57,6 @@ protected:
         EXPECT_EQ(world.Work(work, times).exitCode, 0);
         return std::chrono::duration_cast<microseconds>(std::chrono::steady_clock::now() - begin);
     }
-
-    const std::string work = GetParam().name;
-    ProcessWorld world;
-    StateChecks checks{work, world.Check()};
 };
 
 TEST_P(KilledProcesses, AtEachFileOperationLoseNothing)

@@ -1,30 +1,16 @@
 // The database of the registry on a disk that fails, is full, or loses its process: preferences, settings and the language
 // are the old ones or the new ones, and what was told to be stored is there.
-#include "../StateChecks.h"
+#include "../CheckedWork.h"
 #include "../worker/ExitCodes.h"
 #include "Tally.h"
 #include "siblings/TvlUtils/FileLayer.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 constexpr int kKinds = 4;   // of faults, as the worker numbers them from 1
 constexpr int kStop = 4;    // the one that ends the process
 
-struct StoringWork {
-    const char* name;
-    int recorded;   // operations on the database that it is known to do
-};
-
-class DatabaseFaults : public testing::TestWithParam<StoringWork> {
+class DatabaseFaults : public CheckedWork {
 protected:
-    State CheckNextStart()
-    {
-        const State state = world.Check();
-        checks.Check(state, world.Ledger());
-        world.ClearLedger();
-        return state;
-    }
     /// One piece of work that is to meet a fault; whether it did.
     bool Try(int point, int kind)
     {
@@ -40,10 +26,6 @@ protected:
         Tally::Get().Add("faults of the database survived", isMet && !HasFailure());
         return isMet;
     }
-
-    const std::string work = GetParam().name;
-    ProcessWorld world;
-    StateChecks checks{work, world.Check()};
 };
 
 TEST_P(DatabaseFaults, LeaveTheOldStateOrTheNewOne)
@@ -59,13 +41,12 @@ TEST_P(DatabaseFaults, LeaveTheOldStateOrTheNewOne)
             SCOPED_TRACE(testing::Message() << "operation " << point << " of " << count << ", fault " << kind);
             met += Try(point, kind);
         }
-        EXPECT_EQ(world.Work(work, 2).exitCode, 0);
-        StateChecks::CheckNoLeftovers(CheckNextStart());
+        CheckNextSuccess();
     }
     EXPECT_GE(met, tried * 3 / 4) << "of " << tried;
 }
 
 INSTANTIATE_TEST_SUITE_P(Work, DatabaseFaults,
-    testing::Values(StoringWork{"prefer", 6}, StoringWork{"apply", 6}, StoringWork{"switch", 12}),
+    testing::Values(NamedWork{"prefer", 6}, NamedWork{"apply", 6}, NamedWork{"switch", 12}),
     [](const auto& work) { return std::string(work.param.name); });
 }   // namespace
