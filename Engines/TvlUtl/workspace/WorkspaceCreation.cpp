@@ -59,18 +59,18 @@ void RenewIdentity(WorkspaceContainer& container)
     container.SetMetadata(Properties::DerivedFrom, DocContainer::AddToDerivedFromList(std::move(ancestors), old));
 }
 
-/// Describes in the container what it is to hold.
-void SaveExportSettings(WorkspaceContainer& container, const WorkspaceFileExportSettings& settings)
+/// Describes in the container what it is to hold; false when the description can't be stored.
+bool SaveExportSettings(WorkspaceContainer& container, const WorkspaceFileExportSettings& settings)
 {
     const TvlString name = ContentPath(WorkspaceContainerSchema::exportSettingsFile);
     WXmlDoc document(false);
     if (!WriteExportSettings(settings, document)) {
         // The source's own, which it has when it was exported before, would describe something else.
         container.DeleteFileW(name);
-        return;
+        return true;
     }
     TvlUtils::Stream stream = container.CreateFileW(name, false, false, nullptr);
-    document.Save(stream);
+    return document.Save(stream);
 }
 
 /// The object of a workspace that was closed: one that could not be written is a failure.
@@ -90,7 +90,8 @@ WorkspaceFile WorkspaceFile::Export(const TvlString& target, const TvlString& so
         return {};
     container.SetStringMetadata(Properties::Title, UILanguageName(), Path::GetFileNameWithoutExtension(target));
     container.SetMetadata(WorkspaceProperties::UIOrder, kUserWorkspaceOrder);
-    SaveExportSettings(container, settings);
+    if (!SaveExportSettings(container, settings))
+        return {};
     if (!settings.ExportApplicationData) {
         container.DeleteFileW(settingsName);
         // Managers name the file on disk that the entry is extracted to.
