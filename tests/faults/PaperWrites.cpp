@@ -84,11 +84,13 @@ struct Outcomes {
     {
         static const Outcomes outcomes = [] {
             const NewUser user;
+            Outcomes found;
             SaveOwn();
-            std::string before = NewUser::Found();
+            found.before = NewUser::Found();
             CPaperTypeMgr::ReleaseInstance(false);
             SaveChanges();
-            return Outcomes{before, NewUser::Found()};
+            found.after = NewUser::Found();
+            return found;
         }();
         return outcomes;
     }
