@@ -202,6 +202,10 @@ HeapOperations WorkspaceOperations()
                     || (WorkspaceFile::ReadExportSettings(FaultWorld::Path("user/made.tvws"), read)
                         && Workspaces::EntryOf("user/made.tvws", kSettingsEntry) == "none"))
                     << "described, and without what was to be left out";
+                const WorkspaceFile made(FaultWorld::Path("user/made.tvws"));
+                EXPECT_TRUE(made.GetTitle().GetDefaultLangString() != L"made"
+                    || Workspaces::EntryOf("user/made.tvws", kSettingsEntry) == "none")
+                    << "changed, and with what was to be left out";
                 workspaces.isDone = false;
             },
             IsNotDone<Workspaces>),

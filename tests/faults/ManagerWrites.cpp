@@ -1,5 +1,6 @@
 // What is written when an application changes, makes, exports and deletes workspaces.
 #include "FileOperation.h"
+#include "IniUpdateRegistry.h"
 #include "ManagerWorld.h"
 #include "OldOrNew.h"
 #include "WUTLRegistry.h"
@@ -41,6 +42,15 @@ struct Changed : ManagerWorld {
         world.Put(kSettings, changed);
     }
     const std::string changed = SettingsText("changed");
+};
+
+/// So have the files that go with them.
+struct ChangedWithFiles : Changed {
+    ChangedWithFiles()
+    {
+        world.Put("user/extra", ExtraOf(changed));
+        IniUpdateRegistry(FaultWorld::Path(kSettings).c_str());   // as the application that has changed them
+    }
 };
 
 /// A process has ended while it replaced the preferences: they are gone.
@@ -190,6 +200,24 @@ FileOperations WritesOfManagers()
                 return there == Result::Ok && back == Result::Ok && again == Result::Ok;
             },
             CheckNextStart),
+        FileRow<ChangedWithFiles>(
+            "switch_changed", 100,
+            [](ChangedWithFiles& changed) {
+                const Result there = changed.Manager().SetCurrentWorkspace(L"A", false, false);
+                const Result back = changed.Manager().SetCurrentWorkspace(L"_default", false, false);
+                const Result again = changed.Manager().SetCurrentWorkspace(L"A", false, false);
+                changed.End();
+                return there == Result::Ok && back == Result::Ok && again == Result::Ok;
+            },
+            [](ChangedWithFiles& changed, const FileRun&) {
+                changed.Restart();
+                changed.manager->SetCurrentWorkspace(L"_default", false, false);
+                // Saved, or kept beside the settings: what the user has changed never goes.
+                EXPECT_EQ(changed.world.Get(kSettings), changed.changed);
+                changed.defaultSettings = changed.changed;
+                changed.CheckNextStart();
+                EXPECT_FALSE(changed.world.Get(std::string(kSettings) + ".unsaved._default")) << "it has been saved";
+            }),
         FileRow<ManagerWorld>(
             "create", 60,
             [](ManagerWorld& managing) {

@@ -1,6 +1,6 @@
 #include "InterruptionMark.h"
 
-#include "siblings/TvlUtils/FilePath.h"
+#include "WorkspaceAccess.h"
 #include "siblings/TvlUtils/SystemIO.h"
 
 using namespace TvlUtils::SystemIO;
@@ -14,7 +14,5 @@ void InterruptionMark::Done() const { File::Delete(m_path); }
 
 std::optional<bool> InterruptionMark::WasLeft(const TvlString& settings, const wchar_t* work)
 {
-    FileStatus status;
-    const FileResult found = FileLayer::Get().Stat(ToFilePath(settings + work), status);
-    return found || found.IsMissing() ? std::optional(static_cast<bool>(found)) : std::nullopt;
+    return ::IsThere(settings + work);
 }

@@ -7,7 +7,6 @@
 
 #include <map>
 #include <mutex>
-#include <optional>
 
 namespace {
 namespace File = TvlUtils::SystemIO::File;
@@ -30,7 +29,7 @@ Session& OwnSession()
 
 struct NotedLack {
     TvlString workspace;
-    Lack lack;
+    Lack lack = Lack::None;
 };
 
 /// By the file of the settings.
@@ -87,7 +86,10 @@ bool SettingsOrigin::IsForeign(const TvlString& settings, const TvlString& works
 void SettingsOrigin::SetLack(const TvlString& settings, const TvlString& workspace, Lack lack)
 {
     const std::lock_guard hold(AllLacks().lock);
-    AllLacks().bySettings.insert_or_assign(settings.Std(), NotedLack{workspace, lack});
+    NotedLack& noted = AllLacks().bySettings[settings.Std()];
+    const bool isSecured = lack == Lack::None && noted.workspace.CompareNoCase(workspace) == 0;
+    if (noted.lack != Lack::Unsaved || isSecured)
+        noted = NotedLack{workspace, lack};
 }
 
 Lack SettingsOrigin::LackOf(const TvlString& settings, const TvlString& workspace)
@@ -97,7 +99,19 @@ Lack SettingsOrigin::LackOf(const TvlString& settings, const TvlString& workspac
     if (found == AllLacks().bySettings.end())
         return Lack::None;
     const auto& [noted, lack] = found->second;
-    return lack == Lack::Unapplied || noted.CompareNoCase(workspace) == 0 ? lack : Lack::None;
+    if (lack == Lack::Unapplied || noted.CompareNoCase(workspace) == 0)
+        return lack;
+    return lack == Lack::Unsaved ? Lack::Unwritten : Lack::None;
+}
+
+bool SettingsOrigin::AreForeign(Lack lack) { return lack == Lack::Unwritten || lack == Lack::Unapplied; }
+
+std::optional<TvlString> SettingsOrigin::UnsavedOwner(const TvlString& settings)
+{
+    const std::lock_guard hold(AllLacks().lock);
+    const auto found = AllLacks().bySettings.find(settings.Std());
+    const bool isUnsaved = found != AllLacks().bySettings.end() && found->second.lack == Lack::Unsaved;
+    return isUnsaved ? std::optional(found->second.workspace) : std::nullopt;
 }
 
 void SettingsOrigin::BeginSession()

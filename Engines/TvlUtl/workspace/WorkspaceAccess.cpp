@@ -2,6 +2,7 @@
 
 #include "InjectedServices.h"
 #include "WorkspaceLimits.h"
+#include "siblings/TvlUtils/FilePath.h"
 #include "siblings/TvlUtils/MultiLanguageString.h"
 #include "siblings/TvlUtils/SystemIO.h"
 
@@ -18,6 +19,14 @@ WorkspaceContainer OpenWorkspaceForWriting(const TvlString& path)
     WorkspaceContainer container = WorkspaceContainer::Open(path, ZipFile::OpenMode::ReadWrite);
     container.SetMaxEntryBytes(MaxWorkspaceEntryBytes());
     return container;
+}
+
+std::optional<bool> IsThere(const TvlString& path)
+{
+    using namespace TvlUtils::SystemIO;
+    FileStatus status;
+    const FileResult found = FileLayer::Get().Stat(ToFilePath(path), status);
+    return found || found.IsMissing() ? std::optional(static_cast<bool>(found)) : std::nullopt;
 }
 
 bool HasReadableSettings(const TvlString& path)

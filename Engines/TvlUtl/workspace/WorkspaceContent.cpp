@@ -94,10 +94,18 @@ bool WorkspaceFile::LoadSettings(
 
 bool WorkspaceFile::SaveSettings(TvlString path, const std::vector<FilePair>& files)
 {
+    bool isWhole = true;
+    return SaveSettings(path, files, isWhole);
+}
+
+bool WorkspaceFile::SaveSettings(const TvlString& path, const std::vector<FilePair>& files, bool& isWhole)
+{
     const Hold hold(Lock);
     WorkspaceContainer container = OpenWorkspaceForWriting(Filename);
+    isWhole = true;
     for (const auto& [name, source] : files)
-        container.AddFile(name, source, false, nullptr);
+        isWhole =
+            (container.AddFile(name, source, false, nullptr) || IsThere(source) == std::optional(false)) && isWhole;
     const bool isAdded = container.AddFile(ContentPath(WorkspaceContainerSchema::settingsFile), path, false, nullptr);
     return container.Close() && isAdded;
 }

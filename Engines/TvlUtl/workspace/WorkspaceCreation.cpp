@@ -90,8 +90,8 @@ WorkspaceFile WorkspaceFile::Export(const TvlString& target, const TvlString& so
         return {};
     container.SetStringMetadata(Properties::Title, UILanguageName(), Path::GetFileNameWithoutExtension(target));
     container.SetMetadata(WorkspaceProperties::UIOrder, kUserWorkspaceOrder);
-    if (!SaveExportSettings(container, settings))
-        return {};
+    const bool isDescribed = SaveExportSettings(container, settings);
+    // Whatever failed: what is to be left out must not stay in the copy.
     if (!settings.ExportApplicationData) {
         container.DeleteFileW(settingsName);
         // Managers name the file on disk that the entry is extracted to.
@@ -99,7 +99,8 @@ WorkspaceFile WorkspaceFile::Export(const TvlString& target, const TvlString& so
         for (const FilePair& file : files)
             container.DeleteFileW(file.first);
     }
-    return Finished(container, target);
+    const WorkspaceFile exported = Finished(container, target);
+    return isDescribed ? exported : WorkspaceFile();
 }
 
 WorkspaceFile WorkspaceFile::CreateFrom(const TvlString& path, const TvlString& source,

@@ -1,6 +1,7 @@
 #include "WorkspaceManager.h"
 
 #include "SettingsOrigin.h"
+#include "UnsavedSettings.h"
 #include "WorkspaceNames.h"
 #include "siblings/TvlComponent/Application.h"
 #include "siblings/TvlConfig/DocumentFolders.h"
@@ -139,6 +140,7 @@ Result WorkspaceManager::CreateNewWorkspace(
         WorkspaceFile::CreateFrom(UserWorkspacePath(name), UserWorkspacePath(source), title, description);
     if (!file)
         return Result::CreateFailed;
+    UnsavedSettings::Forget(file.GetFilename(), GetProfileSettingsFile());   // of an earlier one of this name
     AddWorkspace(file);
     return Result::Ok;
 }
@@ -178,7 +180,8 @@ Result WorkspaceManager::DeleteWorkspace(TvlString name)
     }
     if (!File::IsWritable(path))
         return Result::FileNotWritable;
-    File::Delete(path);
+    if (File::Delete(path))
+        UnsavedSettings::Forget(path, GetProfileSettingsFile());
     RemoveWorkspaceWithName(name);
     // The list has shifted.
     const bool isDefault = currentName == WorkspaceNames::kDesktopDefault;

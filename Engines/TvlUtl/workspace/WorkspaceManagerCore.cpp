@@ -4,6 +4,7 @@
 #include "InterruptionMark.h"
 #include "SettingsOrigin.h"
 #include "TopMostOwnerWnd.h"
+#include "UnsavedSettings.h"
 #include "WUTLRegistry.h"
 #include "WorkspaceAccess.h"
 #include "WorkspaceNames.h"
@@ -72,15 +73,11 @@ std::vector<TvlString> WorkspaceFilesOf(const TvlString& folder)
 bool MustExtractAgain(const TvlString& settings, const WorkspaceFile* file)
 {
     // Without one the list could not be read.
-    return !file || SettingsOrigin::LackOf(settings, file->GetFilename()) != Lack::None;
+    return !file || SettingsOrigin::AreForeign(SettingsOrigin::LackOf(settings, file->GetFilename()));
 }
 
 /// Whether there is nothing of this name. What can't be looked at is not missing: something else would take its place.
-bool IsMissing(const TvlString& path)
-{
-    TvlUtils::SystemIO::FileStatus status;
-    return TvlUtils::SystemIO::FileLayer::Get().Stat(TvlUtils::SystemIO::ToFilePath(path), status).IsMissing();
-}
+bool IsMissing(const TvlString& path) { return IsThere(path) == std::optional(false); }
 
 /// Copies the suite's workspaces that the user's folder lacks.
 void CopyStockWorkspaces(const TvlString& userFolder)
@@ -235,8 +232,10 @@ void WorkspaceManagerCore::ClearCurrentWS(const WSM_INIT& init, bool deleteCurre
         File::Delete(pair.second);
     File::Delete(GetProfileSettingsFile());
     Folder::DeleteRecursive(GetWebBrowserUserDataDir(), true);
-    if (const WorkspaceFile* const current = deleteCurrent ? GetCurrentWorkspace() : nullptr)
+    if (const WorkspaceFile* const current = deleteCurrent ? GetCurrentWorkspace() : nullptr) {
         File::Delete(current->GetFilename());
+        UnsavedSettings::Forget(current->GetFilename(), GetProfileSettingsFile());
+    }
     if (!init.ResetRegistryKey.IsEmpty() && WUTLRegistry::IsValid(init.ResetRegistryKey.c_str()) == 0)
         WUTLRegistry::DeleteRegistryKey(init.ResetRegistryKey.c_str());
     ConstructWorkspaceList();
@@ -289,12 +288,15 @@ void WorkspaceManagerCore::ExtractSettingsFromWorkspace(WorkspaceFile& file)
 {
     const auto mutex = AcquireWSMutex();
     const TvlString settings = GetProfileSettingsFile();
+    if (!UnsavedSettings::MakeRoom(settings, m_additionalFiles))
+        return;
     const InterruptionMark mark(settings, InterruptionMark::kExtracting);
     SettingsOrigin::SetLack(settings, file.GetFilename(), Lack::Unwritten);
     WorkspaceFileExportSettings exported;
     const bool isLoaded = file.LoadSettings(settings, m_additionalFiles, exported);
+    const auto isPutBack = UnsavedSettings::PutBack(file.GetFilename(), settings, m_additionalFiles);
     // On a full disk another workspace's settings stay there: they must not find their way into this one.
-    const bool isUnwritten = !isLoaded && HasReadableSettings(file.GetFilename());
+    const bool isUnwritten = isPutBack ? !*isPutBack : !isLoaded && HasReadableSettings(file.GetFilename());
     if (!isUnwritten) {
         ProcessLegacySettings(exported);
         SettingsOrigin::Record(settings, file.GetFilename());
@@ -309,8 +311,8 @@ void WorkspaceManagerCore::ExtractSettingsFromWorkspace(WorkspaceFile& file)
 void WorkspaceManagerCore::SaveSettingsToWorkspace(WorkspaceFile& file)
 {
     const auto mutex = AcquireWSMutex();
-    if (SettingsOrigin::LackOf(GetProfileSettingsFile(), file.GetFilename()) == Lack::None) {
-        file.SaveSettings(GetProfileSettingsFile(), m_additionalFiles);
+    if (!SettingsOrigin::AreForeign(SettingsOrigin::LackOf(GetProfileSettingsFile(), file.GetFilename()))) {
+        UnsavedSettings::Save(file, GetProfileSettingsFile(), m_additionalFiles);
         return;
     }
     TvlUtils::LogMessage(TvlUtils::LogLevel::Warning,
@@ -381,8 +383,9 @@ void WorkspaceManagerCore::AppShuttingDown()
     CleanTemporaryIconFolder();
     // The next start begins with the workspace that the settings are of, or are extracted of again.
     const TvlString settings = GetProfileSettingsFile();
+    UnsavedSettings::MakeRoom(settings, m_additionalFiles);
     const Lack lack = current ? SettingsOrigin::LackOf(settings, current->GetFilename()) : Lack::None;
-    const bool isKnown = lack == Lack::None
+    const bool isKnown = !SettingsOrigin::AreForeign(lack)
         || (lack == Lack::Unapplied && InterruptionMark(settings, InterruptionMark::kExtracting).IsThere());
     if (IsInitialized() && isKnown)
         WriteLastUsedWorkspace();

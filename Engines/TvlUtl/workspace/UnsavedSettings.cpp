@@ -1,0 +1,113 @@
+#include "UnsavedSettings.h"
+
+#include "SettingsOrigin.h"
+#include "WorkspaceAccess.h"
+#include "siblings/TvlUtils/LogMessage.h"
+#include "siblings/TvlUtils/SystemIO.h"
+
+#include <algorithm>
+
+using namespace TvlUtils::SystemIO;
+using SettingsOrigin::Lack;
+using TvlUtils::LogLevel;
+using TvlUtils::LogMessage;
+
+namespace {
+TvlString KeptPath(const TvlString& workspace, const TvlString& settings)
+{
+    return settings + L".unsaved." + Path::GetFileNameWithoutExtension(workspace);
+}
+
+/// Whether an entry holds what a file on disk does.
+bool IsStored(const WorkspaceContainer& container, const TvlString& name, const TvlString& path)
+{
+    std::string bytes;
+    TvlUtils::Stream stream = container.OpenFile(name, false);
+    if (!stream || !File::ReadAll(path, bytes))
+        return false;
+    std::string stored(bytes.size() + 1, '\0');
+    stored.resize(stream.ReadSome(stored.data(), stored.size()));
+    return stored == bytes;
+}
+
+/// Whether a workspace has the settings on disk, and the files that go with them.
+bool IsSaved(const TvlString& workspace, const TvlString& settings, const UnsavedSettings::Files& files)
+{
+    const WorkspaceContainer container = OpenWorkspaceForReading(workspace);
+    return container && IsStored(container, ContentPath(WorkspaceContainerSchema::settingsFile), settings)
+        && std::all_of(files.begin(), files.end(), [&](const auto& file) {
+               return IsThere(file.second) == std::optional(false) || IsStored(container, file.first, file.second);
+           });
+}
+
+bool Keep(const TvlString& workspace, const TvlString& settings, const UnsavedSettings::Files& files)
+{
+    const TvlString path = KeptPath(workspace, settings);
+    WorkspaceContainer container = WorkspaceContainer::Create(path);
+    bool isWhole = container.AddFile(ContentPath(WorkspaceContainerSchema::settingsFile), settings, false, nullptr);
+    for (const auto& [name, source] : files)
+        isWhole =
+            isWhole && (container.AddFile(name, source, false, nullptr) || IsThere(source) == std::optional(false));
+    if (container.Close() && isWhole)
+        return true;
+    File::Delete(path);
+    return false;
+}
+
+/// Whether those on disk are kept, after a failure, or need not be: they have not changed, there are none, or their workspace
+/// has gone.
+bool Secure(const TvlString& workspace, const TvlString& settings, const UnsavedSettings::Files& files)
+{
+    constexpr std::optional<bool> kNo = false;
+    if (IsThere(settings) == kNo || IsThere(workspace) == kNo)
+        return true;
+    if (IsThere(KeptPath(workspace, settings)) == kNo && IsSaved(workspace, settings, files))
+        return true;
+    const bool isKept = Keep(workspace, settings, files);
+    LogMessage(LogLevel::Warning,
+        (isKept ? TvlString(L"The settings can't be saved now; they are kept for: ")
+                : TvlString(L"The settings can be neither saved nor kept for: "))
+            + workspace);
+    return isKept;
+}
+}   // namespace
+
+void UnsavedSettings::Save(WorkspaceFile& workspace, const TvlString& settings, const Files& files)
+{
+    const TvlString path = workspace.GetFilename();
+    // What is kept must never be older than what the workspace has: a process may end between the two.
+    const auto wasKept = IsThere(KeptPath(path, settings));
+    const bool isCurrent = wasKept && (!*wasKept || Keep(path, settings, files));
+    bool isWhole = true;
+    const bool isSaved = isCurrent && workspace.SaveSettings(settings, files, isWhole) && isWhole;
+    if (isSaved && *wasKept)
+        Forget(path, settings);
+    const Lack lack = isSaved || Secure(path, settings, files) ? Lack::None : Lack::Unsaved;
+    if (SettingsOrigin::LackOf(settings, path) != lack)
+        SettingsOrigin::SetLack(settings, path, lack);
+}
+
+bool UnsavedSettings::MakeRoom(const TvlString& settings, const Files& files)
+{
+    const auto owner = SettingsOrigin::UnsavedOwner(settings);
+    if (!owner)
+        return true;
+    if (!Secure(*owner, settings, files))
+        return false;
+    SettingsOrigin::SetLack(settings, *owner, Lack::None);
+    return true;
+}
+
+std::optional<bool> UnsavedSettings::PutBack(const TvlString& workspace, const TvlString& settings, const Files& files)
+{
+    const TvlString path = KeptPath(workspace, settings);
+    const auto isKept = IsThere(path);
+    if (isKept == std::optional(false))
+        return std::nullopt;
+    return isKept && WorkspaceFile(path).LoadSettings(settings, files);
+}
+
+void UnsavedSettings::Forget(const TvlString& workspace, const TvlString& settings)
+{
+    File::Delete(KeptPath(workspace, settings));
+}
