@@ -104,7 +104,12 @@ std::optional<bool> UnsavedSettings::PutBack(const TvlString& workspace, const T
     const auto isKept = IsThere(path);
     if (isKept == std::optional(false))
         return std::nullopt;
-    return isKept && WorkspaceFile(path).LoadSettings(settings, files);
+    if (!isKept || !WorkspaceFile(path).LoadSettings(settings, files))
+        return false;
+    // The result above is that of the settings.
+    const WorkspaceContainer kept = OpenWorkspaceForReading(path);
+    return std::all_of(files.begin(), files.end(),
+        [&](const auto& file) { return !kept.DoesFileExist(file.first) || IsStored(kept, file.first, file.second); });
 }
 
 void UnsavedSettings::Forget(const TvlString& workspace, const TvlString& settings)
