@@ -3,7 +3,8 @@
 # source packages, which are fetched into build/corpora, files that are made there, and those of further folders.
 # Usage: run.sh [PROGRAM [FOLDER...]]
 # PROGRAM is tvl, by default that of the build with sanitizers; the fuzz targets lie beside it. A FOLDER has one folder for
-# each kind of file: container, exif, guidmap, info, papers, settings, texts or units.
+# each kind of file: container, exif, guidmap, info, papers, settings, texts or units; each line of its "expressions.txt" is a
+# text, too.
 # Needs exiftool (libimage-exiftool-perl) and python3.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
@@ -36,6 +37,25 @@ read_all() {
     tr '\r' '\n' < build/corpora/log | tail -n 30
 }
 
+# A folder that has nothing for any reader would pass without a look.
+for folder in "$@"; do
+    for path in "$folder"/*; do
+        case ${path##*/} in
+        container | exif | guidmap | info | papers | settings | texts | units) continue 2 ;;
+        esac
+    done
+    echo "$folder has no folder of a kind of file that is known"
+    exit 1
+done
+# Texts may come as the lines of one file, which are read one by one.
+readonly lines=build/corpora/lines
+rm -rf "$lines"
+for folder in "$@"; do
+    [ -f "$folder/expressions.txt" ] || continue
+    mkdir -p "$lines"
+    split --lines=1 --suffix-length=6 "$folder/expressions.txt" "$lines/${folder//\//_}-"
+done
+
 cmake/debian-sources.sh "$packages" exiv2 libexif libimage-exiftool-perl libzip pugixml
 python3 tests/corpora/large_files.py "$made"
 for name in ExifParse ExifPatch; do
@@ -53,8 +73,10 @@ for name in LanguageInfo EventText; do
 done
 read_all GuidMap "${@/%//guidmap}"
 read_all CustomUnits "${@/%//units}" "$made/units"
+texts=("${@/%//texts}" "$made/texts")
+[ ! -d "$lines" ] || texts+=("$lines")
 for name in Expression FieldText SmartValue PageRange; do
-    read_all "$name" "${@/%//texts}" "$made/texts"
+    read_all "$name" "${texts[@]}"
 done
 # 256 MB, of which the sanitizers take a part.
 ASAN_OPTIONS=hard_rss_limit_mb=256:quarantine_size_mb=16 python3 tests/corpora/exif.py "$program" "$packages" || failed=1
