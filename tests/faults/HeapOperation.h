@@ -79,3 +79,4 @@ HeapOperations TrackingOperations();
 HeapOperations ProgressOperations();
 HeapOperations ExifOperations();
 HeapOperations DuplicationOperations();
+HeapOperations XmlOperations();
