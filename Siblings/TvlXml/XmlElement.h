@@ -15,7 +15,7 @@ inline pugi::xml_attribute XmlAttribute(void* attribute)
 inline pugi::xml_node AddChild(pugi::xml_node parent, const char* name)
 {
     const pugi::xml_node child = parent.append_child(name);
-    if (!parent || (child && (*child.name() || !*name)))
+    if (*child.name() || !parent || (child && !*name))
         return child;
     parent.remove_child(child);
     throw std::bad_alloc();
@@ -27,7 +27,7 @@ inline pugi::xml_attribute AddAttribute(
     pugi::xml_node element, const char* name, const char* value, const pugi::xml_attribute& next = {})
 {
     pugi::xml_attribute added = next ? element.insert_attribute_before(name, next) : element.append_attribute(name);
-    if (!element || (added && (*added.name() || !*name) && added.set_value(value)))
+    if ((added.set_value(value) && (*added.name() || !*name)) || !element)
         return added;
     element.remove_attribute(added);
     throw std::bad_alloc();
