@@ -95,8 +95,12 @@ bool WXmlNode::DeleteChild(const WXPath& path) const
 
 WXmlNode WXmlNode::CreateChild(const wchar_t* name, const wchar_t* text) const
 {
-    pugi::xml_node child = XmlElement(m_element).append_child(TvlPlatform::ToUtf8(name).c_str());
-    if (text)
-        child.text().set(TvlPlatform::ToUtf8(text).c_str());
+    const std::string bytes = TvlPlatform::ToUtf8(text ? text : L"");
+    pugi::xml_node parent = XmlElement(m_element);
+    pugi::xml_node child = AddChild(parent, TvlPlatform::ToUtf8(name).c_str());
+    if (child && text && !child.text().set(bytes.c_str())) {
+        parent.remove_child(child);
+        throw std::bad_alloc();
+    }
     return WXmlNode(child.internal_object());
 }

@@ -25,6 +25,17 @@ private:
     char m_ascii[32];
     std::string m_other;
 };
+
+/// Sets an element's text. Throws std::bad_alloc, and the text is the old one or none then.
+void SetText(pugi::xml_node element, const char* bytes)
+{
+    const bool hadText = static_cast<bool>(element.text());
+    if (element.text().set(bytes))
+        return;
+    if (!hadText)
+        element.remove_child(element.text().data());
+    throw std::bad_alloc();
+}
 }   // namespace
 
 WXmlValueAccessor WXmlNode::Attribute(const wchar_t* name) const
@@ -49,18 +60,19 @@ const char* WXmlValueAccessor::Bytes() const
 void WXmlValueAccessor::SetBytes(const char* bytes)
 {
     pugi::xml_node element = XmlElement(m_element);
-    if (!m_name) {
-        element.text().set(bytes);
+    if (!element)
         return;
-    }
+    if (!m_name)
+        return SetText(element, bytes);
     if (!m_attribute) {
         const NarrowName name(m_name);
-        pugi::xml_attribute attribute = element.attribute(name.Get());   // another accessor may have made it
-        if (!attribute)
-            attribute = element.append_attribute(name.Get());
-        m_attribute = attribute.internal_object();
+        m_attribute = element.attribute(name.Get()).internal_object();   // another accessor may have made it
+        if (!m_attribute) {
+            m_attribute = AddAttribute(element, name.Get(), bytes).internal_object();
+            return;
+        }
     }
-    XmlAttribute(m_attribute).set_value(bytes);
+    SetAttribute(XmlAttribute(m_attribute), bytes);
 }
 
 int WXmlValueAccessor::GetInt(int defaultValue) const { return ToInt(GetUtf8()).value_or(defaultValue); }

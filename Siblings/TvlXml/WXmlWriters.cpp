@@ -28,12 +28,10 @@ void WXmlAttributeWriter::Set(const char* name, const char* value)
     if (old && std::string_view(old.name()) == name) {
         m_next = old.next_attribute().internal_object();
         if (std::string_view(old.value()) != value)
-            old.set_value(value);
+            SetAttribute(old, value);
         return;
     }
-    pugi::xml_node element = XmlElement(m_element);
-    pugi::xml_attribute added = old ? element.insert_attribute_before(name, old) : element.append_attribute(name);
-    added.set_value(value);
+    AddAttribute(XmlElement(m_element), name, value, old);
 }
 
 void WXmlAttributeWriter::SetInt(const char* name, int value) { Set(name, NumberText(value).Get()); }
@@ -66,7 +64,7 @@ WXmlListWriter::WXmlListWriter(const WXmlNode& parent, const wchar_t* list, cons
     if (child && child.next_sibling())
         child = element.append_move(child);
     else if (!child)
-        child = element.append_child(name.c_str());
+        child = AddChild(element, name.c_str());
     child.remove_attributes();
     m_list = child.internal_object();
     m_next = child.first_child().internal_object();
@@ -92,5 +90,5 @@ WXmlNode WXmlListWriter::Next()
         old = next;
     }
     m_next = old ? old.next_sibling().internal_object() : nullptr;
-    return WXmlNode(old ? old.internal_object() : list.append_child(m_item.c_str()).internal_object());
+    return WXmlNode(old ? old.internal_object() : AddChild(list, m_item.c_str()).internal_object());
 }

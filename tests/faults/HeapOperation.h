@@ -79,3 +79,5 @@ HeapOperations TrackingOperations();
 HeapOperations ProgressOperations();
 HeapOperations ExifOperations();
 HeapOperations DuplicationOperations();
+HeapOperations SystemRegistryOperations();
+HeapOperations XmlOperations();

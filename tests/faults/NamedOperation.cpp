@@ -25,6 +25,8 @@ constexpr Area kAreas[] = {
     {"progress", ProgressOperations},
     {"exif", ExifOperations},
     {"duplication", DuplicationOperations},
+    {"systemRegistry", SystemRegistryOperations},
+    {"xml", XmlOperations},
 };
 }   // namespace
 

@@ -1,6 +1,7 @@
 // Allocations that fail when a test wants it. For programs built with FAILING_HEAP (cmake/TvlTargets.cmake): their
 // operator new and their objects' calls of malloc, calloc and realloc go through here. What a shared library allocates
-// by itself is counted on linux alone, and only what it takes by operator new.
+// by itself is counted on linux alone: what it takes by operator new and, in programs with heap/linux/LibraryHeaps.cpp, what
+// pugixml and SQLite take. Allocations of libzip and ICU are never counted.
 #pragma once
 
 #include "FaultWalk.h"
@@ -28,6 +29,10 @@ public:
     int CountFailed() const;
     /// Whether one was failed.
     bool HasFailed() const;
+
+    /// Counts an allocation that is about to be made; false when it is the one to fail. For the heap's own functions, and
+    /// those that a library is given.
+    static bool Admit();
 };
 
 /// Runs an operation with its first allocation failing, then with its second, and so on until it goes through

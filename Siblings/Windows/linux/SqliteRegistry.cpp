@@ -9,6 +9,7 @@
 #include "windows/UserFolders.h"
 
 #include <filesystem>
+#include <new>
 #include <sqlite3.h>
 
 namespace PREFUTILS {
@@ -49,6 +50,13 @@ LONG StatusOf(int code)
     }
 }
 
+[[noreturn]] void Fail(int code)
+{
+    if (code == SQLITE_NOMEM)
+        throw std::bad_alloc();
+    throw RegistryStore::StoreFailure{StatusOf(code)};
+}
+
 /// Use of a statement that is kept ready: bound from 1 on, reset at the end.
 class Query {
 public:
@@ -79,9 +87,11 @@ public:
     {
         const int code = sqlite3_step(m_statement);
         if (code != SQLITE_ROW && code != SQLITE_DONE)
-            throw RegistryStore::StoreFailure{StatusOf(code)};
+            Fail(code);
         return code == SQLITE_ROW;
     }
+    /// Runs a statement without rows; false when that fails.
+    bool TryRun() { return sqlite3_step(m_statement) == SQLITE_DONE; }
 
     sqlite3_int64 Number(int column) const { return sqlite3_column_int64(m_statement, column); }
     std::wstring Text(int column) const
@@ -102,7 +112,7 @@ private:
     Query& Check(int code)
     {
         if (code != SQLITE_OK)
-            throw RegistryStore::StoreFailure{StatusOf(code)};
+            Fail(code);
         return *this;
     }
 
@@ -110,8 +120,15 @@ private:
     int m_bound = 0;
 };
 
-/// The statements that are kept ready.
+/// The statements that are kept ready. A transaction's are among them: one that has failed for want of memory must be taken
+/// back without any.
 enum Statement {
+    kBegin,
+    kCommit,
+    kRollback,
+    kBeginPart,
+    kCommitPart,
+    kRollbackPart,
     kFindKey,
     kKeyLives,
     kInsertKey,
@@ -126,6 +143,12 @@ enum Statement {
 };
 
 constexpr const char* kStatementTexts[kStatements] = {
+    "BEGIN IMMEDIATE",
+    "COMMIT",
+    "ROLLBACK",
+    "SAVEPOINT part",
+    "RELEASE part",
+    "ROLLBACK TO part",
     "SELECT id FROM keys WHERE path = ?1",
     "SELECT 1 FROM keys WHERE id = ?1",
     "INSERT INTO keys (parent, path, name) VALUES (?1, ?2, ?3)",
@@ -154,6 +177,8 @@ public:
         m_database.reset(database);
         if (m_status == SQLITE_OK)
             m_status = Prepare();
+        if (m_status == SQLITE_NOMEM)
+            throw std::bad_alloc();   // the next to ask opens it
         if (m_status != SQLITE_OK)
             TvlUtils::LogMessage(TvlUtils::LogLevel::Error,
                 TvlString().Format(L"the registry \"%S\" can't be opened: %S", file, sqlite3_errmsg(database)));
@@ -261,35 +286,29 @@ private:
     public:
         explicit Transaction(SqliteStore& store) : m_store(store), m_isInner(store.IsInTransaction())
         {
-            Run(m_isInner ? "SAVEPOINT part" : "BEGIN IMMEDIATE");
+            m_store.Use(m_isInner ? kBeginPart : kBegin).Step();
         }
         ~Transaction()
         {
-            if (!m_committed && m_store.IsInTransaction())
-                sqlite3_exec(m_store.m_database.get(), m_isInner ? "ROLLBACK TO part; RELEASE part" : "ROLLBACK",
-                    nullptr, nullptr, nullptr);
+            if (m_committed || !m_store.IsInTransaction())
+                return;
+            // A part that can't be taken back, which takes some memory, takes all with it: the batch around it tells.
+            if (!m_isInner || !m_store.TryRun(kRollbackPart) || !m_store.TryRun(kCommitPart))
+                m_store.TryRun(kRollback);
         }
         Transaction(const Transaction&) = delete;
         Transaction& operator=(const Transaction&) = delete;
 
         void Commit()
         {
-            // SQLite takes a transaction back by itself when the disk fails.
+            // SQLite takes a transaction back by itself when the disk fails or there is no memory.
             if (!m_store.IsInTransaction())
                 throw StoreFailure{kRegistryDiskFull};
-            Run(m_isInner ? "RELEASE part" : "COMMIT");
+            m_store.Use(m_isInner ? kCommitPart : kCommit).Step();
             m_committed = true;
         }
 
     private:
-        void Run(const char* text)
-        {
-            m_store.RequireOpen();
-            const int code = sqlite3_exec(m_store.m_database.get(), text, nullptr, nullptr, nullptr);
-            if (code != SQLITE_OK)
-                throw StoreFailure{StatusOf(code)};
-        }
-
         SqliteStore& m_store;
         bool m_isInner;
         bool m_committed = false;
@@ -324,6 +343,8 @@ private:
         RequireOpen();
         return Query(m_statements[statement].get());
     }
+
+    bool TryRun(Statement statement) const { return Query(m_statements[statement].get()).TryRun(); }
 
     KeyId Find(const std::string& stored)
     {

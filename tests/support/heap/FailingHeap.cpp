@@ -12,15 +12,6 @@ std::thread::id watched;
 int failAt = FailingHeap::kNever;
 bool isOnward = false;
 int count = 0;
-
-/// Counts an allocation; false when it is the one to fail.
-bool Admit()
-{
-    if (!active.load(std::memory_order_acquire) || std::this_thread::get_id() != watched)
-        return true;
-    const int place = count++;
-    return failAt == FailingHeap::kNever || (isOnward ? place < failAt : place != failAt);
-}
 }   // namespace
 
 extern "C" {
@@ -29,9 +20,23 @@ void* __real_malloc(std::size_t size);
 void* __real_calloc(std::size_t count, std::size_t size);
 void* __real_realloc(void* block, std::size_t size);
 
-void* __wrap_malloc(std::size_t size) { return Admit() ? __real_malloc(size) : nullptr; }
-void* __wrap_calloc(std::size_t number, std::size_t size) { return Admit() ? __real_calloc(number, size) : nullptr; }
-void* __wrap_realloc(void* block, std::size_t size) { return Admit() ? __real_realloc(block, size) : nullptr; }
+void* __wrap_malloc(std::size_t size) { return FailingHeap::Admit() ? __real_malloc(size) : nullptr; }
+void* __wrap_calloc(std::size_t number, std::size_t size)
+{
+    return FailingHeap::Admit() ? __real_calloc(number, size) : nullptr;
+}
+void* __wrap_realloc(void* block, std::size_t size)
+{
+    return FailingHeap::Admit() ? __real_realloc(block, size) : nullptr;
+}
+}
+
+bool FailingHeap::Admit()
+{
+    if (!active.load(std::memory_order_acquire) || std::this_thread::get_id() != watched)
+        return true;
+    const int place = count++;
+    return failAt == kNever || (isOnward ? place < failAt : place != failAt);
 }
 
 FailingHeap::FailingHeap(int point, Extent extent)
@@ -56,7 +61,7 @@ bool FailingHeap::HasFailed() const { return CountFailed() > 0; }
 
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept
 {
-    return Admit() ? __real_malloc(size > 0 ? size : 1) : nullptr;
+    return FailingHeap::Admit() ? __real_malloc(size > 0 ? size : 1) : nullptr;
 }
 void* operator new(std::size_t size)
 {
