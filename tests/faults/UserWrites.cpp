@@ -97,8 +97,8 @@ struct Preferences : Settings {
 struct Content : Plain {
     Content()
     {
-        world.Put("user/old/a.fill", "a");
-        world.Put("user/old/below/b.fill", "b");
+        world.Put("user/old/a.fill", "content a");
+        world.Put("user/old/below/b.fill", "content b");
         world.files.AddFolder(FaultWorld::File("user/new"));
         // Here, for it does far more with files than the copies.
         for (const auto& [folder, name] : CFileLocations::GetFileLocations())
@@ -200,10 +200,10 @@ FileOperations WritesOfTheUser()
                 return isDone;
             },
             [](Content& content, const FileRun& run) {
-                EXPECT_EQ(content.world.Get("user/old/a.fill"), "a") << "nothing is taken away";
-                EXPECT_EQ(content.world.Get("user/old/below/b.fill"), "b");
+                EXPECT_EQ(content.world.Get("user/old/a.fill"), "content a") << "nothing is taken away";
+                EXPECT_EQ(content.world.Get("user/old/below/b.fill"), "content b");
                 for (const auto& [name, bytes] :
-                    {std::pair("user/new/a.fill", "a"), std::pair("user/new/below/b.fill", "b")}) {
+                    {std::pair("user/new/a.fill", "content a"), std::pair("user/new/below/b.fill", "content b")}) {
                     const auto copy = content.world.Get(name);
                     EXPECT_TRUE(copy == bytes || !run.isDone) << name;
                     EXPECT_TRUE(!copy || copy == bytes) << "a part of " << name;

@@ -193,4 +193,27 @@ TEST(FileLayer, FaultWalksFindWritersThatLoseContent)
         0);
 }
 
+TEST(FileLayer, AShortWriteHappensInTheNextWriteThatCanBeCutOrNowhere)
+{
+    MemoryFiles files;
+    files.Put("folder/a", "0123456789");
+    FileStatus status;
+    // A status, an open, writes of one byte and of four, and a close.
+    const auto operate = [&] {
+        std::unique_ptr<FileHandle> file;
+        EXPECT_TRUE(files.Stat("folder/a", status) && files.Open("folder/a", OpenMode::ReadWrite, file));
+        std::size_t one = 0;
+        std::size_t four = 0;
+        EXPECT_TRUE(file->WriteAt(0, "x", 1, one) && file->WriteAt(1, "xxxx", 4, four) && file->Close());
+        return one + four;
+    };
+    for (const auto& [point, at, written] : {std::tuple(1u, 4u, 3u), {3u, 4u, 3u}, {4u, 4u, 3u}, {5u, 0u, 5u}}) {
+        files.Inject(point, MemoryFiles::Fault::ShortWrite);
+        EXPECT_EQ(operate(), written) << point;
+        EXPECT_EQ(files.FaultPoint(), at) << point;
+        EXPECT_EQ(files.FaultReached(), at > 0) << point;
+        files.Restart();
+    }
+}
+
 }   // namespace

@@ -64,8 +64,10 @@ MemoryFiles::~MemoryFiles() { FileLayer::SetForTests(nullptr); }
 
 void MemoryFiles::Inject(std::size_t operation, Fault fault)
 {
+    m_injectedAt = m_operations;
     m_faultAt = m_operations + operation;
     m_fault = fault;
+    m_metAt = 0;
     m_reached = false;
 }
 
@@ -73,7 +75,14 @@ void MemoryFiles::Restart()
 {
     m_faultAt = 0;
     m_capacity.reset();
+    m_metAt = 0;
     m_reached = m_stopped = false;
+}
+
+void MemoryFiles::Reach()
+{
+    m_metAt = m_reached ? m_metAt : m_operations;
+    m_reached = true;
 }
 
 FileResult MemoryFiles::Begin()
@@ -82,16 +91,14 @@ FileResult MemoryFiles::Begin()
         return std::errc::io_error;   // whoever cleans up on the way out of a process that has ended
     ++m_operations;
     const bool isPast = m_reached && m_fault == Fault::FailOnward;
-    if (m_operations != m_faultAt && !isPast)
+    // Nothing but a write can be cut short, and tells so itself.
+    if ((m_operations != m_faultAt && !isPast) || m_fault == Fault::ShortWrite)
         return {};
-    m_reached = true;
+    Reach();
     if (m_fault == Fault::Fail || m_fault == Fault::FailOnward)
         return std::errc::io_error;
-    if (m_fault != Fault::ShortWrite) {
-        EndProcess();
-        throw Stop();
-    }
-    return {};
+    EndProcess();
+    throw Stop();
 }
 
 void MemoryFiles::EndProcess()
@@ -118,18 +125,21 @@ void MemoryFiles::LoseUnflushed()
 
 FileResult MemoryFiles::Write(Node& file, std::size_t offset, std::string_view bytes, std::size_t& done)
 {
-    const bool isFaulty = !m_stopped && m_operations + 1 == m_faultAt;
-    const bool stops = isFaulty && m_fault > Fault::ShortWrite;
+    const bool stops = !m_stopped && m_operations + 1 == m_faultAt && m_fault > Fault::ShortWrite;
     if (!stops)
         if (const FileResult result = Begin(); !result)
             return result;
-    if (isFaulty && bytes.size() > 1)
+    const bool isCut =
+        m_fault == Fault::ShortWrite && !m_reached && m_faultAt > 0 && m_operations >= m_faultAt && bytes.size() > 1;
+    if (isCut)
+        Reach();
+    if (isCut || (stops && bytes.size() > 1))
         bytes = bytes.substr(0, bytes.size() / 2);
 
     const std::size_t growth = std::max(offset + bytes.size(), file.bytes.size()) - file.bytes.size();
     const std::size_t used = UsedBytes();
     if (m_capacity && used + growth > *m_capacity) {
-        m_reached = true;
+        Reach();
         const std::size_t lacking = used + growth - *m_capacity;
         if (lacking >= bytes.size())
             return std::errc::no_space_on_device;

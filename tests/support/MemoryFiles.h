@@ -4,6 +4,7 @@
 #include "FaultWalk.h"
 #include "siblings/TvlUtils/FileLayer.h"
 
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <optional>
@@ -21,7 +22,7 @@ public:
     enum class Fault {
         Fail,          ///< fails with io_error and does nothing
         FailOnward,    ///< so do all behind it
-        ShortWrite,    ///< a write does half of its work and succeeds; other operations are not touched
+        ShortWrite,    ///< the next write of more than one byte does half of its work and succeeds
         StopDropped,   ///< the process ends; of what was not flushed nothing is left
         StopTorn,      ///< the process ends; of what was not flushed a part is left
         StopKept,      ///< the process ends; what it has written is left
@@ -37,12 +38,14 @@ public:
     MemoryFiles& operator=(const MemoryFiles&) = delete;
     ~MemoryFiles() override;
 
-    /// Lets the n-th operation from now on meet a fault.
+    /// Lets the n-th operation from now on meet a fault. One that only writes can meet waits for the next of them.
     void Inject(std::size_t operation, Fault fault);
     /// Bytes that all files together may have; writes beyond it do what fits and fail then with no_space_on_device.
     void SetCapacity(std::size_t bytes) { m_capacity = bytes; }
     /// Whether the fault has happened, or the capacity did not suffice.
     bool FaultReached() const { return m_reached; }
+    /// The operation that a fault has happened in first, counted as Inject counts; 0 without any.
+    std::size_t FaultPoint() const { return m_metAt - std::min(m_metAt, m_injectedAt); }
     /// Ends the process now, unless it ended before or the fault is no end of it: what an operation has reported as done
     /// must outlast that.
     void EndProcess();
@@ -82,6 +85,8 @@ private:
 
     /// Counts an operation and lets it meet its fault; a failure ends the operation.
     FileResult Begin();
+    /// Notes that a fault happens in the operation that is on.
+    void Reach();
     /// Leaves of the files what the fault says that is left when the process ends.
     void LoseUnflushed();
     /// As much of a write as there is room for.
@@ -92,7 +97,9 @@ private:
 
     std::map<Path, std::shared_ptr<Node>> m_nodes;
     std::size_t m_operations = 0;
-    std::size_t m_faultAt = 0;   // 0 for none
+    std::size_t m_injectedAt = 0;   // operations before the fault was asked for
+    std::size_t m_faultAt = 0;      // 0 for none
+    std::size_t m_metAt = 0;        // 0 as long as it has not happened
     Fault m_fault = Fault::Fail;
     std::optional<std::size_t> m_capacity;
     bool m_reached = false;
@@ -122,13 +129,13 @@ bool RunOnFaultyFiles(Prepare prepare, Inject inject, Operation operation, Check
 }
 
 /// Lets each kind of fault happen in each file operation of `operation`; see RunOnFaultyFiles.
-/// @param recorded file operations that `operation` is known to do
+/// @param recorded file operations that `operation` is known to do; how many of them can be cut short is not asked for
 template <class Prepare, class Operation, class Check>
 void WalkFileFaults(std::size_t recorded, Prepare prepare, Operation operation, Check check)
 {
     for (const MemoryFiles::Fault fault : MemoryFiles::kFaults) {
         SCOPED_TRACE(testing::Message() << "fault " << static_cast<int>(fault));
-        WalkFaultPoints(recorded, [&](std::size_t point) {
+        WalkFaultPoints(fault == MemoryFiles::Fault::ShortWrite ? 0 : recorded, [&](std::size_t point) {
             return RunOnFaultyFiles(
                 prepare, [&](MemoryFiles& files) { files.Inject(point, fault); }, operation, check);
         });
