@@ -21,6 +21,7 @@ constexpr NamedFault kFaults[] = {
     {"is cut short", Fault::ShortWrite},
     {"ends the process, and what was not flushed is gone", Fault::StopDropped},
     {"ends the process, and what was not flushed is torn", Fault::StopTorn},
+    {"ends the process, and names that no folder was flushed with are gone", Fault::StopUnnamed},
     {"ends the process", Fault::StopKept},
 };
 constexpr std::size_t kMostPoints = 60;   // of one operation and fault, unless the run is whole
@@ -96,13 +97,12 @@ TEST_P(FileFaults, LeaveTheOldStateOrTheNewOne)
     const std::size_t files = FilesOfASoundRun();
     Tally::Get().Add("operations that write files");
     for (const auto& [name, fault] : kFaults) {
-        const bool endsSystem = fault == Fault::StopDropped || fault == Fault::StopTorn;
         std::size_t last = 0;
         std::size_t step = 1;
         for (std::size_t point = 1, met = 1; met > 0 && !HasFailure(); point = met + step) {
             SCOPED_TRACE(testing::Message() << "file operation " << point << " " << name);
             met = Try(
-                files, [&](MemoryFiles& world) { world.Inject(point, fault); }, endsSystem);
+                files, [&](MemoryFiles& world) { world.Inject(point, fault); }, MemoryFiles::EndsSystem(fault));
             last = point;
             if (met >= kMostPoints && !IsWholeRun())
                 step = 7;

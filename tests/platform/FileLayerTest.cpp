@@ -216,4 +216,27 @@ TEST(FileLayer, AShortWriteHappensInTheNextWriteThatCanBeCutOrNowhere)
     }
 }
 
+TEST(FileLayer, InMemoryNamesAreLostThatNoRenamingHasFlushed)
+{
+    MemoryFiles files;
+    files.Put("folder/moved", "moved");
+    files.Put("folder/removed", "removed");
+    files.Put("folder/below/gone", "gone");
+    files.Inject(1000, MemoryFiles::Fault::StopUnnamed);
+    EXPECT_TRUE(files.MakeFolder("folder/made"));
+    EXPECT_TRUE(files.Remove("folder/below/gone"));
+    MakeFile("folder/made/lost", "lost");
+    EXPECT_TRUE(files.Rename("folder/moved", "folder/made/kept"));
+    MakeFile("folder/made/unnamed", "unnamed");
+    EXPECT_TRUE(files.Remove("folder/removed"));
+    files.EndProcess();
+    files.Restart();
+    EXPECT_EQ(files.Get("folder/made/kept"), "moved");
+    EXPECT_EQ(files.Get("folder/made/lost"), "lost") << "flushed with what was renamed behind it";
+    EXPECT_FALSE(files.Get("folder/made/unnamed"));
+    EXPECT_EQ(files.Get("folder/moved"), "moved") << "under both names: the folder that it left was not flushed";
+    EXPECT_EQ(files.Get("folder/removed"), "removed");
+    EXPECT_EQ(files.Get("folder/below/gone"), "gone");
+}
+
 }   // namespace

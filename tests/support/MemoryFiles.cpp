@@ -56,6 +56,13 @@ std::filesystem::path Normal(const std::filesystem::path& path)
     const std::filesystem::path normal = path.lexically_normal();
     return normal.has_filename() ? normal : normal.parent_path();
 }
+
+/// Whether a path lies in no folder that is kept.
+bool IsAtTop(const std::filesystem::path& path)
+{
+    const std::filesystem::path folder = path.parent_path();
+    return folder.empty() || folder == folder.root_path();
+}
 }   // namespace
 
 MemoryFiles::MemoryFiles() { FileLayer::SetForTests(this); }
@@ -69,6 +76,8 @@ void MemoryFiles::Inject(std::size_t operation, Fault fault)
     m_fault = fault;
     m_metAt = 0;
     m_reached = false;
+    for (const auto& [path, node] : m_nodes)
+        FlushFolder(path);
 }
 
 void MemoryFiles::Restart()
@@ -109,11 +118,38 @@ void MemoryFiles::EndProcess()
     LoseUnflushed();
 }
 
+void MemoryFiles::LoseUnflushedNames()
+{
+    Nodes kept;
+    const auto keep = [&](const auto& self, const Path& path, const std::shared_ptr<Node>& node) -> void {
+        kept.emplace(path, node);
+        for (const auto& [name, held] : node->flushedNames)
+            self(self, path / name, held);
+    };
+    for (const auto& [path, node] : m_nodes)
+        if (IsAtTop(path))
+            keep(keep, path, node);
+    m_nodes = std::move(kept);
+}
+
+void MemoryFiles::FlushFolder(const Path& folder)
+{
+    const auto node = Find(folder);
+    if (!node)
+        return;
+    node->flushedNames.clear();
+    for (const auto& [path, held] : m_nodes)
+        if (path.parent_path() == Normal(folder))
+            node->flushedNames.emplace(path.filename(), held);
+}
+
 void MemoryFiles::LoseUnflushed()
 {
+    if (m_fault == Fault::StopUnnamed)
+        LoseUnflushedNames();
     for (auto& [path, node] : m_nodes) {
         std::string& bytes = node->bytes;
-        if (m_fault == Fault::StopDropped)
+        if (m_fault == Fault::StopDropped || m_fault == Fault::StopUnnamed)
             bytes = node->flushed;
         // The first half has reached the disk, the second has not; the length may have been noted before the bytes.
         if (m_fault == Fault::StopTorn && bytes != node->flushed)
@@ -161,9 +197,9 @@ std::shared_ptr<MemoryFiles::Node> MemoryFiles::Find(const Path& path) const
 
 bool MemoryFiles::HasFolderOf(const Path& path) const
 {
-    const Path folder = Normal(path).parent_path();
-    const auto found = Find(folder);
-    return folder.empty() || folder == folder.root_path() || (found && found->kind == FileKind::Folder);
+    const Path at = Normal(path);
+    const auto found = Find(at.parent_path());
+    return IsAtTop(at) || (found && found->kind == FileKind::Folder);
 }
 
 bool MemoryFiles::HoldsAnything(const Path& folder) const
@@ -174,14 +210,17 @@ bool MemoryFiles::HoldsAnything(const Path& folder) const
 
 void MemoryFiles::AddFolder(const Path& path)
 {
-    for (Path at = Normal(path); !at.empty() && at != at.root_path(); at = at.parent_path())
+    for (Path at = Normal(path); !at.empty() && at != at.root_path(); at = at.parent_path()) {
         m_nodes.emplace(at, std::make_shared<Node>(Node{FileKind::Folder, {}, {}, false, m_now}));
+        FlushFolder(at);
+    }
 }
 
 void MemoryFiles::Put(const Path& path, const std::string& bytes)
 {
     AddFolder(path.parent_path());
     m_nodes[Normal(path)] = std::make_shared<Node>(Node{FileKind::File, bytes, bytes, false, m_now});
+    FlushFolder(Normal(path).parent_path());
 }
 
 std::optional<std::string> MemoryFiles::Get(const Path& path) const
@@ -246,7 +285,7 @@ FileResult MemoryFiles::Rename(const Path& from, const Path& to)
         return std::errc::is_a_directory;
     const Path source = Normal(from);
     const Path target = Normal(to);
-    std::map<Path, std::shared_ptr<Node>> moved;
+    Nodes moved;
     for (const auto& [path, held] : m_nodes) {
         const auto [sourceEnd, rest] = std::mismatch(source.begin(), source.end(), path.begin(), path.end());
         const bool moves = sourceEnd == source.end();
@@ -257,6 +296,7 @@ FileResult MemoryFiles::Rename(const Path& from, const Path& to)
             moved[place] = held;
     }
     m_nodes = std::move(moved);
+    FlushFolder(Normal(to).parent_path());
     return {};
 }
 
@@ -308,7 +348,8 @@ FileResult MemoryFiles::MakeFolder(const Path& path)
         return std::errc::file_exists;
     if (!HasFolderOf(path))
         return std::errc::no_such_file_or_directory;
-    AddFolder(path);
+    m_nodes.emplace(Normal(path), std::make_shared<Node>(Node{FileKind::Folder, {}, {}, false, m_now}));
+    FlushFolder(Normal(path).parent_path());
     return {};
 }
 

@@ -11,7 +11,9 @@
 #include <string>
 #include <string_view>
 
-/// Stands in for the system's layer while it lives. What tests put into it and ask of it directly is not counted.
+/// Stands in for the system's layer while it lives. What a folder holds is flushed when a file is renamed in it or a folder
+/// is made in it, as the layer promises, and at no other moment: a file that was made, removed or moved away since then may
+/// not be, or be again, behind a power cut. Names at the top of everything are always flushed. What tests put into it and ask of it directly is not counted.
 /// Operations are numbered from 1. For one thread.
 class MemoryFiles final : public TvlUtils::SystemIO::FileLayer {
 public:
@@ -25,10 +27,16 @@ public:
         ShortWrite,    ///< the next write of more than one byte does half of its work and succeeds
         StopDropped,   ///< the process ends; of what was not flushed nothing is left
         StopTorn,      ///< the process ends; of what was not flushed a part is left
+        StopUnnamed,   ///< the process ends; of what was not flushed nothing is left, names in folders neither
         StopKept,      ///< the process ends; what it has written is left
     };
-    static constexpr Fault kFaults[] = {
-        Fault::Fail, Fault::FailOnward, Fault::ShortWrite, Fault::StopDropped, Fault::StopTorn, Fault::StopKept};
+    static constexpr Fault kFaults[] = {Fault::Fail, Fault::FailOnward, Fault::ShortWrite, Fault::StopDropped,
+        Fault::StopTorn, Fault::StopUnnamed, Fault::StopKept};
+    /// Whether the whole system goes down, not the process alone.
+    static constexpr bool EndsSystem(Fault fault)
+    {
+        return fault == Fault::StopDropped || fault == Fault::StopTorn || fault == Fault::StopUnnamed;
+    }
 
     /// Thrown where the process ends. No exception that anybody handles; until Restart nothing has an effect any more.
     struct Stop { };
@@ -39,6 +47,7 @@ public:
     ~MemoryFiles() override;
 
     /// Lets the n-th operation from now on meet a fault. One that only writes can meet waits for the next of them.
+    /// Folders have been flushed with the names that they have now.
     void Inject(std::size_t operation, Fault fault);
     /// Bytes that all files together may have; writes beyond it do what fits and fail then with no_space_on_device.
     void SetCapacity(std::size_t bytes) { m_capacity = bytes; }
@@ -81,7 +90,9 @@ private:
         std::string flushed;   // as a power cut leaves them
         bool isReadOnly = false;
         std::filesystem::file_time_type modified;
+        std::map<Path, std::shared_ptr<Node>> flushedNames = {};   // of a folder, as a power cut leaves them
     };
+    using Nodes = std::map<Path, std::shared_ptr<Node>>;
 
     /// Counts an operation and lets it meet its fault; a failure ends the operation.
     FileResult Begin();
@@ -89,13 +100,17 @@ private:
     void Reach();
     /// Leaves of the files what the fault says that is left when the process ends.
     void LoseUnflushed();
+    /// Leaves the names that the folders were flushed with.
+    void LoseUnflushedNames();
+    /// Makes what a folder holds outlast a power cut.
+    void FlushFolder(const Path& folder);
     /// As much of a write as there is room for.
     FileResult Write(Node& file, std::size_t offset, std::string_view bytes, std::size_t& done);
     std::shared_ptr<Node> Find(const Path& path) const;
     bool HasFolderOf(const Path& path) const;
     bool HoldsAnything(const Path& folder) const;
 
-    std::map<Path, std::shared_ptr<Node>> m_nodes;
+    Nodes m_nodes;
     std::size_t m_operations = 0;
     std::size_t m_injectedAt = 0;   // operations before the fault was asked for
     std::size_t m_faultAt = 0;      // 0 for none
