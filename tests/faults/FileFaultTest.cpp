@@ -102,7 +102,8 @@ TEST_P(FileFaults, LeaveTheOldStateOrTheNewOne)
         for (std::size_t point = 1, met = 1; met > 0 && !HasFailure(); point = met + step) {
             SCOPED_TRACE(testing::Message() << "file operation " << point << " " << name);
             met = Try(
-                files, [&](MemoryFiles& world) { world.Inject(point, fault); }, MemoryFiles::EndsSystem(fault));
+                files, [&, what = fault](MemoryFiles& world) { world.Inject(point, what); },
+                MemoryFiles::EndsSystem(fault));
             last = point;
             if (met >= kMostPoints && !IsWholeRun())
                 step = 7;

@@ -12,8 +12,8 @@
 #include <string_view>
 
 /// Stands in for the system's layer while it lives. What a folder holds is flushed when a file is renamed in it or a folder
-/// is made in it, as the layer promises, and at no other moment: a file that was made, removed or moved away since then may
-/// not be, or be again, behind a power cut. Names at the top of everything are always flushed. What tests put into it and ask of it directly is not counted.
+/// made in it, as the layer promises, and at no other moment: behind a power cut a file made since then is gone, one removed
+/// or moved away is back. Names at the top are always flushed. What tests put into it and ask of it directly is not counted.
 /// Operations are numbered from 1. For one thread.
 class MemoryFiles final : public TvlUtils::SystemIO::FileLayer {
 public:
