@@ -35,13 +35,7 @@ public:
         return name.has_filename() ? StatSystemFile(name, status) : StatSystemFile(name.parent_path(), status);
     }
 
-    FileResult MakeFolder(const fs::path& path) override
-    {
-        std::error_code failed;
-        if (!fs::create_directory(path, failed) && !failed)
-            return std::errc::file_exists;
-        return failed;
-    }
+    FileResult MakeFolder(const fs::path& path) override { return MakeSystemFolder(path); }
 
     FileResult SetReadOnly(const fs::path& path, bool readOnly) override
     {

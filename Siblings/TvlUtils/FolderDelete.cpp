@@ -4,6 +4,8 @@
 #include "TvlUtils/FileAccess.h"
 #include "Windows/PathForm.h"
 
+#include <algorithm>
+
 namespace TvlUtils::SystemIO {
 
 namespace fs = std::filesystem;
@@ -23,15 +25,22 @@ bool IsBelowRoot(const TvlString& path)
     return elements.size() > rootElements && elements.back() != L"..";
 }
 
-bool IsLink(const fs::path& path)
+/// Success for a folder that is no link; where nobody can tell it is taken for one.
+FileResult RefuseLink(const fs::path& path)
 {
     std::vector<FolderEntry> beside;
-    if (!FileLayer::Get().List(path.parent_path(), beside))
-        return false;
-    for (const FolderEntry& entry : beside)
-        if (entry.name == path.filename())
-            return entry.isLink;
-    return false;
+    if (const FileResult listed = FileLayer::Get().List(path.parent_path(), beside); !listed)
+        return listed;
+    const auto isSame = [&](const FolderEntry& entry) { return entry.name == path.filename(); };
+    // Not every system heeds the case of names.
+    const auto isAlike = [name = FromFilePath(path.filename())](
+                             const FolderEntry& entry) { return FromFilePath(entry.name).CompareNoCase(name) == 0; };
+    auto found = std::find_if(beside.begin(), beside.end(), isSame);
+    if (found == beside.end())
+        found = std::find_if(beside.begin(), beside.end(), isAlike);
+    if (found == beside.end())
+        return std::errc::no_such_file_or_directory;
+    return found->isLink ? FileResult(std::errc::too_many_symbolic_link_levels) : FileResult();
 }
 
 /// Goes on after a failure, which is the result: as much goes as can.
@@ -57,8 +66,8 @@ bool Folder::DeleteRecursive(const TvlString& path, bool withFolder)
         fs::path folder = PathOf(Path::GetAbsolutePath(path, L""));
         if (!folder.has_filename())
             folder = folder.parent_path();   // a separator stood at the end
-        if (IsLink(folder))
-            return FileResult(std::errc::too_many_symbolic_link_levels);
+        if (const FileResult refused = RefuseLink(folder); !refused)
+            return refused;
         const FileResult emptied = Empty(folder);
         return emptied && withFolder ? FileLayer::Get().Remove(folder) : emptied;
     }));

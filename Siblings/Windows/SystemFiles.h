@@ -10,6 +10,8 @@ FileResult OpenSystemFile(const std::filesystem::path& path, OpenMode mode, std:
 /// FileLayer::CreateLike.
 FileResult CreateSystemFileLike(
     const std::filesystem::path& path, const std::filesystem::path& model, std::unique_ptr<FileHandle>& handle);
+/// FileLayer::MakeFolder.
+FileResult MakeSystemFolder(const std::filesystem::path& path);
 /// FileLayer::MakePrivateFolder.
 FileResult MakePrivateSystemFolder(const std::filesystem::path& path);
 /// FileLayer::Rename.

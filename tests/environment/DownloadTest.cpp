@@ -9,6 +9,7 @@
 #include "windows/Internet.h"
 
 #include <algorithm>
+#include <chrono>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -122,10 +123,34 @@ TEST_F(Download, LeavesNothingWhenThereIsNothingToRead)
     EXPECT_EQ(FilesInFolder(), 1u);
 }
 
+TEST_F(Download, TakesAwayWhatKilledOnesHaveLeft)
+{
+    const WebServer server([](const std::string&, const LoopbackSocket& connection) { connection.Send(Whole("x")); });
+    struct Left {
+        const char* name;
+        std::chrono::seconds age;
+        bool stays;
+    };
+    const Left kLeft[] = {
+        {"file.0123456789abcdef.aside", std::chrono::minutes(3), false},
+        {"file.0123456789abcdee.aside", std::chrono::minutes(1), true},   // may be at work
+        {"file.0123456789abcdeg.aside", std::chrono::hours(1), true},
+        {"file2.0123456789abcdef.aside", std::chrono::hours(1), true},
+        {"file.aside", std::chrono::hours(1), true},
+    };
+    for (const auto& [name, age, stays] : kLeft) {
+        std::ofstream(folder.Path() / name) << "left";
+        fs::last_write_time(folder.Path() / name, fs::file_time_type::clock::now() - age);
+    }
+    EXPECT_TRUE(TvlUtl::WinInetGzipDownload(server.Url(L"/"), Destination()));
+    for (const auto& [name, age, stays] : kLeft)
+        EXPECT_EQ(fs::exists(folder.Path() / name), stays) << name;
+}
+
 /// Takes what is written and only counts it.
 class CountedFile final : public SystemIO::FileHandle {
 public:
-    explicit CountedFile(long long& size) : m_size(size) { }
+    CountedFile(long long& size, long long& flushed) : m_size(size), m_flushed(flushed) { }
     SystemIO::FileResult ReadAt(long long, void*, std::size_t, std::size_t&) override { return std::errc::io_error; }
     SystemIO::FileResult WriteAt(long long offset, const void*, std::size_t size, std::size_t& done) override
     {
@@ -134,11 +159,16 @@ public:
             m_size += static_cast<long long>(size);
         return {};
     }
-    SystemIO::FileResult Flush() override { return {}; }
+    SystemIO::FileResult Flush() override
+    {
+        m_flushed = m_size;
+        return {};
+    }
     SystemIO::FileResult Close() override { return {}; }
 
 private:
     long long& m_size;
+    long long& m_flushed;
 };
 
 /// A disk that keeps nothing, so that a gigabyte needs none.
@@ -154,11 +184,12 @@ public:
 
     FileResult Open(const Path&, SystemIO::OpenMode, std::unique_ptr<SystemIO::FileHandle>& handle) override
     {
-        handle = std::make_unique<CountedFile>(size);
+        handle = std::make_unique<CountedFile>(size, flushed);
         return {};
     }
     FileResult Rename(const Path&, const Path&) override
     {
+        EXPECT_EQ(flushed, size) << "a power cut could leave the name and not the bytes";
         ++renamed;
         return {};
     }
@@ -168,7 +199,8 @@ public:
     FileResult MakeFolder(const Path&) override { return std::errc::io_error; }
     FileResult SetReadOnly(const Path&, bool) override { return std::errc::io_error; }
 
-    long long size = 0;   // bytes written, one behind the other
+    long long size = 0;      // bytes written, one behind the other
+    long long flushed = 0;   // of them
     int renamed = 0;
 };
 

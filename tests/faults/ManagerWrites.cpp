@@ -314,6 +314,21 @@ FileOperations WritesOfManagers()
                 EXPECT_EQ(ManagerWorld::EntryOf(Icons::kIconSource, Icons::kIcon), "icon");
                 icons.Check();
             }),
+        FileRow<Icons>(
+            "extract_icons", 40,
+            [](Icons& icons) {
+                icons.Restart();
+                const bool isCopied =
+                    icons.manager->CopyIconsFromWorkspace(WorkspaceFile(FaultWorld::Path(Icons::kIconSource)));
+                const auto extracted = icons.manager->ExtractIconResources();
+                const TvlString temporary = FaultWorld::Path("user/Temp");
+                for (const auto& icon : extracted)
+                    EXPECT_TRUE(TvlUtils::SystemIO::Path::Contains(temporary, icon.Path)) << icon.Path.c_str();
+                const bool isDone = isCopied && extracted.size() == 1 && ReadFile(extracted[0].Path) == "icon";
+                icons.End();
+                return isDone;
+            },
+            [](Icons& icons, const FileRun&) { icons.Check(); }),
         FileRow<Changed>(
             "shutdown", 20,
             [](Changed& changed) {

@@ -82,7 +82,7 @@ TEST_F(PaperFaults, ANewMasterNeverCostsPapers)
     using Fault = MemoryFiles::Fault;
     for (const Fault fault : MemoryFiles::kFaults) {
         SCOPED_TRACE(testing::Message() << "fault " << static_cast<int>(fault));
-        endsProcess = fault == Fault::StopDropped || fault == Fault::StopTorn || fault == Fault::StopKept;
+        endsProcess = MemoryFiles::EndsSystem(fault) || fault == Fault::StopKept;
         WalkFaultPoints(20, [&](std::size_t point) {
             return RunOnFaultyFiles([&](MemoryFiles& files) { Prepare(files); },
                 [&](MemoryFiles& files) { files.Inject(point, fault); }, [] { Papers(); }, check);

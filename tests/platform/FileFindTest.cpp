@@ -192,4 +192,16 @@ TEST_F(Files, CanBeMadeInAWritableFolder)
     EXPECT_EQ(files.CountFiles(), 0u) << "what an earlier one has left goes";
 }
 
+TEST(Folders, AreNotDeletedWhereNobodyCanTellWhetherTheyAreLinks)
+{
+    MemoryFiles files;
+    files.Put("/world/folder/file", "kept");
+    files.Inject(2, MemoryFiles::Fault::Fail);   // the folder above can't be listed
+    EXPECT_FALSE(Folder::DeleteRecursive(L"/world/folder", true));
+    EXPECT_EQ(files.Get("/world/folder/file"), "kept");
+    files.Restart();
+    EXPECT_TRUE(Folder::DeleteRecursive(L"/world/folder", true));
+    EXPECT_EQ(files.CountFiles(), 0u);
+}
+
 }   // namespace

@@ -193,4 +193,50 @@ TEST(FileLayer, FaultWalksFindWritersThatLoseContent)
         0);
 }
 
+TEST(FileLayer, AShortWriteHappensInTheNextWriteThatCanBeCutOrNowhere)
+{
+    MemoryFiles files;
+    files.Put("folder/a", "0123456789");
+    FileStatus status;
+    // A status, an open, writes of one byte and of four, and a close.
+    const auto operate = [&] {
+        std::unique_ptr<FileHandle> file;
+        EXPECT_TRUE(files.Stat("folder/a", status) && files.Open("folder/a", OpenMode::ReadWrite, file));
+        std::size_t one = 0;
+        std::size_t four = 0;
+        EXPECT_TRUE(file->WriteAt(0, "x", 1, one) && file->WriteAt(1, "xxxx", 4, four) && file->Close());
+        return one + four;
+    };
+    for (const auto& [point, at, written] : {std::tuple(1u, 4u, 3u), {3u, 4u, 3u}, {4u, 4u, 3u}, {5u, 0u, 5u}}) {
+        files.Inject(point, MemoryFiles::Fault::ShortWrite);
+        EXPECT_EQ(operate(), written) << point;
+        EXPECT_EQ(files.FaultPoint(), at) << point;
+        EXPECT_EQ(files.FaultReached(), at > 0) << point;
+        files.Restart();
+    }
+}
+
+TEST(FileLayer, InMemoryNamesAreLostThatNoRenamingHasFlushed)
+{
+    MemoryFiles files;
+    files.Put("folder/moved", "moved");
+    files.Put("folder/removed", "removed");
+    files.Put("folder/below/gone", "gone");
+    files.Inject(1000, MemoryFiles::Fault::StopUnnamed);
+    EXPECT_TRUE(files.MakeFolder("folder/made"));
+    EXPECT_TRUE(files.Remove("folder/below/gone"));
+    MakeFile("folder/made/lost", "lost");
+    EXPECT_TRUE(files.Rename("folder/moved", "folder/made/kept"));
+    MakeFile("folder/made/unnamed", "unnamed");
+    EXPECT_TRUE(files.Remove("folder/removed"));
+    files.EndProcess();
+    files.Restart();
+    EXPECT_EQ(files.Get("folder/made/kept"), "moved");
+    EXPECT_EQ(files.Get("folder/made/lost"), "lost") << "flushed with what was renamed behind it";
+    EXPECT_FALSE(files.Get("folder/made/unnamed"));
+    EXPECT_EQ(files.Get("folder/moved"), "moved") << "under both names: the folder that it left was not flushed";
+    EXPECT_EQ(files.Get("folder/removed"), "removed");
+    EXPECT_EQ(files.Get("folder/below/gone"), "gone");
+}
+
 }   // namespace

@@ -56,6 +56,13 @@ std::filesystem::path Normal(const std::filesystem::path& path)
     const std::filesystem::path normal = path.lexically_normal();
     return normal.has_filename() ? normal : normal.parent_path();
 }
+
+/// Whether a path lies in no folder that is kept.
+bool IsAtTop(const std::filesystem::path& path)
+{
+    const std::filesystem::path folder = path.parent_path();
+    return folder.empty() || folder == folder.root_path();
+}
 }   // namespace
 
 MemoryFiles::MemoryFiles() { FileLayer::SetForTests(this); }
@@ -64,16 +71,27 @@ MemoryFiles::~MemoryFiles() { FileLayer::SetForTests(nullptr); }
 
 void MemoryFiles::Inject(std::size_t operation, Fault fault)
 {
+    m_injectedAt = m_operations;
     m_faultAt = m_operations + operation;
     m_fault = fault;
+    m_metAt = 0;
     m_reached = false;
+    for (const auto& [path, node] : m_nodes)
+        FlushFolder(path);
 }
 
 void MemoryFiles::Restart()
 {
     m_faultAt = 0;
     m_capacity.reset();
+    m_metAt = 0;
     m_reached = m_stopped = false;
+}
+
+void MemoryFiles::Reach()
+{
+    m_metAt = m_reached ? m_metAt : m_operations;
+    m_reached = true;
 }
 
 FileResult MemoryFiles::Begin()
@@ -82,16 +100,14 @@ FileResult MemoryFiles::Begin()
         return std::errc::io_error;   // whoever cleans up on the way out of a process that has ended
     ++m_operations;
     const bool isPast = m_reached && m_fault == Fault::FailOnward;
-    if (m_operations != m_faultAt && !isPast)
+    // Nothing but a write can be cut short, and tells so itself.
+    if ((m_operations != m_faultAt && !isPast) || m_fault == Fault::ShortWrite)
         return {};
-    m_reached = true;
+    Reach();
     if (m_fault == Fault::Fail || m_fault == Fault::FailOnward)
         return std::errc::io_error;
-    if (m_fault != Fault::ShortWrite) {
-        EndProcess();
-        throw Stop();
-    }
-    return {};
+    EndProcess();
+    throw Stop();
 }
 
 void MemoryFiles::EndProcess()
@@ -102,11 +118,38 @@ void MemoryFiles::EndProcess()
     LoseUnflushed();
 }
 
+void MemoryFiles::LoseUnflushedNames()
+{
+    Nodes kept;
+    const auto keep = [&](const auto& self, const Path& path, const std::shared_ptr<Node>& node) -> void {
+        kept.emplace(path, node);
+        for (const auto& [name, held] : node->flushedNames)
+            self(self, path / name, held);
+    };
+    for (const auto& [path, node] : m_nodes)
+        if (IsAtTop(path))
+            keep(keep, path, node);
+    m_nodes = std::move(kept);
+}
+
+void MemoryFiles::FlushFolder(const Path& folder)
+{
+    const auto node = Find(folder);
+    if (!node)
+        return;
+    node->flushedNames.clear();
+    for (const auto& [path, held] : m_nodes)
+        if (path.parent_path() == Normal(folder))
+            node->flushedNames.emplace(path.filename(), held);
+}
+
 void MemoryFiles::LoseUnflushed()
 {
+    if (m_fault == Fault::StopUnnamed)
+        LoseUnflushedNames();
     for (auto& [path, node] : m_nodes) {
         std::string& bytes = node->bytes;
-        if (m_fault == Fault::StopDropped)
+        if (m_fault == Fault::StopDropped || m_fault == Fault::StopUnnamed)
             bytes = node->flushed;
         // The first half has reached the disk, the second has not; the length may have been noted before the bytes.
         if (m_fault == Fault::StopTorn && bytes != node->flushed)
@@ -118,18 +161,21 @@ void MemoryFiles::LoseUnflushed()
 
 FileResult MemoryFiles::Write(Node& file, std::size_t offset, std::string_view bytes, std::size_t& done)
 {
-    const bool isFaulty = !m_stopped && m_operations + 1 == m_faultAt;
-    const bool stops = isFaulty && m_fault > Fault::ShortWrite;
+    const bool stops = !m_stopped && m_operations + 1 == m_faultAt && m_fault > Fault::ShortWrite;
     if (!stops)
         if (const FileResult result = Begin(); !result)
             return result;
-    if (isFaulty && bytes.size() > 1)
+    const bool isCut =
+        m_fault == Fault::ShortWrite && !m_reached && m_faultAt > 0 && m_operations >= m_faultAt && bytes.size() > 1;
+    if (isCut)
+        Reach();
+    if (isCut || (stops && bytes.size() > 1))
         bytes = bytes.substr(0, bytes.size() / 2);
 
     const std::size_t growth = std::max(offset + bytes.size(), file.bytes.size()) - file.bytes.size();
     const std::size_t used = UsedBytes();
     if (m_capacity && used + growth > *m_capacity) {
-        m_reached = true;
+        Reach();
         const std::size_t lacking = used + growth - *m_capacity;
         if (lacking >= bytes.size())
             return std::errc::no_space_on_device;
@@ -151,9 +197,9 @@ std::shared_ptr<MemoryFiles::Node> MemoryFiles::Find(const Path& path) const
 
 bool MemoryFiles::HasFolderOf(const Path& path) const
 {
-    const Path folder = Normal(path).parent_path();
-    const auto found = Find(folder);
-    return folder.empty() || folder == folder.root_path() || (found && found->kind == FileKind::Folder);
+    const Path at = Normal(path);
+    const auto found = Find(at.parent_path());
+    return IsAtTop(at) || (found && found->kind == FileKind::Folder);
 }
 
 bool MemoryFiles::HoldsAnything(const Path& folder) const
@@ -164,14 +210,17 @@ bool MemoryFiles::HoldsAnything(const Path& folder) const
 
 void MemoryFiles::AddFolder(const Path& path)
 {
-    for (Path at = Normal(path); !at.empty() && at != at.root_path(); at = at.parent_path())
+    for (Path at = Normal(path); !at.empty() && at != at.root_path(); at = at.parent_path()) {
         m_nodes.emplace(at, std::make_shared<Node>(Node{FileKind::Folder, {}, {}, false, m_now}));
+        FlushFolder(at);
+    }
 }
 
 void MemoryFiles::Put(const Path& path, const std::string& bytes)
 {
     AddFolder(path.parent_path());
     m_nodes[Normal(path)] = std::make_shared<Node>(Node{FileKind::File, bytes, bytes, false, m_now});
+    FlushFolder(Normal(path).parent_path());
 }
 
 std::optional<std::string> MemoryFiles::Get(const Path& path) const
@@ -236,7 +285,7 @@ FileResult MemoryFiles::Rename(const Path& from, const Path& to)
         return std::errc::is_a_directory;
     const Path source = Normal(from);
     const Path target = Normal(to);
-    std::map<Path, std::shared_ptr<Node>> moved;
+    Nodes moved;
     for (const auto& [path, held] : m_nodes) {
         const auto [sourceEnd, rest] = std::mismatch(source.begin(), source.end(), path.begin(), path.end());
         const bool moves = sourceEnd == source.end();
@@ -247,6 +296,7 @@ FileResult MemoryFiles::Rename(const Path& from, const Path& to)
             moved[place] = held;
     }
     m_nodes = std::move(moved);
+    FlushFolder(Normal(to).parent_path());
     return {};
 }
 
@@ -298,7 +348,8 @@ FileResult MemoryFiles::MakeFolder(const Path& path)
         return std::errc::file_exists;
     if (!HasFolderOf(path))
         return std::errc::no_such_file_or_directory;
-    AddFolder(path);
+    m_nodes.emplace(Normal(path), std::make_shared<Node>(Node{FileKind::Folder, {}, {}, false, m_now}));
+    FlushFolder(Normal(path).parent_path());
     return {};
 }
 

@@ -6,6 +6,9 @@
 #include "windows/Internet.h"
 
 #include <array>
+#include <chrono>
+#include <string_view>
+#include <vector>
 
 namespace TvlUtl {
 
@@ -17,10 +20,47 @@ constexpr const wchar_t* kHeaders = L"Accept-Encoding: gzip, deflate\n";
 constexpr std::size_t kBlock = 4096;          // bytes
 constexpr long long kMostBytes = 4LL << 30;   // unpacked: a small answer may stand for a large one
 
+constexpr std::wstring_view kAsideEnd = L".aside";
+constexpr std::size_t kAsideDigits = 16;
+// Whoever is at work has written within the last minute, or gives up.
+constexpr std::chrono::minutes kLongestSilence{2};
+
+/// The name that files of ours have until they take the place of another one.
 TvlString NewNameBeside(const TvlString& destination)
 {
-    const auto folder = SystemIO::ToFilePath(destination).parent_path();
-    return SystemIO::Path::GetTempFileNameW(SystemIO::FromFilePath(folder), L"tvl", L".tmp");
+    return SystemIO::Path::GetTempFileNameW(SystemIO::Path::GetFolderName(destination),
+        SystemIO::Path::GetFileName(destination) + L".", TvlString(kAsideEnd));
+}
+
+bool IsAsideOf(std::wstring_view file, std::wstring_view name)
+{
+    if (name.size() != file.size() + 1 + kAsideDigits + kAsideEnd.size() || !name.starts_with(file)
+        || name[file.size()] != L'.' || !name.ends_with(kAsideEnd))
+        return false;
+    const std::wstring_view digits = name.substr(file.size() + 1, kAsideDigits);
+    return digits.find_first_not_of(L"0123456789abcdef") == digits.npos;
+}
+
+/// Takes away what downloads to this file left behind when they were killed. Other processes may be at work on theirs.
+void RemoveLeftovers(const TvlString& destination)
+{
+    SystemIO::FileLayer& files = SystemIO::FileLayer::Get();
+    const TvlString folder = SystemIO::Path::GetFolderName(destination);
+    const TvlString file = SystemIO::Path::GetFileName(destination);
+    SystemIO::FileStatus own;
+    std::vector<SystemIO::FolderEntry> entries;
+    if (!files.Stat(SystemIO::ToFilePath(destination), own)
+        || !files.List(SystemIO::ToFilePath(folder.IsEmpty() ? TvlString(L".") : folder), entries))
+        return;
+    for (const SystemIO::FolderEntry& entry : entries) {
+        const TvlString name = SystemIO::FromFilePath(entry.name);
+        if (entry.kind != SystemIO::FileKind::File || !IsAsideOf(file, name))
+            continue;
+        const TvlString path = SystemIO::Path::Combine(folder, name);
+        SystemIO::FileStatus left;
+        if (files.Stat(SystemIO::ToFilePath(path), left) && left.modified + kLongestSilence < own.modified)
+            SystemIO::File::Delete(path);
+    }
 }
 
 /// The new file, which goes again unless it takes its place: whoever drives the network may throw.
@@ -99,14 +139,18 @@ bool WinInetGzipDownload(const TvlString& url, const TvlString& destination)
     Aside aside(temporary);
     const auto file = std::move(opened);   // closed before it is deleted
     const Stored stored = Store(*answer, *file);
-    static_cast<void>(file->Close());   // a failure shows in no result
+    static_cast<void>(file->Flush());   // failures of these show in no result
+    static_cast<void>(file->Close());
     if (stored == Stored::TooMuch) {
         TvlUtils::LogMessage(TvlUtils::LogLevel::Error,
             TvlString().Format(
                 L"A download has more than %I64d bytes, nothing is stored: %s", kMostBytes, destination));
         return false;
     }
-    return aside.MoveTo(destination) && stored == Stored::Something;
+    if (!aside.MoveTo(destination))
+        return false;
+    RemoveLeftovers(destination);
+    return stored == Stored::Something;
 }
 
 }   // namespace TvlUtl

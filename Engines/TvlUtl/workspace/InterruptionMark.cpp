@@ -5,8 +5,21 @@
 
 using namespace TvlUtils::SystemIO;
 
+namespace {
+/// A name outlasts a power cut when it was given by a renaming, and work that begins behind it is never seen without its
+/// mark. What a process left that ended in between becomes the next one's.
+bool Make(const TvlString& path)
+{
+    const TvlString unnamed = path + L".new";
+    if (File::EnsureExists(unnamed) && File::Move(unnamed, path))
+        return true;
+    File::Delete(unnamed);
+    return File::Exists(path);
+}
+}   // namespace
+
 InterruptionMark::InterruptionMark(const TvlString& settings, const wchar_t* work)
-    : m_path(settings + work), m_isThere(File::EnsureExists(m_path))
+    : m_path(settings + work), m_isThere(Make(m_path))
 {
 }
 

@@ -6,7 +6,7 @@
 #include <optional>
 
 /// A file that stands beside the settings from the object's making until Done. It stays when the process ends in between,
-/// or an exception goes past. Where it can't be made the work goes on without.
+/// or an exception goes past; a power cut does not take it away. Where it can't be made the work goes on without.
 class InterruptionMark {
 public:
     /// Work that can be interrupted, by the extension of its mark.

@@ -12,6 +12,14 @@ namespace Path = TvlUtils::SystemIO::Path;
 TvlString IconsFolder() { return TvlString(ZipContainerSchema::contentDir) + WorkspaceContainerSchema::iconsDir; }
 
 TvlString IconEntry(const TvlString& name) { return IconsFolder() + name + WorkspaceNames::kIconExtension; }
+
+/// A copy among the temporary files; empty when there can't be one.
+TvlString CopyToTempFolder(const TvlString& path)
+{
+    const TvlString folder = Path::GetTempFolder();
+    const TvlString copy = Path::GetTempFileNameW(folder, L"", WorkspaceNames::kIconExtension);
+    return !folder.IsEmpty() && File::Copy(path, copy, true) ? copy : TvlString();
+}
 }   // namespace
 
 TvlString WorkspaceManager::AddIconResource(TvlString& path)
@@ -20,9 +28,11 @@ TvlString WorkspaceManager::AddIconResource(TvlString& path)
     WorkspaceFile* const current = GetCurrentWorkspace();
     if (!current || !current->AddFile(path, IconEntry(name)))
         return {};
-    const TvlString copy = Path::GetTempFileNameW(Path::GetTempFolder(), L"", WorkspaceNames::kIconExtension);
-    if (!File::Copy(path, copy, true))
+    const TvlString copy = CopyToTempFolder(path);
+    if (copy.IsEmpty()) {
+        RemoveIconResource(name);   // nobody learns its name
         return {};
+    }
     path = copy;
     return name;
 }

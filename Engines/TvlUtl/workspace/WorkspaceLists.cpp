@@ -101,6 +101,8 @@ std::vector<WorkspaceManagerTypes::IconResourcePair> WorkspaceManagerCore::Extra
             break;
         if (m_iconTempFolder.IsEmpty())
             m_iconTempFolder = Path::CreateNewTempFolder();
+        if (m_iconTempFolder.IsEmpty())
+            break;   // the current folder is nobody's place for them
         const TvlString target = Path::GetTempFileNameW(m_iconTempFolder, L"", WorkspaceNames::kIconExtension);
         if (!file.GetFile(entry, target))
             continue;

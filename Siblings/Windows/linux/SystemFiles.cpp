@@ -183,6 +183,15 @@ FileResult CreateSystemFileLike(
     return OpenAt(path, Flags(OpenMode::CreateNew), FirstRights(found), &found, handle);
 }
 
+FileResult MakeSystemFolder(const std::filesystem::path& path)
+{
+    const std::filesystem::path above = path.has_filename() ? path.parent_path() : path.parent_path().parent_path();
+    if (mkdir(path.c_str(), kRights) < 0)
+        return LastError();
+    FlushFolder(above);
+    return {};
+}
+
 FileResult MakePrivateSystemFolder(const std::filesystem::path& path)
 {
     return mkdir(path.c_str(), S_IRWXU) < 0 ? LastError() : FileResult();

@@ -143,6 +143,14 @@ FileResult CreateSystemFileLike(
     return OpenSystemFile(path, OpenMode::CreateNew, handle);
 }
 
+FileResult MakeSystemFolder(const std::filesystem::path& path)
+{
+    std::error_code failed;
+    if (!std::filesystem::create_directory(path, failed) && !failed)
+        return std::errc::file_exists;
+    return failed;
+}
+
 FileResult MakePrivateSystemFolder(const std::filesystem::path& path)
 {
     return CreateDirectoryW(path.c_str(), nullptr) ? FileResult() : LastError();

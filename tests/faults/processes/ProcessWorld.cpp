@@ -23,7 +23,7 @@ void MakeWorkspace(const fs::path& path, const std::string& name)
 /// Whether a file belongs to a process at work, or to one that died.
 bool IsLeftover(const std::string& name)
 {
-    for (const char* const end : {".aside", ".extracting", ".applying"})
+    for (const char* const end : {".aside", ".extracting", ".applying", ".new"})
         if (name.ends_with(end))
             return true;
     return false;

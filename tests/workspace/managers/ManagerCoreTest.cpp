@@ -344,6 +344,18 @@ TEST_F(ManagerCore, ExtractsIconsAndCleansUpBehindThem)
     EXPECT_TRUE(OpenManager().ExtractIconResources().empty());
 }
 
+TEST_F(ManagerCore, ExtractsNoIconsWhereThereIsNoTemporaryFolder)
+{
+    Make("_default").AddFile(world.MakeFile("icon.bin"), L"content/icons/a.ico");
+    world.MakeFile("user/Temp", "a file");
+    world.MakeFile("here/file");
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(TvlUtils::SystemIO::ToFilePath(world.Path("here")));
+    EXPECT_TRUE(Started()->ExtractIconResources().empty());
+    std::filesystem::current_path(before);
+    EXPECT_EQ(TvlUtils::SystemIO::File::Find(world.Path("here"), L"*", true, true).size(), 1u);
+}
+
 TEST_F(ManagerCore, ExtractsNoMoreIconsThanTheUserAllows)
 {
     WorkspaceFile file = Make("_default");

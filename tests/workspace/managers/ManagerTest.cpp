@@ -282,6 +282,17 @@ TEST_F(Manager, AddsRemovesAndCopiesIcons)
     manager->AppShuttingDown();
 }
 
+TEST_F(Manager, KeepsNoIconThatItTellsNoNameOf)
+{
+    const auto manager = Started();
+    const TvlString source = world.MakeFile("i.ico", "picture");
+    world.MakeFile("user/Temp", "a file");
+    TvlString path = source;
+    EXPECT_EQ(manager->AddIconResource(path), L"");
+    EXPECT_EQ(path, source);
+    EXPECT_TRUE(manager->GetCurrentWorkspace()->GetFilesInDirectory(L"content/icons/.*").empty());
+}
+
 TEST_F(Manager, RemembersWhereFilesWereExchanged)
 {
     const auto manager = Started();

@@ -56,13 +56,13 @@ TEST_F(SwitchCost, IsOneOpenOfEachContainer)
     CountingFiles files;
     ASSERT_EQ(manager->SetCurrentWorkspace(L"B", false, false), WorkspaceManagerTypes::Result::Ok);
     const Counts counts = {
-        {"A.tvws", 1},                    // takes the settings in
-        {"A.tvws+", 1},                   // what it becomes
-        {"B.tvws", 1},                    // gives its settings, and tells what they were exported by
-        {"settings.ini", 2},              // for A, and for the registry
-        {"settings.ini+", 1},             // out of B
-        {"settings.ini.extracting", 1},   // marks, and a note of where the settings come from
-        {"settings.ini.applying", 1},
+        {"A.tvws", 1},                        // takes the settings in
+        {"A.tvws+", 1},                       // what it becomes
+        {"B.tvws", 1},                        // gives its settings, and tells what they were exported by
+        {"settings.ini", 2},                  // for A, and for the registry
+        {"settings.ini+", 1},                 // out of B
+        {"settings.ini.extracting.new", 1},   // marks, and a note of where the settings come from
+        {"settings.ini.applying.new", 1},
         {"settings.ini.origin+", 1},
     };
     EXPECT_EQ(files.opened, counts);

@@ -106,7 +106,7 @@ public:
     virtual FileResult List(const std::filesystem::path& folder, std::vector<FolderEntry>& entries) = 0;
     /// Follows symbolic links.
     virtual FileResult Stat(const std::filesystem::path& path, FileStatus& status) = 0;
-    /// Makes one folder, whose own folder must exist; fails with file_exists.
+    /// Makes one folder, whose own folder must exist, as lastingly as a name is given; fails with file_exists.
     virtual FileResult MakeFolder(const std::filesystem::path& path) = 0;
     /// Sets or clears the mark that keeps a file from being written.
     virtual FileResult SetReadOnly(const std::filesystem::path& path, bool readOnly) = 0;
