@@ -9,7 +9,7 @@ How cost grows with size is the exponent of size that fits the times best: 1 for
 told of benchmarks with four sizes or more, where the first argument is the size.
 
 --record writes the table of docs/performance.md anew. Exits with 1 when a ratio is above its limit, 2 when a line has no
-benchmark.
+benchmark or a benchmark no line.
 """
 import argparse
 import json
@@ -33,28 +33,29 @@ ARGUMENT = re.compile(r"(?:\w+:)?(\d+)")
 
 
 class Limit(NamedTuple):
-    own: str
-    peer: str
-    text: str    # a number, a fraction, or "+N": N microseconds more than the peer
-    mean: bool   # the geometric mean over the arguments counts, which are no sizes
-    least: float   # the sizes that it holds for; others are measured and told
+    text: str      # a number, a fraction, or "+N": N microseconds more than the peer
+    least: float   # the sizes that it holds for
     most: float
 
-    def holds(self, size):
-        """Whether it holds for a size, 0 being none."""
-        return size == 0 or self.least <= size <= self.most
-
-    def sizes(self):
-        """Which sizes it holds for; empty for all."""
+    def told(self):
+        """The limit and its sizes, if it does not hold for all."""
         ends = (("from", self.least, self.least > 0), ("up to", self.most, self.most < math.inf))
-        return " ".join(f"{word} {size:,.0f}" for word, size, is_end in ends if is_end)
+        return " ".join([self.text, *(f"{word} {size:,.0f}" for word, size, is_end in ends if is_end)])
 
-    def ratio(self, times):
-        """The most that the ratio may be; "+N" counts with the peer's least time."""
-        if not self.text.startswith("+"):
-            return float(Fraction(self.text))
+
+class Row(NamedTuple):
+    own: str
+    peer: str
+    mean: bool      # the geometric mean over the arguments counts, which are no sizes
+    limits: tuple   # by size; every size has one
+
+    def ratio(self, size, times):
+        """The most that the ratio may be for a size, 0 being none; "+N" counts with the peer's least time."""
+        text = next(limit.text for limit in self.limits if size <= limit.most)
+        if not text.startswith("+"):
+            return float(Fraction(text))
         base = min((time for name, time in times.items() if name.split("/")[0] == self.peer), default=math.inf)
-        return 1 + float(self.text) * 1e3 / base
+        return 1 + float(text) * 1e3 / base
 
 
 class Pair(NamedTuple):
@@ -71,18 +72,37 @@ class Group(NamedTuple):
     growth: tuple  # exponents of own and peer, or nothing
 
 
-def limits(lines, wanted=""):
-    """The Limit of each line whose benchmark's name has `wanted` in it."""
-    rows = [line.split("#")[0].split() for line in lines]
-    return [limit(*words) for words in rows if words and wanted in words[0]]
+def rows_of(lines, wanted=""):
+    """The Row of each pair whose benchmark's name has `wanted` in it."""
+    rows = {}
+    for own, peer, text, *more in filter(None, (line.split("#")[0].split() for line in lines)):
+        if wanted in own:
+            rows.setdefault((own, peer), []).append((text, more))
+    return [row(own, peer, limits) for (own, peer), limits in rows.items()]
 
 
-def limit(own, peer, text, *more):
-    """The Limit of a line's words."""
-    ends = dict(zip(more[::2], more[1::2])) if more != ("mean",) else {}
-    if ends.keys() - {"from", "to"}:
-        raise ValueError(f"{own}: what does {' '.join(more)} mean?")
-    return Limit(own, peer, text, more == ("mean",), float(ends.get("from", 0)), float(ends.get("to", math.inf)))
+def row(own, peer, limits):
+    """The Row of one pair's limits: their texts and what stands behind those."""
+    mean = [more for _, more in limits] == [["mean"]]
+    found = [Limit(text, 0, math.inf) if mean else limit(text, more) for text, more in limits]
+    found.sort(key=lambda limit: limit.least)
+    bounds = [edge for limit in found for edge in (limit.least, limit.most + 1)]
+    if bounds[0] != 0 or bounds[-1] != math.inf or bounds[1:-1:2] != bounds[2:-1:2]:
+        raise ValueError(f"{own}: its limits leave a size out or hold for one twice")
+    return Row(own, peer, mean, tuple(found))
+
+
+def limit(text, more):
+    """The Limit of "from N" and "to N" behind its text."""
+    ends = dict(zip(more[::2], more[1::2]))
+    if ends.keys() - {"from", "to"} or len(more) != 2 * len(ends):
+        raise ValueError(f"what does {' '.join(more)} mean?")
+    return Limit(text, float(ends.get("from", 0)), float(ends.get("to", math.inf)))
+
+
+def unmeasured(names, rows):
+    """The benchmarks of `names` that are in no row."""
+    return sorted(set(names) - {name for row in rows for name in (row.own, row.peer)})
 
 
 def split_size(name):
@@ -99,9 +119,9 @@ def exponent(points):
     return sum((x - x_mean) * (y - y_mean) for x, y in logs) / sum((x - x_mean) ** 2 for x, _ in logs)
 
 
-def groups(times, limit):
-    """What was measured for a limit, by what it has in common."""
-    own, peer, mean = limit.own, limit.peer, limit.mean
+def groups(times, row):
+    """What was measured for a row, by what it has in common."""
+    own, peer, mean = row.own, row.peer, row.mean
     found = {}
     for name, time in times.items():
         beside = times.get(peer + name[len(own):])
@@ -109,10 +129,10 @@ def groups(times, limit):
             common, size = split_size(name)
             found.setdefault(common, []).append((size, name, time, beside))
     if mean and found:
-        rows = [row for common in found.values() for row in common]
-        ratio = math.exp(sum(math.log(time / beside) for _, _, time, beside in rows) / len(rows))
+        measured = [values for common in found.values() for values in common]
+        ratio = math.exp(sum(math.log(time / beside) for _, _, time, beside in measured) / len(measured))
         return [Group(own, (), [Pair(own, ratio, 0)], ())]
-    return [group for common, rows in found.items() for group in sized(common, sorted(rows))]
+    return [group for common, measured in found.items() for group in sized(common, sorted(measured))]
 
 
 def sized(common, rows):
@@ -145,19 +165,22 @@ def measure(program, names, times):
 
 
 def above(times, rows):
-    """The limits that a ratio is above."""
-    return [row for row in rows for group in groups(times, row) for pair in group.pairs if is_above(pair, row, times)]
+    """The rows with a ratio that is above its limit."""
+    return [row for row in rows if any(is_above(pair, row, times) for group in groups(times, row) for pair in group.pairs)]
 
 
 def is_above(pair, row, times):
-    """Whether the ratio of a pair is above a limit that holds for its size."""
-    return row.holds(pair.size) and pair.ratio > row.ratio(times)
+    return pair.ratio > row.ratio(pair.size, times)
 
 
-def measure_all(folder, rows):
-    """{name: least time} of all that the limits name."""
+def programs_of(folder):
+    """{program: names of its benchmarks, without arguments}"""
+    return {program: {name.split("/")[0] for name in listed(program)} for program in sorted(folder.glob("bench_*"))}
+
+
+def measure_all(programs, rows):
+    """{name: least time} of all that the rows name."""
     times = {}
-    programs = {program: {name.split("/")[0] for name in listed(program)} for program in sorted(folder.glob("bench_*"))}
     for _ in range(1 + RETRIES):
         left = above(times, rows) if times else rows
         names = {name for row in left for name in row[:2]}
@@ -171,7 +194,7 @@ def as_text(times, rows):
     """(lines, exit code): a line for each pair, growth behind the last of its group."""
     lines, status = [f"{'benchmark':44} {'peer':28} {'ratio':>8} {'limit':>8}  growth own/peer"], 0
     for row in rows:
-        found, most = groups(times, row), row.ratio(times)
+        found = groups(times, row)
         if not found:
             lines.append(f"{row.own:44} {row.peer:28}  no such benchmarks")
             status = 2
@@ -179,8 +202,8 @@ def as_text(times, rows):
             for pair in group.pairs:
                 growth = group.growth if pair == group.pairs[-1] else ()
                 told = "/".join(f"{value:.2f}" for value in growth) or "-"
-                held = f"{most:8.4f}" if row.holds(pair.size) else f"{'-':>8}"
-                lines.append(f"{pair.name:44} {row.peer:28} {pair.ratio:8.4f} {held}  {told:>9}"
+                most = row.ratio(pair.size, times)
+                lines.append(f"{pair.name:44} {row.peer:28} {pair.ratio:8.4f} {most:8.4f}  {told:>9}"
                              + ("  above its limit" if is_above(pair, row, times) else ""))
                 status = max(status, int(is_above(pair, row, times)))
     return lines, status
@@ -195,11 +218,13 @@ def as_markdown(times, rows):
     """The table's lines: one for each group, with the ratio at each of its sizes."""
     lines = ["| Benchmark | Peer | Sizes | Ratio | Limit | Growth | Peer's |", "|---|---|---|---|---|---|---|"]
     for row in rows:
-        most = row.text if not row.text.startswith("+") else f"{short(row.ratio(times))} ({row.text} µs)"
+        most = ", ".join(limit.told() for limit in row.limits)
+        if most.startswith("+"):
+            most = f"{short(row.ratio(0, times))} ({most} µs)"
         for name, sizes, pairs, growth in groups(times, row):
             name = name.removesuffix("/manual_time")
             cells = [f"`{name}`", f"`{row.peer}`", ", ".join(f"{size:,}" for size in sizes) or "-",
-                     ", ".join(short(pair.ratio) for pair in pairs), f"{most} {row.sizes()}".strip(),
+                     ", ".join(short(pair.ratio) for pair in pairs), most,
                      *([f"{value:.2f}" for value in growth] or ["-", "-"])]
             lines.append("| " + " | ".join(cells) + " |")
     return lines
@@ -228,9 +253,14 @@ def main():
     arguments = parser.parse_args()
     if arguments.record and arguments.name:
         parser.error("the whole table is recorded, or nothing")
-    rows = limits(LIMITS.read_text(encoding="utf-8").splitlines(), arguments.name)
-    times = measure_all(arguments.folder, rows)
+    rows = rows_of(LIMITS.read_text(encoding="utf-8").splitlines(), arguments.name)
+    programs = programs_of(arguments.folder)
+    times = measure_all(programs, rows)
     lines, status = as_text(times, rows)
+    if not arguments.name:
+        idle = unmeasured(set().union(*programs.values()), rows)
+        lines += [f"{name:44} is in no row" for name in idle]
+        status = 2 if idle else status
     print(*lines, sep="\n")
     if arguments.record and status != 2:
         table = [f"On a processor of the name {machine()}:", "", *as_markdown(times, rows)]

@@ -84,26 +84,24 @@ void WriteSection(const IniParser::Section& section)
 }
 
 /// Replaces the preferences in one step, where the registry has that.
-bool ReplaceTree(const std::vector<IniParser::Section>& sections)
+bool ReplaceTree(const IniParser& settings)
 {
     PREFUTILS::RegistryBatch batch;
     DeleteTree();
-    for (const IniParser::Section& section : sections)
-        WriteSection(section);
+    settings.ForEachSection(WriteSection);
     return batch.Commit() == PREFUTILS::kRegistryOk;
 }
 
 bool Apply(const TvlString& path)
 {
     const IniParser settings(path);
-    const std::vector<IniParser::Section> sections = settings.GetAllData();
     const InterruptionMark mark(path, InterruptionMark::kApplying);
     if (settings.HasFailed() && !mark.IsThere()) {
         // Nobody would learn that they are to be made good.
         LogFailure(L"The preferences stay as they were, for nothing can be read or written there: " + path);
         return false;
     }
-    const bool isReplaced = ReplaceTree(sections);
+    const bool isReplaced = ReplaceTree(settings);
     if (!isReplaced)
         LogFailure(L"The preferences stay as they were, for the registry fails: " + path);
     if (!isReplaced || settings.HasFailed())

@@ -13,13 +13,23 @@ constexpr bool IsHigh(char32_t c) { return c >= 0xD800 && c < 0xDC00; }
 constexpr bool IsLow(char32_t c) { return c >= 0xDC00 && c < 0xE000; }
 constexpr char32_t Join(char32_t high, char32_t low) { return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00); }
 
-/// Number of ASCII characters that a text begins with. Most texts are nothing else.
+/// Number of ASCII characters that a text begins with. Most texts are nothing else, so it goes block by block.
 template <class Text>
 std::size_t AsciiLength(const Text& text)
 {
     using Unsigned = std::make_unsigned_t<typename Text::value_type>;
-    return static_cast<std::size_t>(
-        std::find_if(text.begin(), text.end(), [](auto c) { return static_cast<Unsigned>(c) >= 0x80; }) - text.begin());
+    constexpr std::size_t kBlock = 16;
+    std::size_t length = 0;
+    for (; length + kBlock <= text.size(); length += kBlock) {
+        Unsigned all = 0;
+        for (std::size_t i = 0; i < kBlock; ++i)
+            all = static_cast<Unsigned>(all | static_cast<Unsigned>(text[length + i]));
+        if (all >= 0x80)
+            break;
+    }
+    while (length < text.size() && static_cast<Unsigned>(text[length]) < 0x80)
+        ++length;
+    return length;
 }
 
 /// Calls `take` with each code point of a text in UTF-16 or UTF-32 units.
@@ -107,7 +117,9 @@ std::string ToUtf8(std::wstring_view text)
 std::wstring FromUtf8(std::string_view bytes)
 {
     const std::size_t plain = AsciiLength(bytes);
-    std::wstring text(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(plain));
+    std::wstring text(plain, L'\0');
+    for (std::size_t i = 0; i < plain; ++i)
+        text[i] = static_cast<wchar_t>(bytes[i]);
     if (plain == bytes.size())
         return text;
     text.reserve(bytes.size());
@@ -123,8 +135,14 @@ std::wstring FromUtf8(std::string_view bytes)
 
 std::vector<std::uint8_t> ToUtf16Le(std::wstring_view text)
 {
-    std::vector<std::uint8_t> bytes;
+    const std::size_t plain = AsciiLength(text);
+    std::vector<std::uint8_t> bytes(plain * 2);
+    for (std::size_t i = 0; i < plain; ++i)
+        bytes[2 * i] = static_cast<std::uint8_t>(text[i]);
+    if (plain == text.size())
+        return bytes;
     bytes.reserve(text.size() * 2);
+    text.remove_prefix(plain);
     const auto add = [&](char32_t unit) {
         bytes.push_back(static_cast<std::uint8_t>(unit & 0xFF));
         bytes.push_back(static_cast<std::uint8_t>(unit >> 8));

@@ -3,6 +3,8 @@
 
 #include "TvlPref/FoldedName.h"
 
+#include <algorithm>
+#include <functional>
 #include <iterator>
 #include <map>
 
@@ -13,7 +15,7 @@ struct Key {
     std::wstring name;
     RegistryStore::KeyId id = 0;
     Key* parent = nullptr;
-    std::map<std::wstring, std::unique_ptr<Key>> subkeys;   // by folded name
+    std::map<std::wstring, std::unique_ptr<Key>, std::less<>> subkeys;   // by folded name
     std::map<std::wstring, std::pair<std::wstring, RegistryValue>> values;
 };
 
@@ -100,20 +102,23 @@ private:
 
     Key* Walk(std::wstring_view path, bool create, bool& created)
     {
+        // As long as the path, of which each character folds by itself.
+        const std::wstring foldedPath = FoldedName(path);
         Key* key = &m_root;
-        // Roots are always there.
-        for (bool isRoot = true; !path.empty(); isRoot = false) {
-            const auto part = path.substr(0, path.find(L'\\'));
-            path.remove_prefix(std::min(part.size() + 1, path.size()));
+        for (std::size_t begin = 0, end = 0; begin < path.size(); begin = end + 1) {
+            end = std::min(path.find(L'\\', begin), path.size());
+            const auto folded = std::wstring_view(foldedPath).substr(begin, end - begin);
             auto& subkeys = key->subkeys;
-            auto found = subkeys.find(FoldedName(part));
+            auto found = subkeys.find(folded);
             if (found == subkeys.end()) {
+                const bool isRoot = begin == 0;   // these are always there
                 if (!create && !isRoot)
                     return nullptr;
-                auto made = std::make_unique<Key>(Key{std::wstring(part), m_lastId + 1, key, {}, {}});
+                auto made = std::make_unique<Key>(
+                    Key{std::wstring(path.substr(begin, end - begin)), m_lastId + 1, key, {}, {}});
                 // An id that fails here has not been given to anybody, and is taken by the next key.
                 m_byId.insert_or_assign(made->id, made.get());
-                found = subkeys.emplace(FoldedName(part), std::move(made)).first;
+                found = subkeys.emplace(folded, std::move(made)).first;
                 ++m_lastId;
                 created = true;
             }

@@ -3,9 +3,20 @@
 #include "siblings/TvlUtils/LogMessage.h"
 #include "siblings/TvlUtils/SystemIO.h"
 
-#include <algorithm>
+#include <string_view>
 
 namespace TvlUtils {
+
+namespace {
+bool HasMoreLines(std::string_view bytes, std::size_t most)
+{
+    // Searched and not counted: the search takes many characters at a time.
+    std::size_t lines = 0;
+    for (std::size_t end = bytes.find('\n'); end != bytes.npos && lines <= most; end = bytes.find('\n', end + 1))
+        ++lines;
+    return lines > most;
+}
+}   // namespace
 
 IniParser::IniParser(const TvlString& path) : m_path(path), m_text(Read()) { }
 
@@ -13,7 +24,7 @@ std::string IniParser::Read()
 {
     std::string bytes;
     const auto read = SystemIO::File::ReadAll(m_path, bytes, ProfileText::kMaxBytes);
-    const bool isLong = std::cmp_greater(std::count(bytes.begin(), bytes.end(), '\n'), kMaxLines);
+    const bool isLong = HasMoreLines(bytes, kMaxLines);
     m_isComplete = (read && !isLong) || read.IsMissing();
     if (m_isComplete)
         return bytes;
@@ -27,14 +38,19 @@ std::string IniParser::Read()
 std::vector<IniParser::Section> IniParser::GetAllData() const
 {
     std::vector<Section> sections;
-    for (ProfileText::SectionData& section : m_text.AllData()) {
-        std::vector<Entry> entries;
-        entries.reserve(section.entries.size());
-        for (ProfileText::KeyValue& entry : section.entries)
-            entries.emplace_back(std::move(entry.key), std::move(entry.value));
-        sections.emplace_back(std::move(section.name), std::move(entries));
-    }
+    ForEachSection([&](Section& section) { sections.push_back(std::move(section)); });
     return sections;
+}
+
+void IniParser::ForEachSection(const std::function<void(Section&)>& take) const
+{
+    m_text.ForEachSection([&](ProfileText::SectionData& data) {
+        Section section(std::move(data.name), {});
+        section.second.reserve(data.entries.size());
+        for (ProfileText::KeyValue& entry : data.entries)
+            section.second.emplace_back(std::move(entry.key), std::move(entry.value));
+        take(section);
+    });
 }
 
 TvlString IniParser::GetString(const TvlString& section, const TvlString& name, const TvlString& defaultValue) const

@@ -1,10 +1,10 @@
 #include "siblings/TvlUtils/ProfileText.h"
 
+#include "TvlUtils/SeenNames.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 #include "siblings/TvlPlatform/TvlString.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 namespace TvlUtils {
 
@@ -27,10 +27,10 @@ std::string_view Trimmed(std::string_view text)
 std::optional<std::string_view> SectionName(std::string_view line)
 {
     line = Trimmed(line);
+    if (!line.starts_with('['))
+        return std::nullopt;   // as most lines: they are looked through no further
     const std::size_t end = line.rfind(']');
-    if (!line.starts_with('[') || end == std::string_view::npos)
-        return std::nullopt;
-    return Trimmed(line.substr(1, end - 1));
+    return end == std::string_view::npos ? std::nullopt : std::optional(Trimmed(line.substr(1, end - 1)));
 }
 
 struct Entry {
@@ -73,12 +73,6 @@ std::wstring_view WithoutBlanks(std::wstring_view text)
 bool HasOneOf(std::wstring_view text, std::wstring_view refused)
 {
     return text.find_first_of(refused) != std::wstring_view::npos;
-}
-
-std::wstring Folded(std::wstring text)
-{
-    std::transform(text.begin(), text.end(), text.begin(), TvlFoldCase);
-    return text;
 }
 
 bool IsBlank(const std::string& line) { return Trimmed(line).empty(); }
@@ -170,24 +164,32 @@ std::vector<std::wstring> ProfileText::Keys(std::wstring_view section) const
     return keys;
 }
 
+void ProfileText::ForEachSection(const std::function<void(SectionData&)>& take) const
+{
+    SeenNames names, keys;   // of the file, and of the section
+    std::optional<SectionData> section;
+    for (const std::string& line : m_lines) {
+        if (const auto name = SectionName(line)) {
+            if (section)
+                take(*section);
+            section = SectionData{TvlPlatform::FromUtf8(*name), {}};
+            keys.Clear();
+            if (!names.Add(section->name))
+                section.reset();
+        } else if (const auto entry = section ? EntryOf(line) : std::nullopt) {
+            std::wstring key = TvlPlatform::FromUtf8(entry->key);
+            if (keys.Add(key))
+                section->entries.push_back({std::move(key), TvlPlatform::FromUtf8(Unquoted(entry->value))});
+        }
+    }
+    if (section)
+        take(*section);
+}
+
 std::vector<ProfileText::SectionData> ProfileText::AllData() const
 {
     std::vector<SectionData> sections;
-    std::unordered_set<std::wstring> names, keys;   // that were seen: of the file, and of the section
-    bool taken = false;
-    for (const std::string& line : m_lines) {
-        if (const auto name = SectionName(line)) {
-            SectionData section{TvlPlatform::FromUtf8(*name), {}};
-            keys.clear();
-            taken = names.insert(Folded(section.name)).second;
-            if (taken)
-                sections.push_back(std::move(section));
-        } else if (const auto entry = taken ? EntryOf(line) : std::nullopt) {
-            std::wstring key = TvlPlatform::FromUtf8(entry->key);
-            if (keys.insert(Folded(key)).second)
-                sections.back().entries.push_back({std::move(key), TvlPlatform::FromUtf8(Unquoted(entry->value))});
-        }
-    }
+    ForEachSection([&](SectionData& section) { sections.push_back(std::move(section)); });
     return sections;
 }
 

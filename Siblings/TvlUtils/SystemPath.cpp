@@ -8,13 +8,18 @@
 namespace TvlUtils::SystemIO::Path {
 
 namespace {
-bool IsSeparator(wchar_t c) { return kPathSeparators.find(c) != std::wstring_view::npos; }
+// Compared here and not searched for: the searches of string_view call the C library for each character.
+bool IsSeparator(wchar_t c)
+{
+    return std::any_of(
+        kPathSeparators.begin(), kPathSeparators.end(), [c](wchar_t separator) { return c == separator; });
+}
 
 /// Length of what stands before the file's name: all up to the last separator, or a drive.
 int FolderLength(std::wstring_view path)
 {
-    const std::size_t last = path.find_last_of(kPathSeparators);
-    return static_cast<int>(last == std::wstring_view::npos ? DriveLength(path) : last + 1);
+    const auto end = std::find_if(path.rbegin(), path.rend(), IsSeparator).base();
+    return static_cast<int>(end == path.begin() ? DriveLength(path) : static_cast<std::size_t>(end - path.begin()));
 }
 
 /// Where the extension of a file's name begins, or its end.
@@ -103,8 +108,10 @@ TvlString GetFileNameWithoutExtension(const TvlString& path)
 
 TvlString GetExtension(const TvlString& path)
 {
-    const TvlString name = GetFileName(path);
-    return name.Mid(ExtensionStart(name));
+    const std::wstring_view text = path;
+    const std::wstring_view name = text.substr(static_cast<std::size_t>(FolderLength(text)));
+    const std::size_t point = name.rfind(L'.');
+    return point == name.npos ? TvlString() : TvlString(std::wstring(name.substr(point)));
 }
 
 bool HasExtension(const TvlString& path, const TvlString& extension)

@@ -6,6 +6,10 @@
 
 namespace TvrContainers {
 
+namespace {
+constexpr long long kMostReserved = 16 << 20;   // bytes
+}
+
 ZipArchive::Source::Source(PieceReader* reader) : m_reader(reader) { zip_error_init(&m_error); }
 ZipArchive::Source::~Source() { zip_error_fini(&m_error); }
 zip_source_t* ZipArchive::Source::Make() { return zip_source_function_create(Callback, this, nullptr); }
@@ -54,9 +58,12 @@ zip_int64_t ZipArchive::Source::Run(void* data, zip_uint64_t size, zip_source_cm
         return Seek(m_outputPosition, static_cast<long long>(m_output.size()), data, size);
     case ZIP_SOURCE_TELL_WRITE:
         return m_outputPosition;
+    case ZIP_SOURCE_BEGIN_WRITE:
+        // About as large as it was, most often. What is larger grows as it is written.
+        m_output.reserve(static_cast<std::size_t>(std::clamp(m_reader ? m_reader->Size() : 0, 0LL, kMostReserved)));
+        return 0;
     case ZIP_SOURCE_CLOSE:
     case ZIP_SOURCE_FREE:
-    case ZIP_SOURCE_BEGIN_WRITE:
     case ZIP_SOURCE_COMMIT_WRITE:
     case ZIP_SOURCE_ROLLBACK_WRITE:
     case ZIP_SOURCE_REMOVE:

@@ -2,6 +2,7 @@
 import contextlib
 import io
 import json
+import re
 import subprocess
 import sys
 import tempfile
@@ -345,23 +346,37 @@ class Ratios(unittest.TestCase):
               "Start": 5e6, "Start_Bare": 2e6}
 
     def test_reads_limits(self):
-        sort, parse, start = ratios.limits(self.LINES)
-        self.assertEqual(sort[:4], ("Sort", "Sort_Bare", "1/4", False))
+        sort, parse, start = ratios.rows_of(self.LINES)
+        self.assertEqual(sort[:3], ("Sort", "Sort_Bare", False))
         self.assertEqual([parse.mean, start.mean], [True, False])
-        self.assertEqual([row.ratio(self.TIMES) for row in (sort, parse, start)], [0.25, 2, 1.5])
-        self.assertEqual(ratios.limits(self.LINES, "art"), [start])
+        self.assertEqual([row.ratio(0, self.TIMES) for row in (sort, parse, start)], [0.25, 2, 1.5])
+        self.assertEqual(ratios.rows_of(self.LINES, "art"), [start])
 
-    def test_holds_limits_for_the_sizes_that_they_name(self):
-        for words, told, held in (("", "", (0, 1, 99, 100, 5000)), ("from 100", "from 100", (0, 100, 5000)),
-                                  ("to 100", "up to 100", (0, 1, 99, 100)), ("from 99 to 100", "from 99 up to 100", (0, 99, 100))):
-            with self.subTest(words=words):
-                (limit,) = ratios.limits([f"Sort Sort_Bare 1/4 {words}"])
-                self.assertEqual(limit.sizes(), told)
-                self.assertEqual([size for size in (0, 1, 99, 100, 5000) if limit.holds(size)], list(held))
-        (sort,) = ratios.limits(["Sort Sort_Bare 39 to 10"])
-        self.assertEqual(ratios.as_text(self.TIMES, [sort])[1], 0)
-        with self.assertRaises(ValueError):
-            ratios.limits(["Sort Sort_Bare 1 about 100"])
+    def test_holds_each_limit_for_the_sizes_that_it_names(self):
+        lines = ["Sort Sort_Bare 41 to 10", "Sort Sort_Bare 1/4 from 1000", "Sort Sort_Bare 410 from 11 to 999"]
+        (sort,) = ratios.rows_of(lines)
+        self.assertEqual([sort.ratio(size, {}) for size in (0, 1, 10, 11, 100, 999, 1000, 10 ** 9)],
+                         [41, 41, 41, 410, 410, 410, 0.25, 0.25])
+        self.assertEqual([limit.told() for limit in sort.limits], ["41 up to 10", "410 from 11 up to 999", "1/4 from 1,000"])
+        lines, code = ratios.as_text(self.TIMES, [sort])
+        self.assertEqual((code, sum("above its limit" in line for line in lines)), (1, 4))
+        self.assertIn("| 41 up to 10, 410 from 11 up to 999, 1/4 from 1,000 |", ratios.as_markdown(self.TIMES, [sort])[2])
+
+    def test_refuses_limits_that_leave_a_size_out_or_hold_for_one_twice(self):
+        for words in (["to 10"], ["from 10"], ["to 10", "from 12"], ["to 10", "from 10"], ["", ""], ["mean", "to 10"],
+                      ["about 100"], ["from"], ["to 10 to 20", "from 21"]):
+            with self.subTest(words=words), self.assertRaises(ValueError):
+                ratios.rows_of([f"Sort Sort_Bare 1 {more}" for more in words])
+
+    def test_every_benchmark_is_in_a_row(self):
+        root = Path(ratios.__file__).parent
+        rows = ratios.rows_of(ratios.LIMITS.read_text(encoding="utf-8").splitlines())
+        registered = re.compile(r'BENCHMARK\((\w+)\)|RegisterBenchmark\(\(?"(\w+)')
+        names = {first or second for source in root.glob("*.cpp")
+                 for first, second in registered.findall(source.read_text(encoding="utf-8"))}
+        self.assertGreater(len(names), 50)
+        self.assertEqual(ratios.unmeasured(names, rows), [])
+        self.assertEqual(ratios.unmeasured(["Sort", "Alone", "Alone", "Sort_Bare"], ratios.rows_of(self.LINES)), ["Alone"])
 
     def test_fits_exponents(self):
         sizes = (3, 10, 700, 50_000)
@@ -371,7 +386,7 @@ class Ratios(unittest.TestCase):
         self.assertAlmostEqual(ratios.exponent([(1, 2), (10, 10), (100, 100), (1000, 2000)]), 1)
 
     def test_groups_what_differs_in_size_alone(self):
-        sort, parse, start = ratios.limits(self.LINES)
+        sort, parse, start = ratios.rows_of(self.LINES)
         groups = ratios.groups(self.TIMES, sort)
         self.assertEqual([(group.name, group.sizes) for group in groups],
                          [(f"Sort/deep:{deep}", (10, 100, 1000, 10000)) for deep in (0, 1)])
@@ -384,17 +399,17 @@ class Ratios(unittest.TestCase):
         self.assertEqual(ratios.groups(self.TIMES, sort._replace(peer="Gone")), [])
 
     def test_tells_what_is_above_its_limit_and_what_is_not_there(self):
-        rows = ratios.limits(self.LINES)
+        rows = ratios.rows_of(self.LINES)
         self.assertEqual(ratios.above(self.TIMES, rows[1:]), [rows[2]])
         for limit, status in (("4001", 0), ("39", 1)):
-            lines, code = ratios.as_text(self.TIMES, [rows[0]._replace(text=limit)])
+            lines, code = ratios.as_text(self.TIMES, ratios.rows_of([f"Sort Sort_Bare {limit}"]))
             self.assertEqual((code, sum("above its limit" in line for line in lines)), (status, 6 * status))
             self.assertEqual(sum("2.00/1.00" in line for line in lines), 2)
         self.assertEqual(ratios.as_text(self.TIMES, [rows[0]._replace(own="Gone")])[1], 2)
 
     def test_records_the_table_and_nothing_else(self):
         page = "before\n<!-- table -->\nold\n<!-- end of table -->\nafter\n"
-        rows = ratios.limits(self.LINES[:3])
+        rows = ratios.rows_of(self.LINES[:3])
         table = ratios.as_markdown(self.TIMES, rows)
         self.assertEqual(table[2], "| `Sort/deep:0` | `Sort_Bare` | 10, 100, 1,000, 10,000 | 4.000, 40.000, 400.000, "
                          "4000.000 | 1/4 | 2.00 | 1.00 |")

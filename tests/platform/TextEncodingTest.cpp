@@ -15,6 +15,21 @@ TEST(TextEncoding, RoundTripsBeyondTheBasicPlane)
     EXPECT_EQ(TvlPlatform::FromUtf16Le(bytes.data(), bytes.size()), text);
 }
 
+TEST(TextEncoding, TellsWhereAsciiEnds)
+{
+    for (std::size_t before = 0; before <= 40; ++before)
+        for (const std::size_t behind : {0, 1, 20}) {
+            const std::string bytes = std::string(before, '~') + "\xC2\x80" + std::string(behind, 'a');
+            const std::wstring text = std::wstring(before, L'~') + L"\u0080" + std::wstring(behind, L'a');
+            EXPECT_EQ(TvlPlatform::FromUtf8(bytes), text);
+            EXPECT_EQ(TvlPlatform::ToUtf8(text), bytes);
+            const auto units = TvlPlatform::ToUtf16Le(text);
+            ASSERT_EQ(units.size(), 2 * text.size());
+            for (std::size_t i = 0; i < text.size(); ++i)
+                EXPECT_EQ(units[2 * i] | units[2 * i + 1] << 8, static_cast<int>(text[i])) << before << " at " << i;
+        }
+}
+
 TEST(TextEncoding, ReplacesWhatIsNotValid)
 {
     for (const char* bytes : {"\x80", "\xC0", "\xC1", "\xE2", "\xFF", "\xF5"})

@@ -12,18 +12,18 @@ std::shared_ptr<TrackFileFormatUseDataDetail> RecordTable::FindOrAdd(
 {
     const TvlUtils::WriteLock hold(m_lock);
     Sweep();
-    const auto found = m_records.find(path);
-    if (found != m_records.end())
-        if (auto live = found->second.lock())
-            return live;
-    auto record = std::make_shared<Record>(true, path, context, finished);
+    const auto [entry, isNew] = m_records.try_emplace(path);
+    if (auto live = entry->second.lock())
+        return live;
     try {
-        m_records.insert_or_assign(path, record);
+        auto record = std::make_shared<Record>(true, path, context, finished);
+        entry->second = record;
+        return record;
     } catch (...) {
-        record->Finish();   // it never began: its end must send nothing
+        if (isNew)
+            m_records.erase(entry);   // no record's end would remove it
         throw;
     }
-    return record;
 }
 
 std::shared_ptr<TrackFileFormatUseDataDetail> RecordTable::Find(const TvlStringT<wchar_t>& path)

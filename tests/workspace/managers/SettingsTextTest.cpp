@@ -120,6 +120,35 @@ TEST(IniParser, GivesTheFirstOfEachNameInTheOrderOfTheFile)
     EXPECT_THAT(IniParser(world.Path("none.ini")).GetAllData(), IsEmpty());
 }
 
+TEST(IniParser, TellsManyNamesApart)
+{
+    constexpr int kNames = 1000;
+    std::string bytes;
+    const auto addNames = [&bytes](const std::string& first, int value) {
+        for (int i = 0; i < kNames; ++i)
+            bytes += first + std::to_string(i) + "=" + std::to_string(i + value) + "\n";
+    };
+    for (const char* const section : {"[s]\n", "[few]\nx=1\nX=2\n[S]\n", "[t]\n"}) {
+        bytes += section;
+        addNames("N\u00c4me", 0);
+        addNames("n\u00e4me", kNames);   // alike
+        addNames("n\u00e4\u00e4e", 0);
+    }
+    const UserWorld world;
+    const auto sections = IniParser(world.MakeFile("a.ini", bytes)).GetAllData();
+    ASSERT_EQ(sections.size(), 3u);
+    EXPECT_THAT(sections[1], Pair(TvlString(L"few"), ElementsAre(Pair(TvlString(L"x"), TvlString(L"1")))));
+    for (const std::size_t section : {0, 2}) {
+        const auto& entries = sections[section].second;
+        ASSERT_EQ(entries.size(), 2u * kNames);
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            const wchar_t* const first = i < kNames ? L"N\u00c4me" : L"n\u00e4\u00e4e";
+            const std::wstring number = std::to_wstring(i % kNames);
+            EXPECT_EQ(entries[i], (IniParser::Entry(first + number, number)));
+        }
+    }
+}
+
 TEST(IniParser, KeepsAFileThatItDoesNotTake)
 {
     const UserWorld world;

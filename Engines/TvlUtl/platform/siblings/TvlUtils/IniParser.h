@@ -6,6 +6,7 @@
 #include "siblings/TvlUtils/ProfileText.h"
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,6 +35,9 @@ public:
     /// All sections with their entries, in the order of the file. Names are told apart without case; of two with one name
     /// the first is given.
     std::vector<Section> GetAllData() const;
+    /// Calls `take` with one after another of what GetAllData gives, which may be moved away: a file of thousands of entries
+    /// never stands in memory as a whole.
+    void ForEachSection(const std::function<void(Section&)>& take) const;
     /// The value of an entry, or `defaultValue` when there is none.
     TvlString GetString(const TvlString& section, const TvlString& name, const TvlString& defaultValue) const;
     /// Sets an entry and replaces the file in one step. False when that fails, when the file is there and could not be

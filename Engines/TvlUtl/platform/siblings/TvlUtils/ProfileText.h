@@ -4,6 +4,7 @@
 #include "siblings/SiblingsApi.h"
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -46,6 +47,8 @@ public:
     /// @}
     /// All that Value finds, in the order of the file and in one pass.
     std::vector<SectionData> AllData() const;
+    /// Calls `take` with one after another of what AllData gives; it may be moved away.
+    void ForEachSection(const std::function<void(SectionData&)>& take) const;
 
     /// Sets the value of a key. A new key goes behind the last of its section and a new section to the end of the file.
     /// False, and nothing is changed, for texts that would be read back as something else: a line break or a zero in
