@@ -185,15 +185,17 @@ long long EventReader::ReadLines(
         if (!file.ReadAt(position, bytes.data(), bytes.size(), done))
             return position;
         const std::string_view read(bytes.data(), done);
-        std::optional<long long> next = position + static_cast<long long>(read.rfind('\n') + 1);   // 0 without any
-        TakeLines(read.substr(0, read.rfind('\n') + 1), events);
-        if (next == position) {
-            next = done == bytes.size() ? FindLineEnd(file, position) : std::nullopt;
-            m_skipped += next || (isComplete && done > 0) ? 1 : 0;
+        const std::size_t linesSize = read.rfind('\n') + 1;   // 0 without any
+        TakeLines(read.substr(0, linesSize), events);
+        if (linesSize > 0) {
+            position += static_cast<long long>(linesSize);
+            continue;
         }
-        if (!next)
+        const auto end = done == bytes.size() ? FindLineEnd(file, position) : std::nullopt;
+        m_skipped += end || (isComplete && done > 0) ? 1 : 0;
+        if (!end)
             return position;
-        position = *next;
+        position = *end;
     }
 }
 
