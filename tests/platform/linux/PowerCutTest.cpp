@@ -10,8 +10,17 @@
 #include <vector>
 
 namespace {
-std::vector<std::string> steps;   // by this program since it was emptied
-ino_t watched = 0;                // a folder's
+using Steps = std::vector<std::string>;
+
+// Each thread for itself: those of other tests flush files as well.
+thread_local Steps* heard = nullptr;   // where its steps are written down, while somebody listens
+thread_local ino_t watched = 0;        // a folder's
+
+void Note(const std::string& step)
+{
+    if (heard)
+        heard->push_back(step);
+}
 
 std::string NameOf(int descriptor)
 {
@@ -32,26 +41,25 @@ Function* Next(const char* name)
 extern "C" {
 __attribute__((visibility("default"))) int fsync(int descriptor)
 {
-    steps.push_back("flush " + NameOf(descriptor));
+    Note("flush " + NameOf(descriptor));
     return Next<int(int)>("fsync")(descriptor);
 }
 
 __attribute__((visibility("default"))) int rename(const char* from, const char* to) noexcept
 {
-    steps.emplace_back("rename");
+    Note("rename");
     return Next<int(const char*, const char*)>("rename")(from, to);
 }
 
 __attribute__((visibility("default"))) int mkdir(const char* path, mode_t mode) noexcept
 {
-    steps.emplace_back("make");
+    Note("make");
     return Next<int(const char*, mode_t)>("mkdir")(path, mode);
 }
 }
 
 namespace {
 using namespace TvlUtils::SystemIO;
-using Steps = std::vector<std::string>;
 
 class PowerCut : public testing::Test {
 protected:
@@ -60,11 +68,13 @@ protected:
         struct stat found = {};
         EXPECT_EQ(stat(folder.Path().c_str(), &found), 0);
         watched = found.st_ino;
-        steps.clear();
+        heard = &steps;
     }
+    ~PowerCut() override { heard = nullptr; }
     TvlString Path(const char* name) const { return FromFilePath(folder.Path() / name); }
 
     const ScratchFolder folder;
+    Steps steps;
 };
 
 TEST_F(PowerCut, FindsAFileThatWasReplacedOrMoved)
