@@ -142,25 +142,34 @@ int WGList::Insert(int position, const void* data, LONG size) noexcept
 {
     if (position < 0)
         return kRefused;
-    position = std::min(position, count);
+    if (position >= count)
+        return InsertEnd(data, size);
     if (!Grow())
         return kNoSlots;
     LISTELEMENT& slot = elements[position];
-    const bool atEnd = position == count;
-    if (!atEnd && slot.used) {
+    if (slot.used) {
         std::memmove(&slot + 1, &slot, SlotBytes(count - position));
         ++count;
+        slot = {};   // what stood there has moved
     }
-    // What stood there has moved, or never was.
-    if (atEnd || slot.used)
-        slot = {};
     void* const block = NewBlock(data, size);
     if (!block)
         return kNoBlock;
     Store(slot, block, size);
-    if (atEnd)
-        ++count;
     return position;
+}
+
+int WGList::InsertEnd(const void* data, LONG size) noexcept
+{
+    if (!Grow())
+        return kNoSlots;
+    LISTELEMENT& slot = elements[count];
+    slot = {};
+    void* const block = NewBlock(data, size);
+    if (!block)
+        return kNoBlock;
+    slot = {block, size, 1};
+    return count++;
 }
 
 int WGList::Insert(const void* data, LONG size) noexcept
@@ -172,7 +181,6 @@ int WGList::Insert(const void* data, LONG size) noexcept
 }
 
 int WGList::InsertStart(const void* data, LONG size) noexcept { return Insert(0, data, size); }
-int WGList::InsertEnd(const void* data, LONG size) noexcept { return Insert(count, data, size); }
 
 int WGList::Replace(int position, const void* data, LONG size) noexcept
 {
