@@ -212,15 +212,16 @@ bool DocContainer::AddFile(const TvlString& name, Stream source, bool, RootFileI
         if (!m_state || !source)
             return false;
         constexpr std::size_t kPiece = 64 * 1024;
-        TvrContainers::EntryWriter entry(m_state->maxEntryBytes);
-        std::string piece(kPiece, '\0');
-        bool isTaken = true;
-        for (std::size_t done = kPiece; isTaken && done == kPiece;) {
-            done = source.ReadSome(piece.data(), kPiece);
-            isTaken = entry.Write(piece.data(), done);
+        const auto limit = static_cast<std::size_t>(m_state->maxEntryBytes);
+        std::string bytes;
+        for (std::size_t done = kPiece; done == kPiece && bytes.size() <= limit;) {
+            const std::size_t size = bytes.size();
+            bytes.resize(size + kPiece);
+            done = source.ReadSome(bytes.data() + size, kPiece);
+            bytes.resize(size + done);
         }
-        if (isTaken)
-            return m_state->PutOrKeep(name, entry.Bytes());
+        if (bytes.size() <= limit)
+            return m_state->PutOrKeep(name, std::move(bytes));
         m_state->Keep(name);
         return false;
     });

@@ -17,6 +17,7 @@ constexpr const char* kDefault = "user/Workspaces/_default.tvws";
 constexpr const char* kNew = "user/Workspaces/New.tvws";
 constexpr const char* kExported = "user/exported.tvws";
 constexpr const char* kSettings = "user/Workspaces/settings.ini";
+constexpr const char* kKept = "user/Workspaces/settings.ini.unsaved._default";
 
 void CheckNextStart(ManagerWorld& managing, const FileRun&) { managing.CheckNextStart(); }
 
@@ -52,6 +53,43 @@ struct ChangedWithFiles : Changed {
         IniUpdateRegistry(FaultWorld::Path(kSettings).c_str());   // as the application that has changed them
     }
 };
+
+/// Earlier changes of the settings are kept beside them.
+struct ChangedWithKept : ChangedWithFiles {
+    ChangedWithKept() { PutWorkspace(kKept, earlier); }
+    const std::string earlier = SettingsText("B");
+};
+
+/// Changes the workspace and back, as a user does who has changed the settings.
+bool SwitchChanged(ChangedWithFiles& changed)
+{
+    const Result there = changed.Manager().SetCurrentWorkspace(L"A", false, false);
+    const Result back = changed.Manager().SetCurrentWorkspace(L"_default", false, false);
+    const Result again = changed.Manager().SetCurrentWorkspace(L"A", false, false);
+    changed.End();
+    return there == Result::Ok && back == Result::Ok && again == Result::Ok;
+}
+
+/// Saved, or kept beside the settings: what the user has changed never goes.
+void CheckChanged(ChangedWithFiles& changed)
+{
+    changed.Restart();
+    changed.manager->SetCurrentWorkspace(L"_default", false, false);
+    EXPECT_EQ(changed.world.Get(kSettings), changed.changed);
+    changed.defaultSettings = changed.changed;
+    changed.CheckNextStart();
+    EXPECT_FALSE(changed.world.Get(kKept)) << "it has been saved";
+}
+
+/// What is kept is whole, and goes when later changes have been saved alone.
+void CheckKept(const ChangedWithKept& changed)
+{
+    const std::string kept = ManagerWorld::EntryOf(kKept, kSettingsEntry);
+    const std::string saved = ManagerWorld::EntryOf(kDefault, kSettingsEntry);
+    EXPECT_EQ(ManagerWorld::EntryOf(kKept, kExtraEntry), kept == "none" ? kept : ExtraOf(kept));
+    EXPECT_TRUE(kept == changed.changed || saved == (kept == "none" ? changed.changed : changed.defaultSettings))
+        << kept;
+}
 
 /// A process has ended while it replaced the preferences: they are gone.
 struct HalfApplied : ManagerWorld {
@@ -201,22 +239,13 @@ FileOperations WritesOfManagers()
             },
             CheckNextStart),
         FileRow<ChangedWithFiles>(
-            "switch_changed", 100,
-            [](ChangedWithFiles& changed) {
-                const Result there = changed.Manager().SetCurrentWorkspace(L"A", false, false);
-                const Result back = changed.Manager().SetCurrentWorkspace(L"_default", false, false);
-                const Result again = changed.Manager().SetCurrentWorkspace(L"A", false, false);
-                changed.End();
-                return there == Result::Ok && back == Result::Ok && again == Result::Ok;
-            },
-            [](ChangedWithFiles& changed, const FileRun&) {
-                changed.Restart();
-                changed.manager->SetCurrentWorkspace(L"_default", false, false);
-                // Saved, or kept beside the settings: what the user has changed never goes.
-                EXPECT_EQ(changed.world.Get(kSettings), changed.changed);
-                changed.defaultSettings = changed.changed;
-                changed.CheckNextStart();
-                EXPECT_FALSE(changed.world.Get(std::string(kSettings) + ".unsaved._default")) << "it has been saved";
+            "switch_changed", 100, [](ChangedWithFiles& changed) { return SwitchChanged(changed); },
+            [](ChangedWithFiles& changed, const FileRun&) { CheckChanged(changed); }),
+        FileRow<ChangedWithKept>(
+            "switch_kept", 100, [](ChangedWithKept& changed) { return SwitchChanged(changed); },
+            [](ChangedWithKept& changed, const FileRun&) {
+                CheckKept(changed);
+                CheckChanged(changed);
             }),
         FileRow<ManagerWorld>(
             "create", 60,

@@ -13,6 +13,8 @@ using TvlUtils::LogLevel;
 using TvlUtils::LogMessage;
 
 namespace {
+using Entries = std::vector<std::pair<TvlString, std::string>>;   // names in the container, and bytes
+
 TvlString KeptPath(const TvlString& workspace, const TvlString& settings)
 {
     return settings + L".unsaved." + Path::GetFileNameWithoutExtension(workspace);
@@ -40,18 +42,34 @@ bool IsSaved(const TvlString& workspace, const TvlString& settings, const Unsave
            });
 }
 
+/// Reads the settings, and those of the files with them that are there.
+bool ReadEntries(const TvlString& settings, const UnsavedSettings::Files& files, Entries& entries)
+{
+    const auto read = [&](const TvlString& name, const TvlString& path) {
+        return File::ReadAll(path, entries.emplace_back(name, std::string()).second, DocContainer::kMaxEntryBytes);
+    };
+    for (const auto& [name, path] : files) {
+        if (read(name, path))
+            continue;
+        if (IsThere(path) != std::optional(false))
+            return false;
+        entries.pop_back();
+    }
+    return static_cast<bool>(read(ContentPath(WorkspaceContainerSchema::settingsFile), settings));
+}
+
+/// What is kept already stays as it is on failure.
 bool Keep(const TvlString& workspace, const TvlString& settings, const UnsavedSettings::Files& files)
 {
-    const TvlString path = KeptPath(workspace, settings);
-    WorkspaceContainer container = WorkspaceContainer::Create(path);
-    bool isWhole = container.AddFile(ContentPath(WorkspaceContainerSchema::settingsFile), settings, false, nullptr);
-    for (const auto& [name, source] : files)
-        isWhole =
-            isWhole && (container.AddFile(name, source, false, nullptr) || IsThere(source) == std::optional(false));
-    if (container.Close() && isWhole)
-        return true;
-    File::Delete(path);
-    return false;
+    Entries entries;
+    if (!ReadEntries(settings, files, entries))
+        return false;
+    WorkspaceContainer container = WorkspaceContainer::Create(KeptPath(workspace, settings));
+    const bool isWhole = std::all_of(entries.begin(), entries.end(), [&](const auto& entry) {
+        const auto& [name, bytes] = entry;
+        return container.AddFile(name, TvlUtils::Stream::OverMemory(bytes.data(), bytes.size()), false, nullptr);
+    });
+    return container.Close() && isWhole;
 }
 
 /// Whether those on disk are kept, after a failure, or need not be: they have not changed, there are none, or their workspace

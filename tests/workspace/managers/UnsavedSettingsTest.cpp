@@ -70,6 +70,27 @@ TEST_F(UnsavedSettings, StayWhereTheyAreWhenTheyCanNotBeKept)
     ExpectPutBackAndSaved();
 }
 
+TEST_F(UnsavedSettings, StayKeptUntilLaterOnesAre)
+{
+    const std::string bytes = Break("_default");
+    EXPECT_EQ(ChangeTo(L"A"), Result::Ok);
+    const std::string kept = world.Bytes(Kept("_default"));
+    EXPECT_NE(kept, "");
+    EXPECT_EQ(ChangeTo(L"_default"), Result::Ok);
+    EXPECT_EQ(SettingsOnDisk(), changed);
+    // They can't be read for now.
+    const auto settings = TvlUtils::SystemIO::ToFilePath(world.Path(kSettings));
+    world.Remove(kSettings);
+    std::filesystem::create_directory(settings);
+    EXPECT_EQ(ChangeTo(L"A"), Result::Ok);
+    EXPECT_EQ(world.Bytes(Kept("_default")), kept);
+    std::filesystem::remove(settings);
+    world.MakeFile(kSettings, changed);
+    world.MakeFile("user/Workspaces/_default.tvws", bytes);
+    EXPECT_EQ(ChangeTo(L"_default"), Result::Ok);
+    ExpectPutBackAndSaved();
+}
+
 TEST_F(UnsavedSettings, GoWithTheirWorkspace)
 {
     EXPECT_EQ(ChangeTo(L"A"), Result::Ok);
