@@ -123,6 +123,7 @@ protected:
 
 private:
     bool Holds(int position) const noexcept;
+    bool GrowArray() noexcept;
     bool Grow() noexcept;
     void Reallocate(int slots) noexcept;
     void CloseGap(int position) noexcept;
