@@ -8,6 +8,8 @@
 struct NamedWork {
     const char* name;
     int recorded;   // operations that it is known to do; fewer of them say that what counts them has come loose
+
+    friend void PrintTo(const NamedWork& work, std::ostream* out) { *out << work.name; }
 };
 
 class CheckedWork : public testing::TestWithParam<NamedWork> {

@@ -43,6 +43,8 @@ void TakeLine(const std::string& line, State& state)
         words >> state.predefined;
     else if (what == "workspace" && words >> name)
         takeOwner(state.workspaces[name]);
+    else if (what == "kept" && words >> name)
+        takeOwner(state.kept[name]);
     else if (what == "current" && words >> state.current)
         takeOwner(state.settings);
     else if (what == "preferences")
@@ -129,6 +131,13 @@ Entries ProcessWorld::Ledger(const std::string& name) const
         if (line.starts_with("begin")) {
             entries.lastBegun = entry;
             entries.begun.insert(entry);
+            continue;
+        }
+        if (line.starts_with("changed")) {
+            std::string workspace;
+            std::istringstream words(entry);
+            words >> workspace;
+            words >> entries.changed[workspace];
             continue;
         }
         entries.lastDone = entry;

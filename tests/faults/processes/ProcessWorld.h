@@ -14,6 +14,7 @@ struct State {
     std::set<std::string> papers;
     int predefined = 0;
     std::map<std::string, SettingsOwner> workspaces;   // by name, whose settings they have
+    std::map<std::string, SettingsOwner> kept;         // the same of those that could not be saved
     std::string current;
     SettingsOwner settings;               // on disk
     SettingsOwner preferences;            // in the registry
@@ -26,9 +27,10 @@ struct State {
 /// What was begun and done, as the ledger tells.
 struct Entries {
     std::set<std::string> begun;
-    std::string lastDone;           // empty for none
-    std::string lastBegun;          // empty for none
-    std::vector<std::string> all;   // done, in order
+    std::string lastDone;                 // empty for none
+    std::string lastBegun;                // empty for none
+    std::vector<std::string> all;         // done, in order
+    std::map<std::string, int> changed;   // workspaces whose settings were changed on disk, with their last age
 };
 
 /// What a process has counted while it did its work.

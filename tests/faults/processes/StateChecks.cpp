@@ -9,6 +9,18 @@ namespace {
 constexpr int kPredefined = 149;   // papers of the suite
 
 bool IsTorn(const SettingsOwner& owner) { return owner.name == kTorn; }
+
+/// How old the latest settings of each workspace are: its own, those kept for it, or those on disk.
+std::map<std::string, int> LatestAges(const State& state)
+{
+    std::map<std::string, int> ages;
+    const auto take = [&](const SettingsOwner& owner) { ages[owner.name] = std::max(ages[owner.name], owner.age); };
+    for (const auto* const owners : {&state.workspaces, &state.kept})
+        for (const auto& [name, owner] : *owners)
+            take(owner);
+    take(state.settings);
+    return ages;
+}
 }   // namespace
 
 StateChecks::StateChecks(std::string work, const State& before) : m_work(std::move(work)), m_before(before) { }
@@ -21,6 +33,8 @@ int StateChecks::CountTorn(const State& state)
         const auto found = state.workspaces.find(name);
         torn += found == state.workspaces.end() || IsTorn(found->second) || found->second.name == kNoSettings;
     }
+    for (const auto& [name, owner] : state.kept)
+        torn += owner.name != name;
     torn += IsTorn(state.settings) + IsTorn(state.preferences) + IsTorn(state.extracted);
     Tally::Get().Add("torn files", torn);
     return torn;
@@ -39,10 +53,12 @@ void StateChecks::Check(const State& state, const Entries& ledger)
         EXPECT_EQ(owner.name, name) << "each workspace with settings of its own";
     EXPECT_EQ(state.settings.name, state.current);
     EXPECT_EQ(state.preferences.name, state.current);
-    const int lost = m_work == "save" ? CountLostPapers(state, ledger) : CountLostValues(state, ledger);
+    const int lost = (m_work == "save" ? CountLostPapers(state, ledger) : CountLostValues(state, ledger))
+        + CountLostChanges(state, ledger);
     EXPECT_EQ(lost, 0);
     Tally::Get().Add("entries of the ledger lost", lost);
-    Tally::Get().Add("entries of the ledger found", static_cast<long long>(ledger.all.size()) - lost);
+    Tally::Get().Add(
+        "entries of the ledger found", static_cast<long long>(ledger.all.size() + ledger.changed.size()) - lost);
     m_before = state;
 }
 
@@ -77,4 +93,17 @@ int StateChecks::CountLostValues(const State& state, const Entries& ledger) cons
     const bool isKept = found == kept || (found == ledger.lastBegun && !found.empty());
     EXPECT_TRUE(isKept) << found << " where " << kept << " was there";
     return isKept ? 0 : 1;
+}
+
+int StateChecks::CountLostChanges(const State& state, const Entries& ledger) const
+{
+    std::map<std::string, int> expected = LatestAges(m_before);
+    for (const auto& [name, age] : ledger.changed)
+        expected[name] = std::max(expected[name], age);
+    std::map<std::string, int> found = LatestAges(state);
+    return static_cast<int>(std::count_if(expected.begin(), expected.end(), [&](const auto& workspace) {
+        const auto& [name, age] = workspace;
+        EXPECT_GE(found[name], age) << "settings of " << name;
+        return found[name] < age;
+    }));
 }

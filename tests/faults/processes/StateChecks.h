@@ -23,6 +23,8 @@ private:
     std::string ValueIn(const State& state) const;
     int CountLostPapers(const State& state, const Entries& ledger) const;
     int CountLostValues(const State& state, const Entries& ledger) const;
+    /// Changes of settings that were there, or that the ledger tells of: an old age in the place of a later one.
+    int CountLostChanges(const State& state, const Entries& ledger) const;
 
     std::string m_work;
     State m_before;

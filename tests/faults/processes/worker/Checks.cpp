@@ -17,6 +17,7 @@ namespace SystemIO = TvlUtils::SystemIO;
 using TvlPlatform::ToUtf8;
 
 namespace {
+constexpr const wchar_t* kSettingsEntry = L"content/settings.ini";
 constexpr const wchar_t* kPreference = L"Faults/Switch";   // no setting of a workspace
 constexpr const wchar_t* kApplication = L"HKEY_CURRENT_USER\\SOFTWARE\\Tovel\\Suite\\Tovel";
 
@@ -41,7 +42,7 @@ SettingsOwner OwnerInWorkspace(const TvlString& path)
 {
     const WorkspaceContainer container = WorkspaceContainer::Open(path, ZipFile::OpenMode::Read);
     const bool isWhole = BytesOf(container, kOtherEntry) == kOtherContent;
-    return isWhole ? OwnerIn(BytesOf(container, L"content/settings.ini")) : SettingsOwner{kTorn};
+    return isWhole ? OwnerIn(BytesOf(container, kSettingsEntry)) : SettingsOwner{kTorn};
 }
 
 std::string Papers()
@@ -64,6 +65,13 @@ std::string Workspaces()
     const auto manager = StartManager();
     for (const WorkspaceFile& file : manager->GetNamedWorkspaces())
         lines += "workspace " + ToUtf8(file.GetName()) + " " + OwnerInWorkspace(file.GetFilename()).Text() + "\n";
+    constexpr std::wstring_view kKept = L".unsaved.";
+    for (const TvlString& path :
+        SystemIO::File::Find(UserFile(L"Workspaces"), L"settings.ini.unsaved.*", false, false)) {
+        const WorkspaceContainer kept = WorkspaceContainer::Open(path, ZipFile::OpenMode::Read);
+        lines += "kept " + ToUtf8(path.Std().substr(path.Std().rfind(kKept) + kKept.size())) + " "
+            + OwnerIn(BytesOf(kept, kSettingsEntry)).Text() + "\n";
+    }
     return lines + "current " + ToUtf8(manager->GetCurrentWorkspaceName()) + " "
         + OwnerInFile(manager->GetProfileSettingsFile()).Text() + "\n";
 }

@@ -35,6 +35,7 @@ void Start();
 ///   paper NAME             a paper of the user's own
 ///   predefined COUNT       papers of the suite
 ///   workspace NAME OWNER   a workspace, and its settings; "torn" as well when another entry of it can't be read
+///   kept NAME OWNER        settings that are kept for a workspace, which could not be saved into it
 ///   current NAME OWNER     the current one, and the settings on disk
 ///   preferences OWNER      the same of the preferences
 ///   extracted OWNER        the same of the file that was extracted

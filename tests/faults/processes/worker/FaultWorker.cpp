@@ -5,7 +5,8 @@
 //   fault_worker start                 comes up as an application does
 //   fault_worker check                 the same, and tells what is there; see Checks.h
 //
-// Before each piece of work the ledger gets a line "begin ENTRY", and behind it, when it is done, "done ENTRY".
+// Before each piece of work the ledger gets a line "begin ENTRY", and behind it, when it is done, "done ENTRY"; where settings
+// have been changed on disk, "changed OWNER", as in SettingsText.h.
 //
 // Faults come from variables of the environment. FAULT_ALLOCATION gives the allocation of a start that fails, FAULT_FILE the
 // file operation, and FAULT_DATABASE the operation on the registry's database that meets the fault FAULT_KIND; all are

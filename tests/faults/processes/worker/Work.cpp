@@ -1,6 +1,5 @@
 #include "Work.h"
 
-#include "../SettingsText.h"
 #include "Checks.h"
 #include "IniUpdateRegistry.h"
 #include "PaperTypes.h"
@@ -37,15 +36,31 @@ bool Save(Ledger& ledger, int number)
     return true;
 }
 
+/// Settings of the same workspace as before in the place of those on disk, as an application stores them.
+bool ChangeSettings(Ledger& ledger, int age)
+{
+    SettingsOwner owner = OwnerInFile(SettingsFile());
+    if (!owner.IsAWorkspace())
+        return false;
+    owner.age = age;
+    if (!File::WriteAside(SettingsFile(), SettingsText(owner)))
+        return false;
+    ledger.Changed(owner);
+    return true;
+}
+
 bool Switch(Ledger& ledger, int)
 {
     const auto manager = StartManager();
     const std::string name = manager->GetCurrentWorkspaceName() == L"A" ? "B" : "A";
+    // The first start has no settings yet, and where the registry has failed those on disk are not the application's own.
+    const SettingsOwner owner = OwnerInFile(SettingsFile());
+    const bool isChanged = owner.name == kNoSettings || IsApplying() || ChangeSettings(ledger, owner.age + 1);
     ledger.Begin(name);
     const bool isCurrent = manager->SetCurrentWorkspace(FromUtf8(name), false, false) == Result::Ok;
     manager->AppShuttingDown();
     // The end of a manager tells nothing: what it has stored is asked instead.
-    const bool isDone = isCurrent && StoredWorkspace() == name && !IsApplying();
+    const bool isDone = isChanged && isCurrent && StoredWorkspace() == name && !IsApplying();
     if (isDone)
         ledger.Done(name);
     return isDone;
@@ -61,21 +76,11 @@ bool Extract(Ledger& ledger, int number)
     return isDone;
 }
 
-/// Settings of the same workspace as before in the place of those on disk, as an application stores them.
-bool ChangeSettings(int age)
-{
-    SettingsOwner owner = OwnerInFile(SettingsFile());
-    if (!owner.IsAWorkspace())
-        return false;
-    owner.age = age;
-    return static_cast<bool>(File::WriteAside(SettingsFile(), SettingsText(owner)));
-}
-
 bool Apply(Ledger& ledger, int)
 {
     const int age = OwnerInFile(SettingsFile()).age + 1;
     ledger.Begin(std::to_string(age));
-    if (!ChangeSettings(age))
+    if (!ChangeSettings(ledger, age))
         return false;
     IniUpdateRegistry(SettingsFile().c_str());
     // It tells nothing by itself: the mark stays where the registry has failed.
@@ -105,7 +110,7 @@ bool Round(Ledger& ledger, int number)
     const auto& files = manager->GetWorkspaces();
     bool isDone = files.cend() - files.cbegin() >= 3;
     // Another process may be at them just then: such a change is refused, and the next round makes another.
-    if (ChangeSettings(number + 1))
+    if (ChangeSettings(ledger, number + 1))
         ledger.Begin(std::to_string(number + 1));
     constexpr const wchar_t* kNames[] = {L"A", L"B", L"_default"};
     isDone = manager->SetCurrentWorkspace(kNames[number % 3], false, false) == Result::Ok && isDone;
