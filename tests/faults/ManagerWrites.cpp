@@ -17,7 +17,7 @@ constexpr const char* kDefault = "user/Workspaces/_default.tvws";
 constexpr const char* kNew = "user/Workspaces/New.tvws";
 constexpr const char* kExported = "user/exported.tvws";
 constexpr const char* kSettings = "user/Workspaces/settings.ini";
-constexpr const char* kKept = "user/Workspaces/settings.ini.unsaved._default";
+constexpr const char* kKept = "user/Workspaces/settings.ini._default.unsaved";
 
 void CheckNextStart(ManagerWorld& managing, const FileRun&) { managing.CheckNextStart(); }
 

@@ -4,6 +4,7 @@
 #include "ChildProcess.h"
 #include "FaultWalk.h"
 #include "MemoryFiles.h"
+#include "PassingFiles.h"
 #include "Privacy.h"
 #include "UserWorld.h"
 #include "siblings/TvlConfig/ProductAnalytics.h"
@@ -178,46 +179,20 @@ TEST_F(EventLogTest, LinesMayBeAsLongAsTheLongestEvent)
 }
 
 /// Lets another writer put the file by just before its size is asked for.
-class PutByMeanwhile final : public TvlUtils::SystemIO::FileLayer {
+class PutByMeanwhile final : public PassingFiles {
 public:
-    using Path = std::filesystem::path;
-    using FileResult = TvlUtils::SystemIO::FileResult;
-    using OpenMode = TvlUtils::SystemIO::OpenMode;
-    using FileHandle = TvlUtils::SystemIO::FileHandle;
-    using FileStatus = TvlUtils::SystemIO::FileStatus;
-    using FolderEntry = TvlUtils::SystemIO::FolderEntry;
+    explicit PutByMeanwhile(const TvlString& folder) : m_folder(TvlUtils::SystemIO::ToFilePath(folder)) { }
 
-    explicit PutByMeanwhile(const TvlString& folder) : m_folder(TvlUtils::SystemIO::ToFilePath(folder))
-    {
-        SetForTests(this);
-    }
-    PutByMeanwhile(const PutByMeanwhile&) = delete;
-    PutByMeanwhile& operator=(const PutByMeanwhile&) = delete;
-    ~PutByMeanwhile() override { SetForTests(nullptr); }
-
-    FileResult Open(const Path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle) override
-    {
-        return m_system.Open(path, mode, handle);
-    }
-    FileResult Rename(const Path& from, const Path& to) override { return m_system.Rename(from, to); }
-    FileResult Remove(const Path& path) override { return m_system.Remove(path); }
-    FileResult List(const Path& folder, std::vector<FolderEntry>& entries) override
-    {
-        return m_system.List(folder, entries);
-    }
     FileResult Stat(const Path& path, FileStatus& status) override
     {
         if (path == m_folder / "events.jsonl" && !std::exchange(m_isDone, true)) {
             std::filesystem::rename(path, m_folder / "events-20240531T081530250Z-00000000.jsonl");
             std::ofstream(path, std::ios::binary) << FormatEvent(Event(L"b"));
         }
-        return m_system.Stat(path, status);
+        return PassingFiles::Stat(path, status);
     }
-    FileResult MakeFolder(const Path& path) override { return m_system.MakeFolder(path); }
-    FileResult SetReadOnly(const Path& path, bool readOnly) override { return m_system.SetReadOnly(path, readOnly); }
 
 private:
-    FileLayer& m_system = Get();
     const Path m_folder;
     bool m_isDone = false;
 };

@@ -133,7 +133,8 @@ public:
     bool LoadSettings(const TvlString& path, const std::vector<FilePair>& files, WorkspaceFileExportSettings& exported);
     /// Stores the settings at `path`, and each pair's file where there is one.
     bool SaveSettings(TvlString path, const std::vector<FilePair>& files);
-    /// The same. `isWhole` tells, besides, whether each of the files that are on disk could be read.
+    /// The same. `isWhole` tells, besides, whether each of the files that are on disk could be read, the settings included,
+    /// but for what no workspace can ever take: folders, and files of more bytes than an entry may have.
     bool SaveSettings(const TvlString& path, const std::vector<FilePair>& files, bool& isWhole);
     /// Whether the workspace is meant for fingers.
     bool IsTouchWorkspace() const;

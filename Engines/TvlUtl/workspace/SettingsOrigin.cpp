@@ -7,6 +7,7 @@
 
 #include <map>
 #include <mutex>
+#include <sstream>
 
 namespace {
 namespace File = TvlUtils::SystemIO::File;
@@ -44,10 +45,10 @@ Lacks& AllLacks()
     return lacks;
 }
 
-/// The name of the session in the first line, the workspace in the rest.
+/// The session, the workspace and the application, a line each.
 struct Note {
     TvlString session;
-    TvlString workspace;
+    SettingsOrigin::Left left;
 };
 
 TvlString NotePath(const TvlString& settings) { return settings + L".origin"; }
@@ -57,10 +58,15 @@ std::optional<Note> Read(const TvlString& settings)
     std::string bytes;
     if (!File::ReadAll(NotePath(settings), bytes, kLimit))
         return std::nullopt;
-    const std::size_t end = bytes.find('\n');
-    if (end == std::string::npos)
+    std::istringstream lines(bytes);
+    std::string session;
+    std::string workspace;
+    std::string application;
+    if (!std::getline(lines, session) || !std::getline(lines, workspace))
         return std::nullopt;
-    return Note{TvlPlatform::FromUtf8(bytes.substr(0, end)), TvlPlatform::FromUtf8(bytes.substr(end + 1))};
+    std::getline(lines, application);
+    using TvlPlatform::FromUtf8;
+    return Note{FromUtf8(session), {FromUtf8(workspace), FromUtf8(application)}};
 }
 
 bool IsAlive(const TvlString& session)
@@ -69,18 +75,24 @@ bool IsAlive(const TvlString& session)
 }
 }   // namespace
 
-void SettingsOrigin::Record(const TvlString& settings, const TvlString& workspace)
+void SettingsOrigin::Record(const TvlString& settings, const TvlString& workspace, const TvlString& application)
 {
-    const std::string bytes = TvlPlatform::ToUtf8(OwnSession().name) + '\n' + TvlPlatform::ToUtf8(workspace);
+    const std::string bytes = TvlPlatform::ToUtf8(OwnSession().name + L"\n" + workspace + L"\n" + application);
     // Where it fails a crash is not recovered from; a note of other settings would have these replaced.
     if (!File::WriteAside(NotePath(settings), bytes))
         File::Delete(NotePath(settings));
 }
 
-bool SettingsOrigin::IsForeign(const TvlString& settings, const TvlString& workspace)
+std::optional<SettingsOrigin::Left> SettingsOrigin::LeftBehind(const TvlString& settings)
 {
     const auto note = Read(settings);
-    return note && note->workspace.CompareNoCase(workspace) != 0 && !IsAlive(note->session);
+    return note && !IsAlive(note->session) ? std::optional(note->left) : std::nullopt;
+}
+
+bool SettingsOrigin::IsForeign(const TvlString& settings, const TvlString& workspace)
+{
+    const auto left = LeftBehind(settings);
+    return left && left->workspace.CompareNoCase(workspace) != 0;
 }
 
 void SettingsOrigin::SetLack(const TvlString& settings, const TvlString& workspace, Lack lack)

@@ -7,9 +7,17 @@
 
 namespace SettingsOrigin {
 
-/// Notes in "<settings>.origin" that the settings there are those of `workspace`, and that this process works with them.
-void Record(const TvlString& settings, const TvlString& workspace);
-/// Whether a process that has died left the settings of another workspace than `workspace`. What runs is in order.
+/// Notes in "<settings>.origin" that the settings there are those of `workspace`, and that this process, of `application`,
+/// works with them.
+void Record(const TvlString& settings, const TvlString& workspace, const TvlString& application);
+/// Whose the settings are that a process has left.
+struct Left {
+    TvlString workspace;
+    TvlString application;   // whose files lie beside them
+};
+/// Empty when that process runs, and when there is no note. What runs is in order.
+std::optional<Left> LeftBehind(const TvlString& settings);
+/// Whether a process that has died left the settings of another workspace than `workspace`.
 bool IsForeign(const TvlString& settings, const TvlString& workspace);
 
 /// What is amiss with the settings on disk and those of a workspace.

@@ -1,7 +1,10 @@
 #include "UnsavedSettings.h"
 
+#include "InterruptionMark.h"
+#include "SettingsEntries.h"
 #include "SettingsOrigin.h"
 #include "WorkspaceAccess.h"
+#include "WorkspaceLimits.h"
 #include "siblings/TvlUtils/LogMessage.h"
 #include "siblings/TvlUtils/SystemIO.h"
 
@@ -13,124 +16,171 @@ using TvlUtils::LogLevel;
 using TvlUtils::LogMessage;
 
 namespace {
-using Entries = std::vector<std::pair<TvlString, std::string>>;   // names in the container, and bytes
+constexpr std::optional<bool> kNo = false;
 
 TvlString KeptPath(const TvlString& workspace, const TvlString& settings)
 {
-    return settings + L".unsaved." + Path::GetFileNameWithoutExtension(workspace);
+    return settings + L"." + Path::GetFileNameWithoutExtension(workspace) + L".unsaved";
 }
 
-/// Whether an entry holds what a file on disk does.
-bool IsStored(const WorkspaceContainer& container, const TvlString& name, const TvlString& path)
+TvlString SettingsEntry() { return ContentPath(WorkspaceContainerSchema::settingsFile); }
+
+bool IsStored(const WorkspaceContainer& container, const TvlString& name, const std::string& bytes)
 {
-    std::string bytes;
     TvlUtils::Stream stream = container.OpenFile(name, false);
-    if (!stream || !File::ReadAll(path, bytes))
+    if (!stream)
         return false;
     std::string stored(bytes.size() + 1, '\0');
     stored.resize(stream.ReadSome(stored.data(), stored.size()));
     return stored == bytes;
 }
 
-/// Whether a workspace has the settings on disk, and the files that go with them.
-bool IsSaved(const TvlString& workspace, const TvlString& settings, const UnsavedSettings::Files& files)
+/// Whether a workspace has them all as they are.
+bool AreSaved(const TvlString& workspace, const SettingsEntries& entries)
 {
     const WorkspaceContainer container = OpenWorkspaceForReading(workspace);
-    return container && IsStored(container, ContentPath(WorkspaceContainerSchema::settingsFile), settings)
-        && std::all_of(files.begin(), files.end(), [&](const auto& file) {
-               return IsThere(file.second) == std::optional(false) || IsStored(container, file.first, file.second);
-           });
+    return container && std::all_of(entries.files.begin(), entries.files.end(), [&](const auto& entry) {
+        return IsStored(container, entry.first, entry.second);
+    });
 }
 
-/// Reads the settings, and those of the files with them that are there.
-bool ReadEntries(const TvlString& settings, const UnsavedSettings::Files& files, Entries& entries)
+/// Whether the bytes of an archive can be read, and nothing is to be had of them, or of one entry.
+bool IsDamaged(const TvlString& path, const TvlString& entry = {})
 {
-    const auto read = [&](const TvlString& name, const TvlString& path) {
-        return File::ReadAll(path, entries.emplace_back(name, std::string()).second, DocContainer::kMaxEntryBytes);
-    };
-    for (const auto& [name, path] : files) {
-        if (read(name, path))
-            continue;
-        if (IsThere(path) != std::optional(false))
-            return false;
-        entries.pop_back();
-    }
-    return static_cast<bool>(read(ContentPath(WorkspaceContainerSchema::settingsFile), settings));
+    std::string bytes;
+    if (!File::ReadAll(path, bytes))
+        return false;
+    const WorkspaceContainer container = OpenWorkspaceForReading(path);
+    const bool isDamaged = !container || (!entry.IsEmpty() && !container.OpenFile(entry, false));
+    if (isDamaged)
+        LogMessage(LogLevel::Warning, L"What was kept of unsaved settings is damaged: " + path);
+    return isDamaged;
 }
+
+/// Opened for writing; what is there already stays in it. No container when that can't be opened for now.
+WorkspaceContainer OpenKept(const TvlString& path)
+{
+    const auto isThere = IsThere(path);
+    WorkspaceContainer container = isThere == kNo ? WorkspaceContainer() : OpenWorkspaceForWriting(path);
+    if (isThere == kNo || (!container && IsDamaged(path))) {
+        container = WorkspaceContainer::Create(path);
+        container.SetMaxEntryBytes(MaxWorkspaceEntryBytes());
+    }
+    return container;
+}
+}   // namespace
 
 /// What is kept already stays as it is on failure.
-bool Keep(const TvlString& workspace, const TvlString& settings, const UnsavedSettings::Files& files)
+bool UnsavedSettings::Keep(const TvlString& workspace, const SettingsEntries& entries) const
 {
-    Entries entries;
-    if (!ReadEntries(settings, files, entries))
+    if (!entries.isWhole)
         return false;
-    WorkspaceContainer container = WorkspaceContainer::Create(KeptPath(workspace, settings));
-    const bool isWhole = std::all_of(entries.begin(), entries.end(), [&](const auto& entry) {
-        const auto& [name, bytes] = entry;
-        return container.AddFile(name, TvlUtils::Stream::OverMemory(bytes.data(), bytes.size()), false, nullptr);
+    if (entries.files.empty())
+        return true;
+    WorkspaceContainer container = OpenKept(KeptPath(workspace, m_settings));
+    entries.AddTo(container);
+    return container && container.Close();
+}
+
+/// Saves what other applications have kept for the workspace.
+bool UnsavedSettings::SaveOthers(const TvlString& workspace) const
+{
+    const WorkspaceContainer kept = OpenWorkspaceForReading(KeptPath(workspace, m_settings));
+    std::vector<TvlString> others = kept.GetFileNames(L".*", true);
+    std::erase_if(others, [&](const TvlString& name) {
+        return name == SettingsEntry()
+            || std::any_of(m_files.begin(), m_files.end(), [&](const auto& file) { return file.first == name; });
     });
-    return container.Close() && isWhole;
+    if (others.empty())
+        return static_cast<bool>(kept);
+    WorkspaceContainer container = OpenWorkspaceForWriting(workspace);
+    const bool areAdded = std::all_of(others.begin(), others.end(),
+        [&](const TvlString& name) { return container.AddFile(name, kept.OpenFile(name, false), false, nullptr); });
+    return container && container.Close() && areAdded;
 }
 
 /// Whether those on disk are kept, after a failure, or need not be: they have not changed, there are none, or their workspace
 /// has gone.
-bool Secure(const TvlString& workspace, const TvlString& settings, const UnsavedSettings::Files& files)
+bool UnsavedSettings::Secure(const TvlString& workspace) const
 {
-    constexpr std::optional<bool> kNo = false;
-    if (IsThere(settings) == kNo || IsThere(workspace) == kNo)
+    if (IsThere(workspace) == kNo)
         return true;
-    if (IsThere(KeptPath(workspace, settings)) == kNo && IsSaved(workspace, settings, files))
+    const SettingsEntries entries = SettingsEntries::Read(m_settings, m_files);
+    const bool isKept = IsThere(KeptPath(workspace, m_settings)) != kNo;
+    if (entries.isWhole && (entries.files.empty() || (!isKept && AreSaved(workspace, entries))))
         return true;
-    const bool isKept = Keep(workspace, settings, files);
+    const bool isSecure = Keep(workspace, entries);
     LogMessage(LogLevel::Warning,
-        (isKept ? TvlString(L"The settings can't be saved now; they are kept for: ")
-                : TvlString(L"The settings can be neither saved nor kept for: "))
+        (isSecure ? TvlString(L"The settings can't be saved now; they are kept for: ")
+                  : TvlString(L"The settings can be neither saved nor kept for: "))
             + workspace);
-    return isKept;
+    return isSecure;
 }
-}   // namespace
 
-void UnsavedSettings::Save(WorkspaceFile& workspace, const TvlString& settings, const Files& files)
+void UnsavedSettings::Save(WorkspaceFile& workspace) const
 {
     const TvlString path = workspace.GetFilename();
     // What is kept must never be older than what the workspace has: a process may end between the two.
-    const auto wasKept = IsThere(KeptPath(path, settings));
-    const bool isCurrent = wasKept && (!*wasKept || Keep(path, settings, files));
+    const auto wasKept = IsThere(KeptPath(path, m_settings));
+    const bool isCurrent = wasKept && (!*wasKept || Keep(path, SettingsEntries::Read(m_settings, m_files)));
     bool isWhole = true;
-    const bool isSaved = isCurrent && workspace.SaveSettings(settings, files, isWhole) && isWhole;
-    if (isSaved && *wasKept)
-        Forget(path, settings);
-    const Lack lack = isSaved || Secure(path, settings, files) ? Lack::None : Lack::Unsaved;
-    if (SettingsOrigin::LackOf(settings, path) != lack)
-        SettingsOrigin::SetLack(settings, path, lack);
+    const bool isSaved = isCurrent && workspace.SaveSettings(m_settings, m_files, isWhole) && isWhole;
+    if (isSaved && *wasKept && SaveOthers(path))
+        Forget(path, m_settings);
+    const Lack lack = isSaved || Secure(path) ? Lack::None : Lack::Unsaved;
+    if (SettingsOrigin::LackOf(m_settings, path) != lack)
+        SettingsOrigin::SetLack(m_settings, path, lack);
 }
 
-bool UnsavedSettings::MakeRoom(const TvlString& settings, const Files& files)
+void UnsavedSettings::KeepLeft(const TvlString& workspace) const
 {
-    const auto owner = SettingsOrigin::UnsavedOwner(settings);
+    const auto left = SettingsOrigin::LeftBehind(m_settings);
+    // Within an extraction nothing of the workspace before it was unsaved.
+    if (!left || left->workspace.CompareNoCase(workspace) == 0
+        || InterruptionMark::WasLeft(m_settings, InterruptionMark::kExtracting) != kNo)
+        return;
+    SettingsOrigin::SetLack(m_settings, left->workspace, Lack::Unsaved);
+    MakeRoom();
+}
+
+bool UnsavedSettings::MakeRoom() const
+{
+    const auto owner = SettingsOrigin::UnsavedOwner(m_settings);
     if (!owner)
         return true;
-    if (!Secure(*owner, settings, files))
+    // The files on disk are none of another application's.
+    const auto left = SettingsOrigin::LeftBehind(m_settings);
+    const bool areOurs = !left || left->application == m_application;
+    const Files none;
+    const UnsavedSettings unsaved(m_settings, areOurs ? m_files : none, m_application);
+    if (!unsaved.Secure(*owner))
         return false;
-    SettingsOrigin::SetLack(settings, *owner, Lack::None);
+    SettingsOrigin::SetLack(m_settings, *owner, Lack::None);
     return true;
 }
 
-std::optional<bool> UnsavedSettings::PutBack(const TvlString& workspace, const TvlString& settings, const Files& files)
+std::optional<bool> UnsavedSettings::PutBack(const TvlString& workspace) const
 {
-    const TvlString path = KeptPath(workspace, settings);
+    const TvlString path = KeptPath(workspace, m_settings);
     const auto isKept = IsThere(path);
-    if (isKept == std::optional(false))
+    if (isKept == kNo)
         return std::nullopt;
-    if (!isKept || !WorkspaceFile(path).LoadSettings(settings, files))
-        return false;
-    // The result above is that of the settings.
     const WorkspaceContainer kept = OpenWorkspaceForReading(path);
-    return std::all_of(files.begin(), files.end(),
-        [&](const auto& file) { return !kept.DoesFileExist(file.first) || IsStored(kept, file.first, file.second); });
+    if (!kept)
+        return IsDamaged(path) ? std::nullopt : kNo;
+    // What an application did not have when it was kept is that of the workspace.
+    const auto putBack = [&](const TvlString& name, const TvlString& target) {
+        return !kept.DoesFileExist(name) || kept.ExtractFile(name, target) || IsDamaged(path, name);
+    };
+    const bool isPutBack = std::all_of(m_files.begin(), m_files.end(), [&](const auto& file) {
+        return putBack(file.first, file.second);
+    }) && putBack(SettingsEntry(), m_settings);
+    return isPutBack && !kept.DoesFileExist(SettingsEntry()) ? std::nullopt : std::optional(isPutBack);
 }
 
 void UnsavedSettings::Forget(const TvlString& workspace, const TvlString& settings)
 {
-    File::Delete(KeptPath(workspace, settings));
+    const TvlString path = KeptPath(workspace, settings);
+    File::MakeWritable(path);
+    File::Delete(path);
 }

@@ -1,4 +1,5 @@
 // What workspace files hold: the configuration, settings and other entries.
+#include "SettingsEntries.h"
 #include "WorkspaceAccess.h"
 #include "WorkspaceFile.h"
 #include "siblings/TvlUtils/SystemIO.h"
@@ -102,11 +103,11 @@ bool WorkspaceFile::SaveSettings(const TvlString& path, const std::vector<FilePa
 {
     const Hold hold(Lock);
     WorkspaceContainer container = OpenWorkspaceForWriting(Filename);
-    isWhole = true;
-    for (const auto& [name, source] : files)
-        isWhole =
-            (container.AddFile(name, source, false, nullptr) || IsThere(source) == std::optional(false)) && isWhole;
-    const bool isAdded = container.AddFile(ContentPath(WorkspaceContainerSchema::settingsFile), path, false, nullptr);
+    if (!container)
+        return false;
+    const SettingsEntries entries = SettingsEntries::Read(path, files);
+    isWhole = entries.isWhole;
+    const bool isAdded = entries.AddTo(container);
     return container.Close() && isAdded;
 }
 

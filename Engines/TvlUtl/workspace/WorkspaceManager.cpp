@@ -2,6 +2,7 @@
 
 #include "SettingsOrigin.h"
 #include "UnsavedSettings.h"
+#include "WorkspaceAccess.h"
 #include "WorkspaceNames.h"
 #include "siblings/TvlComponent/Application.h"
 #include "siblings/TvlConfig/DocumentFolders.h"
@@ -136,11 +137,12 @@ Result WorkspaceManager::CreateNewWorkspace(
         app->SaveWorkspaceState();
     if (WorkspaceFile* const current = GetCurrentWorkspace())
         SaveSettingsToWorkspace(*current);
-    const WorkspaceFile file =
-        WorkspaceFile::CreateFrom(UserWorkspacePath(name), UserWorkspacePath(source), title, description);
+    const TvlString path = UserWorkspacePath(name);
+    if (IsThere(path) == std::optional(false))
+        UnsavedSettings::Forget(path, GetProfileSettingsFile());   // of an earlier one of this name
+    const WorkspaceFile file = WorkspaceFile::CreateFrom(path, UserWorkspacePath(source), title, description);
     if (!file)
         return Result::CreateFailed;
-    UnsavedSettings::Forget(file.GetFilename(), GetProfileSettingsFile());   // of an earlier one of this name
     AddWorkspace(file);
     return Result::Ok;
 }

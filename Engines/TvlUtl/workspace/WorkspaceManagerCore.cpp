@@ -211,8 +211,15 @@ unsigned long long WorkspaceManagerCore::GetWorkspaceIndex(TvlString path) const
 
 void WorkspaceManagerCore::ClearOldAndApplyNewWS(const WSM_INIT& init)
 {
+    const TvlString settings = GetProfileSettingsFile();
+    const UnsavedSettings unsaved(settings, m_additionalFiles, m_registryKey);
+    unsaved.KeepLeft({});
+    if (!unsaved.MakeRoom()) {
+        m_currentIndex = GetWorkspaceIndex(ReadWorkspacePath());
+        return;
+    }
     // Between the end of the old settings and the new ones there are none.
-    const InterruptionMark mark(GetProfileSettingsFile(), InterruptionMark::kExtracting);
+    const InterruptionMark mark(settings, InterruptionMark::kExtracting);
     ClearCurrentWS(init, false);
     const TvlString path = ReadWorkspacePath();
     m_currentIndex = GetWorkspaceIndex(path);
@@ -222,7 +229,7 @@ void WorkspaceManagerCore::ClearOldAndApplyNewWS(const WSM_INIT& init)
         ExtractSettingsFromWorkspace(*current);
     if (!isSame && Path::Exists(path))
         WriteKey(kLastUsed, path);
-    if (!MustExtractAgain(GetProfileSettingsFile(), GetCurrentWorkspace()))
+    if (!MustExtractAgain(settings, GetCurrentWorkspace()))
         mark.Done();
 }
 
@@ -288,18 +295,19 @@ void WorkspaceManagerCore::ExtractSettingsFromWorkspace(WorkspaceFile& file)
 {
     const auto mutex = AcquireWSMutex();
     const TvlString settings = GetProfileSettingsFile();
-    if (!UnsavedSettings::MakeRoom(settings, m_additionalFiles))
+    const UnsavedSettings unsaved(settings, m_additionalFiles, m_registryKey);
+    if (!unsaved.MakeRoom())
         return;
     const InterruptionMark mark(settings, InterruptionMark::kExtracting);
     SettingsOrigin::SetLack(settings, file.GetFilename(), Lack::Unwritten);
     WorkspaceFileExportSettings exported;
     const bool isLoaded = file.LoadSettings(settings, m_additionalFiles, exported);
-    const auto isPutBack = UnsavedSettings::PutBack(file.GetFilename(), settings, m_additionalFiles);
+    const auto isPutBack = unsaved.PutBack(file.GetFilename());
     // On a full disk another workspace's settings stay there: they must not find their way into this one.
     const bool isUnwritten = isPutBack ? !*isPutBack : !isLoaded && HasReadableSettings(file.GetFilename());
     if (!isUnwritten) {
         ProcessLegacySettings(exported);
-        SettingsOrigin::Record(settings, file.GetFilename());
+        SettingsOrigin::Record(settings, file.GetFilename(), m_registryKey);
     }
     const bool isApplied = ApplySettings(settings);
     if (!isUnwritten)
@@ -311,8 +319,9 @@ void WorkspaceManagerCore::ExtractSettingsFromWorkspace(WorkspaceFile& file)
 void WorkspaceManagerCore::SaveSettingsToWorkspace(WorkspaceFile& file)
 {
     const auto mutex = AcquireWSMutex();
-    if (!SettingsOrigin::AreForeign(SettingsOrigin::LackOf(GetProfileSettingsFile(), file.GetFilename()))) {
-        UnsavedSettings::Save(file, GetProfileSettingsFile(), m_additionalFiles);
+    const TvlString settings = GetProfileSettingsFile();
+    if (!SettingsOrigin::AreForeign(SettingsOrigin::LackOf(settings, file.GetFilename()))) {
+        UnsavedSettings(settings, m_additionalFiles, m_registryKey).Save(file);
         return;
     }
     TvlUtils::LogMessage(TvlUtils::LogLevel::Warning,
@@ -350,6 +359,7 @@ void WorkspaceManagerCore::RecoverSettings()
         TvlUtils::LogMessage(TvlUtils::LogLevel::Warning,
             L"A process ended while it changed the workspace; its settings are extracted again: "
                 + current->GetFilename());
+        UnsavedSettings(settings, m_additionalFiles, m_registryKey).KeepLeft(current->GetFilename());
         ExtractSettingsFromWorkspace(*current);
         return;
     }
@@ -381,9 +391,10 @@ void WorkspaceManagerCore::AppShuttingDown()
     if (current)
         SaveSettingsToWorkspace(*current);
     CleanTemporaryIconFolder();
-    // The next start begins with the workspace that the settings are of, or are extracted of again.
+    // The next start begins with the workspace that the settings are of, or they are extracted again; what is unsaved then is
+    // kept first.
     const TvlString settings = GetProfileSettingsFile();
-    UnsavedSettings::MakeRoom(settings, m_additionalFiles);
+    UnsavedSettings(settings, m_additionalFiles, m_registryKey).MakeRoom();
     const Lack lack = current ? SettingsOrigin::LackOf(settings, current->GetFilename()) : Lack::None;
     const bool isKnown = !SettingsOrigin::AreForeign(lack)
         || (lack == Lack::Unapplied && InterruptionMark(settings, InterruptionMark::kExtracting).IsThere());

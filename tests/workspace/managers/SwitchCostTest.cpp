@@ -1,40 +1,20 @@
 // What a change of the workspace asks of the file system.
 #include "ManagerFixture.h"
+#include "PassingFiles.h"
 
 namespace {
-namespace SystemIO = TvlUtils::SystemIO;
-using SystemIO::FileResult;
-
 /// The system's files; counts how often each is opened, by its name. The files that replace others count together with
 /// "+" behind the name of the one that they replace.
-class CountingFiles : public SystemIO::FileLayer {
+class CountingFiles : public PassingFiles {
 public:
-    CountingFiles() : m_system(Get()) { SetForTests(this); }
-    CountingFiles(const CountingFiles&) = delete;
-    CountingFiles& operator=(const CountingFiles&) = delete;
-    ~CountingFiles() override { SetForTests(nullptr); }
-
-    using Path = std::filesystem::path;
-    FileResult Open(const Path& path, SystemIO::OpenMode mode, std::unique_ptr<SystemIO::FileHandle>& handle) override
+    FileResult Open(const Path& path, OpenMode mode, std::unique_ptr<FileHandle>& handle) override
     {
         const bool isAside = path.extension() == ".aside";
         ++opened[isAside ? path.stem().stem().string() + "+" : path.filename().string()];
-        return m_system.Open(path, mode, handle);
+        return PassingFiles::Open(path, mode, handle);
     }
-    FileResult Rename(const Path& from, const Path& to) override { return m_system.Rename(from, to); }
-    FileResult Remove(const Path& path) override { return m_system.Remove(path); }
-    FileResult List(const Path& folder, std::vector<SystemIO::FolderEntry>& entries) override
-    {
-        return m_system.List(folder, entries);
-    }
-    FileResult Stat(const Path& path, SystemIO::FileStatus& status) override { return m_system.Stat(path, status); }
-    FileResult MakeFolder(const Path& path) override { return m_system.MakeFolder(path); }
-    FileResult SetReadOnly(const Path& path, bool readOnly) override { return m_system.SetReadOnly(path, readOnly); }
 
     std::map<std::string, int> opened;
-
-private:
-    FileLayer& m_system;
 };
 
 using Counts = std::map<std::string, int>;

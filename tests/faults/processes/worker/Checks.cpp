@@ -65,11 +65,10 @@ std::string Workspaces()
     const auto manager = StartManager();
     for (const WorkspaceFile& file : manager->GetNamedWorkspaces())
         lines += "workspace " + ToUtf8(file.GetName()) + " " + OwnerInWorkspace(file.GetFilename()).Text() + "\n";
-    constexpr std::wstring_view kKept = L".unsaved.";
     for (const TvlString& path :
-        SystemIO::File::Find(UserFile(L"Workspaces"), L"settings.ini.unsaved.*", false, false)) {
+        SystemIO::File::Find(UserFile(L"Workspaces"), L"settings.ini.*.unsaved", false, false)) {
         const WorkspaceContainer kept = WorkspaceContainer::Open(path, ZipFile::OpenMode::Read);
-        lines += "kept " + ToUtf8(path.Std().substr(path.Std().rfind(kKept) + kKept.size())) + " "
+        lines += "kept " + SystemIO::ToFilePath(path).stem().extension().string().substr(1) + " "
             + OwnerIn(BytesOf(kept, kSettingsEntry)).Text() + "\n";
     }
     return lines + "current " + ToUtf8(manager->GetCurrentWorkspaceName()) + " "

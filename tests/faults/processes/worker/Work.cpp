@@ -49,18 +49,25 @@ bool ChangeSettings(Ledger& ledger, int age)
     return true;
 }
 
+/// What the user of an application changes. The first start has no settings yet, and where the registry has failed those on
+/// disk are not the application's own.
+bool ChangeOwnSettings(Ledger& ledger)
+{
+    const SettingsOwner owner = OwnerInFile(SettingsFile());
+    return owner.name == kNoSettings || IsApplying() || ChangeSettings(ledger, owner.age + 1);
+}
+
 bool Switch(Ledger& ledger, int)
 {
     const auto manager = StartManager();
     const std::string name = manager->GetCurrentWorkspaceName() == L"A" ? "B" : "A";
-    // The first start has no settings yet, and where the registry has failed those on disk are not the application's own.
-    const SettingsOwner owner = OwnerInFile(SettingsFile());
-    const bool isChanged = owner.name == kNoSettings || IsApplying() || ChangeSettings(ledger, owner.age + 1);
+    const bool isChanged = ChangeOwnSettings(ledger);
     ledger.Begin(name);
     const bool isCurrent = manager->SetCurrentWorkspace(FromUtf8(name), false, false) == Result::Ok;
+    const bool isChangedAgain = ChangeOwnSettings(ledger);
     manager->AppShuttingDown();
     // The end of a manager tells nothing: what it has stored is asked instead.
-    const bool isDone = isChanged && isCurrent && StoredWorkspace() == name && !IsApplying();
+    const bool isDone = isChanged && isChangedAgain && isCurrent && StoredWorkspace() == name && !IsApplying();
     if (isDone)
         ledger.Done(name);
     return isDone;

@@ -25,7 +25,8 @@ using Work = bool (*)(Ledger& ledger, int number);
 /// The work of this name; null for none.
 ///
 ///   save      adds a paper of the user's own and saves
-///   switch    starts, changes the settings, makes the workspace "A" or "B" current, whichever is not, and ends
+///   switch    starts, makes the workspace "A" or "B" current, whichever is not, and ends; it changes the settings before and behind
+///             that
 ///   extract   takes the settings out of "A" or "B"
 ///   apply     changes the settings on disk and makes them the preferences
 ///   prefer    stores a preference, and the language of the user interface
