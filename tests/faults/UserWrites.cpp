@@ -63,6 +63,35 @@ struct Units : Plain {
     Units() { world.Put("user/CustomUnits.txt", kUnits); }
 };
 
+// Custom units, of which one is based on another: the first one goes, and those behind it move up one id.
+
+/// A file with units of these names and bases.
+std::string UnitsFile(const std::vector<std::pair<const char*, int>>& units)
+{
+    std::string bytes = "TvlCustomUnits 1\n";
+    for (const auto& [name, base] : units)
+        bytes += std::string(name) + ",b,c,d,2.000000," + std::to_string(base) + ",0.000000,0.000000,0.000000,0\n";
+    return bytes;
+}
+
+struct ThreeUnits : Plain {
+    ThreeUnits() { world.Put("user/CustomUnits.txt", all); }
+    static bool RemoveFirst()
+    {
+        wchar_t records[][kCustomUnitTextSize] = {L"bbx,b,c,d,2.000000,1,0.000000,0.000000,0.000000,0",
+            L"ccx,b,c,d,2.000000,42,0.000000,0.000000,0.000000,0", L""};
+        TvlConfig::CustomUnitBatch batch;
+        int index = 0;
+        bool isNoted = true;
+        for (auto& record : records)
+            isNoted = INISetCustomUnit(index++, record) && isNoted;
+        return batch.Commit() && isNoted;
+    }
+
+    const std::string all = UnitsFile({{"aax", 1}, {"bbx", 1}, {"ccx", 43}});
+    const std::string rest = UnitsFile({{"bbx", 1}, {"ccx", 42}});
+};
+
 // Events: a file that is nearly full, so that it is put by on the way.
 
 struct Events : Plain {
@@ -146,6 +175,12 @@ FileOperations WritesOfTheUser()
                 const std::string bytes = units.world.Get("user/CustomUnits.txt").value_or("none");
                 const std::string next = std::string(kUnits) + "e,f,g,h,3.000000,2,0.000000,0.000000,0.000000,0\n";
                 ExpectOldOrNew(bytes, kUnits, next, run.isDone);
+            }),
+        FileRow<ThreeUnits>(
+            "units_removed", 9, [](ThreeUnits&) { return ThreeUnits::RemoveFirst(); },
+            [](ThreeUnits& units, const FileRun& run) {
+                const std::string bytes = units.world.Get("user/CustomUnits.txt").value_or("none");
+                ExpectOldOrNew(bytes, units.all, units.rest, run.isDone);
             }),
         FileRow<Events>(
             "events", 3,
