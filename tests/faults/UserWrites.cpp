@@ -7,6 +7,7 @@
 #include "OldOrNew.h"
 #include "PaperTypes.h"
 #include "Tally.h"
+#include "Units.h"
 #include "siblings/TvlConfig/CustomUnits.h"
 #include "siblings/TvlConfig/EventLog.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
@@ -90,6 +91,16 @@ struct ThreeUnits : Plain {
 
     const std::string all = UnitsFile({{"aax", 1}, {"bbx", 1}, {"ccx", 43}});
     const std::string rest = UnitsFile({{"bbx", 1}, {"ccx", 42}});
+};
+
+// Behind a line that is no unit they move up at the end of their last client, each to the place that bases count on.
+
+struct UnitsBehindNone : Plain {
+    UnitsBehindNone() { world.Put("user/CustomUnits.txt", found); }
+
+    const std::string units = UnitsFile({{"aax", 1}, {"bbx", 1}, {"ccx", 43}});
+    const std::string found = std::string(units).insert(units.find("aax"), "none\n");
+    const std::string written = units + units.substr(units.find("ccx"));   // what is behind the last one stays
 };
 
 // Events: a file that is nearly full, so that it is put by on the way.
@@ -181,6 +192,18 @@ FileOperations WritesOfTheUser()
             [](ThreeUnits& units, const FileRun& run) {
                 const std::string bytes = units.world.Get("user/CustomUnits.txt").value_or("none");
                 ExpectOldOrNew(bytes, units.all, units.rest, run.isDone);
+            }),
+        FileRow<UnitsBehindNone>(
+            "units_at_end", 14,
+            [](UnitsBehindNone& units) {
+                UNITCustomInitialize();
+                UNITCustomUnInitialize();
+                // The end tells nothing: that the file has the units is all that anybody can learn.
+                return units.world.Get("user/CustomUnits.txt") == units.written;
+            },
+            [](UnitsBehindNone& units, const FileRun& run) {
+                const std::string bytes = units.world.Get("user/CustomUnits.txt").value_or("none");
+                ExpectOldOrNew(bytes, units.found, units.written, run.isDone);
             }),
         FileRow<Events>(
             "events", 3,
