@@ -37,6 +37,7 @@ struct Registry {
         WUTLRegistry key(kKey, WUTLRegistry::kReadWriteAccess, 1);
         EXPECT_EQ(key.SetValue(L"text", kOld), 0);
         EXPECT_EQ(key.SetValue(L"number", ULONG{7}), 0);
+        EXPECT_EQ(key.SetValue(L"digits", L"12"), 0);
     }
     static TvlString Text()
     {
@@ -152,6 +153,24 @@ HeapOperations RegistryOperations()
                 registry.Check(kOld, outcome);
                 EXPECT_TRUE(outcome.hasFailed || TvlString(registry.buffer) == L"default");
             }),
+        // Without memory they give the default, which does not take the value's place.
+        SilentRow<Registry>(
+            "RegReadString_of_a_value",
+            [](Registry& registry) {
+                registry.Clear();
+                WUTLRegistry::RegReadString(L"", L"text", L"default", registry.buffer, 299, kKey);
+            },
+            [](Registry& registry, const HeapRun& outcome) {
+                registry.Check(kOld, outcome);
+                EXPECT_TRUE(outcome.hasFailed || TvlString(registry.buffer) == kOld);
+            }),
+        SilentRow<Registry>(
+            "RegReadInt",
+            [](Registry& registry) { registry.result = WUTLRegistry::RegReadInt(L"", L"digits", 1, kKey); },
+            [](Registry& registry, const HeapRun& outcome) {
+                EXPECT_TRUE(outcome.hasFailed || registry.result == 12);
+                EXPECT_EQ(WUTLRegistry::RegReadInt(L"", L"digits", 2, kKey), 12);
+            }),
         Row<Registry>(
             "RegWriteBinary", [](Registry& registry) { registry.isDone = Registry::Write(kNewBytes); },
             [](Registry& registry, const HeapRun& outcome) {
@@ -179,7 +198,7 @@ HeapOperations RegistryOperations()
             },
             [](Registry& registry, const HeapRun& outcome) {
                 registry.Check(kOld, outcome);
-                registry.CheckNames({L"bytes", L"number", L"text"}, outcome);
+                registry.CheckNames({L"bytes", L"digits", L"number", L"text"}, outcome);
             }),
         Row<Registry>(
             "DeleteRegistryKey",
