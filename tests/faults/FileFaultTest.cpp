@@ -31,7 +31,7 @@ constexpr int kMostBytes = 60000;         // by which files grow on the way, at 
 std::vector<FileOperation> AllOperations()
 {
     std::vector<FileOperation> all = WritesOfWorkspaces();
-    for (FileOperations group : {WritesOfManagers(), WritesOfTheUser(), WritesOfPapers()})
+    for (FileOperations group : {WritesOfManagers(), WritesOfTheUser(), WritesOfPapers(), WritesOfContent()})
         for (FileOperation& operation : group)
             all.push_back(std::move(operation));
     return all;

@@ -56,3 +56,4 @@ FileOperations WritesOfWorkspaces();
 FileOperations WritesOfManagers();
 FileOperations WritesOfTheUser();
 FileOperations WritesOfPapers();
+FileOperations WritesOfContent();
