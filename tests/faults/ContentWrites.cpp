@@ -1,4 +1,5 @@
-// What is copied, fetched and noted beside the user's settings: folders, downloads, labels for developers.
+// What is copied, fetched and noted beside the user's settings: folders, files with a mark, downloads, labels for developers.
+#include "CFileLocations.h"
 #include "Download.h"
 #include "FaultWorld.h"
 #include "FileOperation.h"
@@ -33,6 +34,57 @@ struct Tree {
     }
 
     FaultWorld world;
+};
+
+/// A file with the read-only mark, which its copy gets. A copy that has the mark is not replaced.
+struct MarkedContent {
+    MarkedContent()
+    {
+        world.Put("user/old/a.fill", "content");
+        world.files.AddFolder(FaultWorld::File("user/new"));
+        Mark("user/old/a.fill", true);
+        for (const auto& [folder, name] : CFileLocations::GetFileLocations())
+            if (folder.Find(L"Fills") >= 0)
+                moves[name] = {FaultWorld::Path("user/new"), FaultWorld::Path("user/old")};
+    }
+    void Forget() { }
+    bool Migrate()
+    {
+        bool isDone = !moves.empty();
+        isFailureTold = false;
+        CFileLocations::MigrateContent(
+            moves, [&](const MigrationStep& step) { isDone = isDone && step.problem.IsEmpty(); });
+        isFailureTold = !isDone;
+        return isDone;
+    }
+    void Check(const FileRun& run)
+    {
+        EXPECT_EQ(world.Get("user/old/a.fill"), "content");
+        const std::string copy = world.Get("user/new/a.fill").value_or("none");
+        const bool isCopyMarked = IsMarked("user/new/a.fill");
+        EXPECT_TRUE(copy == "content" || (copy == "none" && !run.isDone)) << copy;
+        EXPECT_TRUE(isCopyMarked || !run.isDone);
+        EXPECT_TRUE(isCopyMarked || isFailureTold || IsMarked("user/old/a.fill")) << "the mark is lost";
+        if (!isCopyMarked && !isFailureTold)
+            return;   // the next run goes on
+        Mark("user/old/a.fill", true);
+        Mark("user/new/a.fill", false);
+    }
+
+    FaultWorld world;
+    CFileLocations::Moves moves;
+    bool isFailureTold = false;
+
+private:
+    bool IsMarked(const std::string& name)
+    {
+        SystemIO::FileStatus status;
+        return world.files.Stat(FaultWorld::File(name), status) && status.isReadOnly;
+    }
+    void Mark(const std::string& name, bool readOnly)
+    {
+        static_cast<void>(world.files.SetReadOnly(FaultWorld::File(name), readOnly));
+    }
 };
 
 /// A server that answers whatever it is asked with a text of some blocks.
@@ -123,6 +175,9 @@ FileOperations WritesOfContent()
                 tree.CheckCopy("a.fill", "before", run);
                 tree.CheckCopy("below/b.fill", "none", run);
             }),
+        FileRow<MarkedContent>(
+            "migration_of_a_marked_file", 15, [](MarkedContent& content) { return content.Migrate(); },
+            [](MarkedContent& content, const FileRun& run) { content.Check(run); }),
         FileRow<Download>(
             "download", 9,
             [](Download& download) {
