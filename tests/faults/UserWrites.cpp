@@ -233,7 +233,7 @@ FileOperations WritesOfTheUser()
                 const std::string bytes = settings.world.Get("user/settings.ini").value_or("none");
                 ExpectOldOrNew(bytes, kIni, "[Tools/Line]\r\nWidth=new\r\n[Other]\r\nx=1\r\n", run.isDone);
             }),
-        FileRow<Preferences>(
+        RowWithoutWrites<Preferences>(
             "preferences", 5,
             [](Preferences& preferences) {
                 preferences.Apply();
