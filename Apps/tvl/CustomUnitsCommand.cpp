@@ -87,6 +87,7 @@ CustomUnitRecord Add::Record(const std::vector<StoredUnit>& units) const
 
 void Add::Run() const
 {
+    TvlConfig::CustomUnitBatch batch;
     const std::vector<StoredUnit> units = ReadStoredUnits();
     if (units.size() >= static_cast<std::size_t>(INIGetMaxNoOfCustomUnit()))
         RefuseText(name, "finds no room: there may be " + std::to_string(INIGetMaxNoOfCustomUnit()) + " custom units");
@@ -100,7 +101,7 @@ void Add::Run() const
     for (const StoredUnit& unit : units)
         texts.push_back(unit.text);
     texts.push_back(text);
-    WriteStoredUnits(texts);
+    WriteStoredUnits(batch, texts);
     const StoredUnit added = ReadStoredUnits().back();
     std::cout << added.id << "  " << Utf8(added.text) << '\n';
 }
@@ -117,6 +118,7 @@ TvlString TextWithout(const StoredUnit& unit, int removed)
 
 void Remove(const std::string& name)
 {
+    TvlConfig::CustomUnitBatch batch;
     const std::vector<StoredUnit> units = ReadStoredUnits();
     const int id = FindStoredUnit(units, name);
     if (id < 0)
@@ -129,7 +131,7 @@ void Remove(const std::string& name)
             RefuseText(name, "is what " + std::to_string(unit.id) + " is based on");
         texts.push_back(TextWithout(unit, id));
     }
-    WriteStoredUnits(texts);
+    WriteStoredUnits(batch, texts);
 }
 
 void Lint()

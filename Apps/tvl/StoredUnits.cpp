@@ -2,7 +2,6 @@
 
 #include "Commands.h"
 #include "MeasureOptions.h"
-#include "siblings/TvlConfig/CustomUnits.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
 
 #include <CLI/CLI.hpp>
@@ -19,14 +18,11 @@ bool IsNamed(const CustomUnitRecord& record, const TvlString& name)
         || is(CustomUnitName(record.thirdName)) || is(CustomUnitName(record.fourthName));
 }
 
-void Store(int index, const TvlString& text)
+bool Note(int index, const TvlString& text)
 {
     wchar_t buffer[kCustomUnitTextSize] = {};
     std::copy_n(text.c_str(), std::min(text.GetLength(), kCustomUnitTextSize - 1), buffer);
-    if (INISetCustomUnit(index, buffer))
-        return;
-    std::cerr << "tvl: the custom units can't be written\n";
-    throw CLI::RuntimeError(kBadInput);
+    return INISetCustomUnit(index, buffer) != 0;
 }
 }   // namespace
 
@@ -45,13 +41,16 @@ std::vector<StoredUnit> ReadStoredUnits()
     }
 }
 
-void WriteStoredUnits(const std::vector<TvlString>& texts)
+void WriteStoredUnits(TvlConfig::CustomUnitBatch& batch, const std::vector<TvlString>& texts)
 {
-    int index = static_cast<int>(ReadStoredUnits().size());
-    while (index > static_cast<int>(texts.size()))
-        Store(--index, TvlString());
-    for (index = 0; index < static_cast<int>(texts.size()); ++index)
-        Store(index, texts[static_cast<std::size_t>(index)]);
+    const std::size_t count = std::max(texts.size(), ReadStoredUnits().size());
+    bool isNoted = true;
+    for (std::size_t index = 0; isNoted && index < count; ++index)
+        isNoted = Note(static_cast<int>(index), index < texts.size() ? texts[index] : TvlString());
+    if (isNoted && batch.Commit())
+        return;
+    std::cerr << "tvl: the custom units can't be written\n";
+    throw CLI::RuntimeError(kBadInput);
 }
 
 int FindStoredUnit(const std::vector<StoredUnit>& units, const std::string& text)

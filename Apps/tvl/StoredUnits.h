@@ -2,6 +2,7 @@
 #pragma once
 
 #include "CustomUnitRecord.h"
+#include "siblings/TvlConfig/CustomUnits.h"
 
 #include <string>
 #include <vector>
@@ -15,8 +16,9 @@ struct StoredUnit {
 
 /// All lines, in order.
 std::vector<StoredUnit> ReadStoredUnits();
-/// Makes these texts the lines of the file; ends the command with a message when they can't be written.
-void WriteStoredUnits(const std::vector<TvlString>& texts);
+/// Makes these texts the lines of the file, in one step; ends the command with a message when they can't be written. The batch
+/// has begun before the lines were read: what they were made from is what they replace.
+void WriteStoredUnits(TvlConfig::CustomUnitBatch& batch, const std::vector<TvlString>& texts);
 
 /// The id of a custom unit by id or by one of its names; -1 for none.
 int FindStoredUnit(const std::vector<StoredUnit>& units, const std::string& text);

@@ -123,6 +123,22 @@ TEST_F(Download, LeavesNothingWhenThereIsNothingToRead)
     EXPECT_EQ(FilesInFolder(), 1u);
 }
 
+TEST_F(Download, TakesNamesAsLongAsTheFileSystemDoes)
+{
+    constexpr std::size_t kLongestName = 255;   // bytes; on windows whole paths have a limit as well
+    constexpr std::size_t kLongestPath = 259;
+    constexpr bool isPathLimited = fs::path::preferred_separator != '/';
+    const std::size_t room = isPathLimited ? kLongestPath - folder.Path().native().size() - 1 : kLongestName;
+    const std::size_t longest = std::min(room, kLongestName);
+    const WebServer server([](const std::string&, const LoopbackSocket& connection) { connection.Send(Whole("x")); });
+    for (const std::size_t length : {longest - 23, longest - 22, longest}) {
+        const fs::path path = folder.Path() / std::string(length, 'n');
+        EXPECT_TRUE(TvlUtl::WinInetGzipDownload(server.Url(L"/"), SystemIO::FromFilePath(path))) << length;
+        EXPECT_EQ(FileBytes(path), "x") << length;
+    }
+    EXPECT_EQ(FilesInFolder(), 3u);
+}
+
 TEST_F(Download, TakesAwayWhatKilledOnesHaveLeft)
 {
     const WebServer server([](const std::string&, const LoopbackSocket& connection) { connection.Send(Whole("x")); });
@@ -131,12 +147,13 @@ TEST_F(Download, TakesAwayWhatKilledOnesHaveLeft)
         std::chrono::seconds age;
         bool stays;
     };
+    // FNV-1a of "file", and of "file2".
     const Left kLeft[] = {
-        {"file.0123456789abcdef.aside", std::chrono::minutes(3), false},
-        {"file.0123456789abcdee.aside", std::chrono::minutes(1), true},   // may be at work
-        {"file.0123456789abcdeg.aside", std::chrono::hours(1), true},
-        {"file2.0123456789abcdef.aside", std::chrono::hours(1), true},
-        {"file.aside", std::chrono::hours(1), true},
+        {"aaea5743.0123456789abcdef.aside", std::chrono::minutes(3), false},
+        {"aaea5743.0123456789abcdee.aside", std::chrono::minutes(1), true},   // may be at work
+        {"aaea5743.0123456789abcdeg.aside", std::chrono::hours(1), true},
+        {"7fe7a6e3.0123456789abcdef.aside", std::chrono::hours(1), true},
+        {"aaea5743.aside", std::chrono::hours(1), true},
     };
     for (const auto& [name, age, stays] : kLeft) {
         std::ofstream(folder.Path() / name) << "left";

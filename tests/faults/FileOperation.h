@@ -32,6 +32,8 @@ struct FileOperation {
     /// Makes the world of a trial. A second run writes every file that a first one did: what a failed writer could not take
     /// away from beside a file goes with the next success on that file, and on no other.
     std::function<FileTrial()> begin;
+    /// Whether it writes more than a byte at once, which can be cut short.
+    bool writesBytes = true;
 
     friend void PrintTo(const FileOperation& operation, std::ostream* out) { *out << operation.name; }
 };
@@ -49,6 +51,16 @@ FileOperation FileRow(
             }};
 }
 
+/// The row of an operation that makes, renames, removes and marks files, and writes nothing into them.
+template <class State>
+FileOperation RowWithoutWrites(
+    const char* name, std::size_t recorded, bool (*run)(State&), void (*check)(State&, const FileRun&))
+{
+    FileOperation operation = FileRow<State>(name, recorded, run, check);
+    operation.writesBytes = false;
+    return operation;
+}
+
 using FileOperations = std::vector<FileOperation>;
 
 // One function for each group, in a file of its own.
@@ -56,3 +68,4 @@ FileOperations WritesOfWorkspaces();
 FileOperations WritesOfManagers();
 FileOperations WritesOfTheUser();
 FileOperations WritesOfPapers();
+FileOperations WritesOfContent();

@@ -10,6 +10,8 @@ struct HeapRun {
     /// Something was missing, and the operation may have left out its work: it has told so, or is a silent one.
     bool hasFailed = false;
     bool hasThrown = false;   // std::bad_alloc came out
+    bool hasMoved =
+        false;   // nothing was missing, but the user chose another region on the way: texts may be of that one
 
     /// Whether the operation had all that it wanted: it must have done all that it does.
     bool IsSound() const { return !hasFailed; }

@@ -6,20 +6,38 @@
 #include "WUTLRegistry.h"
 #include "siblings/TvlPref/CPrefObject.h"
 
+#include <algorithm>
+#include <array>
+#include <cwchar>
 #include <gtest/gtest.h>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace {
+constexpr const wchar_t* kParent = L"HKEY_CURRENT_USER\\SOFTWARE\\Tovel";
 constexpr const wchar_t* kKey = L"HKEY_CURRENT_USER\\SOFTWARE\\Tovel\\Faults";
+constexpr const wchar_t* kBeside = L"HKEY_CURRENT_USER\\SOFTWARE\\Tovel\\Faults2";
+constexpr const wchar_t* kOther = L"HKEY_CURRENT_USER\\SOFTWARE\\Tovel\\Other";
+constexpr const wchar_t* kBelowOther = L"HKEY_CURRENT_USER\\SOFTWARE\\Tovel\\Other\\Below\\It";
 constexpr const wchar_t* kOld = L"the value that was there before";
 constexpr const wchar_t* kNew = L"the value that takes its place";
+
+constexpr ULONG kBytes = 8;
+using Bytes = std::array<unsigned char, kBytes>;
+using Names = std::vector<std::wstring>;
+constexpr Bytes kOldBytes = {1, 2, 3, 4, 5, 6, 7, 8};
+constexpr Bytes kNewBytes = {8, 7, 6, 5, 4, 3, 2, 1};
 
 struct Registry {
     Registry()
     {
+        EXPECT_TRUE(Write(kOldBytes));
+        EXPECT_EQ(WUTLRegistry::CreateKey(kBeside, WUTLRegistry::kReadWriteAccess, 0), 0);
         WUTLRegistry key(kKey, WUTLRegistry::kReadWriteAccess, 1);
         EXPECT_EQ(key.SetValue(L"text", kOld), 0);
         EXPECT_EQ(key.SetValue(L"number", ULONG{7}), 0);
+        EXPECT_EQ(key.SetValue(L"digits", L"12"), 0);
     }
     static TvlString Text()
     {
@@ -33,13 +51,36 @@ struct Registry {
         const TvlString found = Text();
         EXPECT_TRUE(found == wanted || (found == kOld && outcome.hasFailed)) << found.c_str();
     }
+    static bool Write(Bytes bytes)
+    {
+        return WUTLRegistry::RegWriteBinary(L"", L"bytes", bytes.data(), kBytes, kKey) == 1;
+    }
+    static Bytes StoredBytes()
+    {
+        Bytes bytes{};
+        EXPECT_EQ(WUTLRegistry::RegReadBinary(L"", L"bytes", bytes.data(), kBytes, kKey), static_cast<int>(kBytes));
+        return bytes;
+    }
+    /// The buffer has the names, or those before one that could not be read.
+    void CheckNames(const Names& wanted, const HeapRun& outcome) const
+    {
+        Names names;
+        for (const wchar_t* name = buffer; *name; name += std::wcslen(name) + 1)
+            names.emplace_back(name);
+        EXPECT_TRUE(names.size() == wanted.size() || outcome.hasFailed) << names.size();
+        ASSERT_LE(names.size(), wanted.size());
+        EXPECT_TRUE(std::equal(names.begin(), names.end(), wanted.begin()));
+    }
+    /// So that no part of an earlier list is taken for one of a later one.
+    void Clear() { std::fill(std::begin(buffer), std::end(buffer), L'\0'); }
     static bool HasFailed(Registry& registry) { return registry.result != 0; }
+    static bool IsNotDone(Registry& registry) { return !registry.isDone; }
 
     FaultWorld world;
     LONG result = 0;
+    bool isDone = false;
     TvlString text;
     wchar_t buffer[300] = {};
-    unsigned char bytes[16] = {};
 };
 
 CAppPrefObject<std::vector<TvlString>>& List()
@@ -100,38 +141,77 @@ HeapOperations RegistryOperations()
             Registry::HasFailed),
         Row<Registry>(
             "RegWriteString",
-            [](Registry& registry) { registry.result = WUTLRegistry::RegWriteString(L"", L"text", kNew, kKey); },
-            [](Registry& registry, const HeapRun& outcome) { registry.Check(kNew, outcome); }),
+            [](Registry& registry) { registry.isDone = WUTLRegistry::RegWriteString(L"", L"text", kNew, kKey) == 1; },
+            [](Registry& registry, const HeapRun& outcome) { registry.Check(kNew, outcome); }, Registry::IsNotDone),
         Row<Registry>(
             "RegReadString",
             [](Registry& registry) {
+                registry.Clear();
                 WUTLRegistry::RegReadString(L"", L"missing", L"default", registry.buffer, 299, kKey);
             },
             [](Registry& registry, const HeapRun& outcome) {
                 registry.Check(kOld, outcome);
                 EXPECT_TRUE(outcome.hasFailed || TvlString(registry.buffer) == L"default");
             }),
-        Row<Registry>(
-            "RegWriteBinary",
+        // Without memory they give the default, which does not take the value's place.
+        SilentRow<Registry>(
+            "RegReadString_of_a_value",
             [](Registry& registry) {
-                registry.result = WUTLRegistry::RegWriteBinary(L"", L"bytes", registry.bytes, 16, kKey);
+                registry.Clear();
+                WUTLRegistry::RegReadString(L"", L"text", L"default", registry.buffer, 299, kKey);
             },
-            [](Registry& registry, const HeapRun& outcome) { registry.Check(kOld, outcome); }),
+            [](Registry& registry, const HeapRun& outcome) {
+                registry.Check(kOld, outcome);
+                EXPECT_TRUE(outcome.hasFailed || TvlString(registry.buffer) == kOld);
+            }),
+        SilentRow<Registry>(
+            "RegReadInt",
+            [](Registry& registry) { registry.result = WUTLRegistry::RegReadInt(L"", L"digits", 1, kKey); },
+            [](Registry& registry, const HeapRun& outcome) {
+                EXPECT_TRUE(outcome.hasFailed || registry.result == 12);
+                EXPECT_EQ(WUTLRegistry::RegReadInt(L"", L"digits", 2, kKey), 12);
+            }),
         Row<Registry>(
+            "RegWriteBinary", [](Registry& registry) { registry.isDone = Registry::Write(kNewBytes); },
+            [](Registry& registry, const HeapRun& outcome) {
+                registry.Check(kOld, outcome);
+                const auto bytes = Registry::StoredBytes();
+                EXPECT_TRUE(bytes == kNewBytes || (bytes == kOldBytes && outcome.hasFailed));
+            },
+            Registry::IsNotDone),
+        // A list ends where a name can't be read, and nobody is told.
+        SilentRow<Registry>(
             "GetSubkeyList",
             [](Registry& registry) {
-                WUTLRegistry(L"HKEY_CURRENT_USER\\SOFTWARE\\Tovel").GetSubkeyList(registry.buffer, 299);
+                registry.Clear();
+                WUTLRegistry(kParent).GetSubkeyList(registry.buffer, 299);
+            },
+            [](Registry& registry, const HeapRun& outcome) {
+                registry.Check(kOld, outcome);
+                registry.CheckNames({L"Faults", L"Faults2"}, outcome);
+            }),
+        SilentRow<Registry>(
+            "GetValueNameList",
+            [](Registry& registry) {
+                registry.Clear();
                 WUTLRegistry(kKey).GetValueNameList(registry.buffer, 299);
             },
-            [](Registry& registry, const HeapRun& outcome) { registry.Check(kOld, outcome); }),
+            [](Registry& registry, const HeapRun& outcome) {
+                registry.Check(kOld, outcome);
+                registry.CheckNames({L"bytes", L"digits", L"number", L"text"}, outcome);
+            }),
         Row<Registry>(
             "DeleteRegistryKey",
             [](Registry& registry) {
-                WUTLRegistry::CreateKey(
-                    L"HKEY_CURRENT_USER\\SOFTWARE\\Tovel\\Other\\Below\\It", WUTLRegistry::kReadWriteAccess, 0);
-                registry.result = WUTLRegistry::DeleteRegistryKey(L"HKEY_CURRENT_USER\\SOFTWARE\\Tovel\\Other");
+                registry.result = WUTLRegistry::CreateKey(kBelowOther, WUTLRegistry::kReadWriteAccess, 0);
+                if (registry.result == 0)
+                    registry.result = WUTLRegistry::DeleteRegistryKey(kOther);
             },
-            [](Registry& registry, const HeapRun& outcome) { registry.Check(kOld, outcome); }),
+            [](Registry& registry, const HeapRun& outcome) {
+                registry.Check(kOld, outcome);
+                EXPECT_TRUE(WUTLRegistry::IsValid(kOther) != 0 || outcome.hasFailed) << "it is there still";
+            },
+            Registry::HasFailed),
         Row<Preferences>(
             "SetValue_of_a_preference",
             [](Preferences& preferences) { preferences.isDone = List().SetValue(preferences.next); },

@@ -145,7 +145,8 @@ protected:
         {
             const WanderingLocale locale(point, kind);
             trial.run();
-            run.hasFailed = locale.IsReached();
+            const bool isMissing = kind == Wandering::Fails || kind == Wandering::FailsOnward;
+            (isMissing ? run.hasFailed : run.hasMoved) = locale.IsReached();
         }
         trial.check(run);
         trial.run();

@@ -7,6 +7,7 @@
 #include "OldOrNew.h"
 #include "PaperTypes.h"
 #include "Tally.h"
+#include "Units.h"
 #include "siblings/TvlConfig/CustomUnits.h"
 #include "siblings/TvlConfig/EventLog.h"
 #include "siblings/TvlPlatform/TextEncoding.h"
@@ -61,6 +62,45 @@ constexpr const char* kUnits = "TvlCustomUnits 1\na,b,c,d,2.000000,2,0.000000,0.
 
 struct Units : Plain {
     Units() { world.Put("user/CustomUnits.txt", kUnits); }
+};
+
+// Custom units, of which one is based on another: the first one goes, and those behind it move up one id.
+
+/// A file with units of these names and bases.
+std::string UnitsFile(const std::vector<std::pair<const char*, int>>& units)
+{
+    std::string bytes = "TvlCustomUnits 1\n";
+    for (const auto& [name, base] : units)
+        bytes += std::string(name) + ",b,c,d,2.000000," + std::to_string(base) + ",0.000000,0.000000,0.000000,0\n";
+    return bytes;
+}
+
+struct ThreeUnits : Plain {
+    ThreeUnits() { world.Put("user/CustomUnits.txt", all); }
+    static bool RemoveFirst()
+    {
+        wchar_t records[][kCustomUnitTextSize] = {L"bbx,b,c,d,2.000000,1,0.000000,0.000000,0.000000,0",
+            L"ccx,b,c,d,2.000000,42,0.000000,0.000000,0.000000,0", L""};
+        TvlConfig::CustomUnitBatch batch;
+        int index = 0;
+        bool isNoted = true;
+        for (auto& record : records)
+            isNoted = INISetCustomUnit(index++, record) && isNoted;
+        return batch.Commit() && isNoted;
+    }
+
+    const std::string all = UnitsFile({{"aax", 1}, {"bbx", 1}, {"ccx", 43}});
+    const std::string rest = UnitsFile({{"bbx", 1}, {"ccx", 42}});
+};
+
+// Behind a line that is no unit they move up at the end of their last client, each to the place that bases count on.
+
+struct UnitsBehindNone : Plain {
+    UnitsBehindNone() { world.Put("user/CustomUnits.txt", found); }
+
+    const std::string units = UnitsFile({{"aax", 1}, {"bbx", 1}, {"ccx", 43}});
+    const std::string found = std::string(units).insert(units.find("aax"), "none\n");
+    const std::string written = units + units.substr(units.find("ccx"));   // what is behind the last one stays
 };
 
 // Events: a file that is nearly full, so that it is put by on the way.
@@ -147,6 +187,24 @@ FileOperations WritesOfTheUser()
                 const std::string next = std::string(kUnits) + "e,f,g,h,3.000000,2,0.000000,0.000000,0.000000,0\n";
                 ExpectOldOrNew(bytes, kUnits, next, run.isDone);
             }),
+        FileRow<ThreeUnits>(
+            "units_removed", 9, [](ThreeUnits&) { return ThreeUnits::RemoveFirst(); },
+            [](ThreeUnits& units, const FileRun& run) {
+                const std::string bytes = units.world.Get("user/CustomUnits.txt").value_or("none");
+                ExpectOldOrNew(bytes, units.all, units.rest, run.isDone);
+            }),
+        FileRow<UnitsBehindNone>(
+            "units_at_end", 14,
+            [](UnitsBehindNone& units) {
+                UNITCustomInitialize();
+                UNITCustomUnInitialize();
+                // The end tells nothing: that the file has the units is all that anybody can learn.
+                return units.world.Get("user/CustomUnits.txt") == units.written;
+            },
+            [](UnitsBehindNone& units, const FileRun& run) {
+                const std::string bytes = units.world.Get("user/CustomUnits.txt").value_or("none");
+                ExpectOldOrNew(bytes, units.found, units.written, run.isDone);
+            }),
         FileRow<Events>(
             "events", 3,
             [](Events& events) {
@@ -175,7 +233,7 @@ FileOperations WritesOfTheUser()
                 const std::string bytes = settings.world.Get("user/settings.ini").value_or("none");
                 ExpectOldOrNew(bytes, kIni, "[Tools/Line]\r\nWidth=new\r\n[Other]\r\nx=1\r\n", run.isDone);
             }),
-        FileRow<Preferences>(
+        RowWithoutWrites<Preferences>(
             "preferences", 5,
             [](Preferences& preferences) {
                 preferences.Apply();

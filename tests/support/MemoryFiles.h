@@ -5,6 +5,7 @@
 #include "siblings/TvlUtils/FileLayer.h"
 
 #include <algorithm>
+#include <chrono>
 #include <map>
 #include <memory>
 #include <optional>
@@ -71,6 +72,8 @@ public:
     /// Names of all files, folders left out, each followed by a line feed.
     std::string ListFiles() const;
     std::size_t UsedBytes() const;
+    /// What changes from now on changes so much later.
+    void PassTime(std::chrono::seconds time) { m_now += time; }
 
     FileResult Open(const Path& path, TvlUtils::SystemIO::OpenMode mode,
         std::unique_ptr<TvlUtils::SystemIO::FileHandle>& handle) override;

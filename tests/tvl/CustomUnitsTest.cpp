@@ -1,5 +1,7 @@
 // tvl step and the user's own units, in a user's folder of the test's own.
 #include "ChildProcess.h"
+#include "FaultWalk.h"
+#include "siblings/TvlUtils/FileLayer.h"
 
 #include <fstream>
 #include <gmock/gmock.h>
@@ -14,9 +16,12 @@ constexpr int kBadInput = 2;
 
 class CustomUnitsCommands : public testing::Test {
 protected:
-    ChildResult Run(const std::vector<std::string>& arguments) const
+    ChildResult Run(const std::vector<std::string>& arguments, std::size_t lastFileOperation = 0) const
     {
-        ChildResult result = RunProgram({"tvl", arguments, {}, {{"TVL_USER_DIR", m_folder.Path().string()}}});
+        std::map<std::string, std::string> environment{{"TVL_USER_DIR", m_folder.Path().string()}};
+        if (lastFileOperation > 0)
+            environment["TVL_FILE_STOP_AT"] = std::to_string(lastFileOperation);
+        ChildResult result = RunProgram({"tvl", arguments, {}, environment});
         for (std::string* const text : {&result.output, &result.errors})
             std::erase(*text, '\r');
         return result;
@@ -74,6 +79,22 @@ TEST_F(CustomUnitsCommands, KeepUnits)
     EXPECT_EQ(Output({"units", "list"}),
         "42  fur,fur,furlongs,fur,220.000000,16,0.500000,1.000000,2.000000,0\n"
         "43  chain,chain,chain,chain,0.100000,42,0.000000,0.000000,0.000000,0\n");
+}
+
+TEST_F(CustomUnitsCommands, RemoveAUnitOrNoneWhereverTheyAreKilled)
+{
+    const std::string others = "bbx,b,c,d,2.000000,1,0.000000,0.000000,0.000000,0\nccx,b,c,d,3.000000,";
+    const std::string steps = ",0.000000,0.000000,0.000000,0\n";
+    const std::string before = "aax,b,c,d,1.000000,1" + steps + others + "43" + steps;
+    WalkFaultPoints(8, [&](std::size_t point) {
+        Write(before);
+        const int exitCode = Run({"units", "remove", "aax"}, point).exitCode;
+        const bool isKilled = exitCode == TvlUtils::SystemIO::kFileStopExitCode;
+        EXPECT_TRUE(exitCode == 0 || isKilled) << exitCode;
+        const bool isRemoved = File() == "TvlCustomUnits 1\n" + others + "42" + steps;
+        EXPECT_TRUE(isRemoved || (isKilled && File() == "TvlCustomUnits 1\n" + before)) << File();
+        return isKilled;
+    });
 }
 
 TEST_F(CustomUnitsCommands, FindWhatIsWrong)

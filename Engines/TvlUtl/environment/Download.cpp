@@ -1,5 +1,6 @@
 #include "Download.h"
 
+#include "siblings/TvlPlatform/TextEncoding.h"
 #include "siblings/TvlUtils/FilePath.h"
 #include "siblings/TvlUtils/LogMessage.h"
 #include "siblings/TvlUtils/SystemIO.h"
@@ -7,6 +8,7 @@
 
 #include <array>
 #include <chrono>
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -25,19 +27,29 @@ constexpr std::size_t kAsideDigits = 16;
 // Whoever is at work has written within the last minute, or gives up.
 constexpr std::chrono::minutes kLongestSilence{2};
 
+/// What the names of our files beside the destination begin with. They are of one length, whatever the file's own: that may
+/// be as long as the file system takes.
+TvlString AsideStem(const TvlString& destination)
+{
+    std::uint32_t hash = 0x811C9DC5;   // FNV-1a
+    for (const char byte : TvlPlatform::ToUtf8(SystemIO::Path::GetFileName(destination).MakeLower()))
+        hash = (hash ^ static_cast<unsigned char>(byte)) * 0x01000193;
+    return TvlString().Format(L"%08x.", hash);
+}
+
 /// The name that files of ours have until they take the place of another one.
 TvlString NewNameBeside(const TvlString& destination)
 {
-    return SystemIO::Path::GetTempFileNameW(SystemIO::Path::GetFolderName(destination),
-        SystemIO::Path::GetFileName(destination) + L".", TvlString(kAsideEnd));
+    return SystemIO::Path::GetTempFileNameW(
+        SystemIO::Path::GetFolderName(destination), AsideStem(destination), TvlString(kAsideEnd));
 }
 
-bool IsAsideOf(std::wstring_view file, std::wstring_view name)
+bool IsAsideOf(std::wstring_view stem, std::wstring_view name)
 {
-    if (name.size() != file.size() + 1 + kAsideDigits + kAsideEnd.size() || !name.starts_with(file)
-        || name[file.size()] != L'.' || !name.ends_with(kAsideEnd))
+    if (name.size() != stem.size() + kAsideDigits + kAsideEnd.size() || !name.starts_with(stem)
+        || !name.ends_with(kAsideEnd))
         return false;
-    const std::wstring_view digits = name.substr(file.size() + 1, kAsideDigits);
+    const std::wstring_view digits = name.substr(stem.size(), kAsideDigits);
     return digits.find_first_not_of(L"0123456789abcdef") == digits.npos;
 }
 
@@ -46,7 +58,7 @@ void RemoveLeftovers(const TvlString& destination)
 {
     SystemIO::FileLayer& files = SystemIO::FileLayer::Get();
     const TvlString folder = SystemIO::Path::GetFolderName(destination);
-    const TvlString file = SystemIO::Path::GetFileName(destination);
+    const TvlString stem = AsideStem(destination);
     SystemIO::FileStatus own;
     std::vector<SystemIO::FolderEntry> entries;
     if (!files.Stat(SystemIO::ToFilePath(destination), own)
@@ -54,7 +66,7 @@ void RemoveLeftovers(const TvlString& destination)
         return;
     for (const SystemIO::FolderEntry& entry : entries) {
         const TvlString name = SystemIO::FromFilePath(entry.name);
-        if (entry.kind != SystemIO::FileKind::File || !IsAsideOf(file, name))
+        if (entry.kind != SystemIO::FileKind::File || !IsAsideOf(stem, name))
             continue;
         const TvlString path = SystemIO::Path::Combine(folder, name);
         SystemIO::FileStatus left;

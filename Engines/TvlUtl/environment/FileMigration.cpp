@@ -48,19 +48,26 @@ SystemIO::FileResult FindFiles(
     return failure;
 }
 
+SystemIO::FileResult CopyContent(const TvlString& from, const TvlString& to)
+{
+    const auto made = SystemIO::Folder::EnsureExists(SystemIO::Path::GetFolderName(to));
+    return made ? SystemIO::File::Copy(from, to, true) : made;
+}
+
 /// Empty for a success, else the reason in words.
 TvlString CopyFile(const TvlString& from, const TvlString& to)
 {
+    SystemIO::FileLayer& files = SystemIO::FileLayer::Get();
     SystemIO::FileStatus status;
-    // A file that can't be looked at is not taken for a read-only one: its copy would get the mark.
-    const bool isReadOnly = SystemIO::FileLayer::Get().Stat(SystemIO::ToFilePath(from), status) && status.isReadOnly;
-    if (isReadOnly)
-        SystemIO::File::MakeWritable(from);
-    auto result = SystemIO::Folder::EnsureExists(SystemIO::Path::GetFolderName(to));
+    // A file that can't be looked at may have the mark, which its copy would lack.
+    auto result = files.Stat(SystemIO::ToFilePath(from), status);
     if (result)
-        result = SystemIO::File::Copy(from, to, true);
-    if (result && isReadOnly)
-        SystemIO::File::MakeReadonly(to);
+        result = CopyContent(from, to);
+    if (result && status.isReadOnly)
+        result = files.SetReadOnly(SystemIO::ToFilePath(to), true);
+    // Not before the copy has the mark: a process that ends in between would have taken it from both.
+    if (status.isReadOnly)
+        SystemIO::File::MakeWritable(from);
     return result ? TvlString() : result.Reason();
 }
 

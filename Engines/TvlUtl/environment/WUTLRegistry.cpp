@@ -333,6 +333,13 @@ LONG WUTLRegistry::DeleteRegistryKey(const wchar_t* path)
 }
 
 namespace {
+/// Whether a value may well be there and only could not be read: a default would take its place then.
+bool LacksMemory(LONG status)
+{
+    constexpr LONG kLacking[] = {8, 14, 1450};   // ERROR_NOT_ENOUGH_MEMORY, _OUTOFMEMORY, _NO_SYSTEM_RESOURCES
+    return std::find(std::begin(kLacking), std::end(kLacking), status) != std::end(kLacking);
+}
+
 /// The number that a text begins with, as the C runtime of Windows reads it: blanks, a sign, digits; what is beyond 32
 /// bits gives the nearest that fits, and a text without digits 0.
 int LeadingNumber(const TvlString& text)
@@ -354,9 +361,11 @@ int WUTLRegistry::RegReadInt(const wchar_t* section, const wchar_t* entry, int d
     const TvlString path = KeyPath(base, section);
     const WUTLRegistry key(path.c_str(), kReadAccess);
     TvlString text;
-    if (key.m_lastResult == 0 && key.GetValue(entry, text) == 0)
+    const LONG status = key.m_lastResult == 0 ? key.GetValue(entry, text) : key.m_lastResult;
+    if (status == 0)
         return LeadingNumber(text);
-    WUTLRegistry(path.c_str(), kWriteAccess, 1).SetValue(entry, TvlString().Format(L"%d", defaultValue).c_str());
+    if (!LacksMemory(status))
+        WUTLRegistry(path.c_str(), kWriteAccess, 1).SetValue(entry, TvlString().Format(L"%d", defaultValue).c_str());
     return defaultValue;
 }
 
@@ -365,12 +374,13 @@ long long WUTLRegistry::RegReadString(const wchar_t* section, const wchar_t* ent
 {
     const TvlString path = KeyPath(base, section);
     const WUTLRegistry key(path.c_str(), kReadAccess);
+    LONG status = key.m_lastResult;
     bool found = false;
-    if (key.m_lastResult == 0 && !section) {
+    if (status == 0 && !section) {
         key.GetSubkeyList(buffer, size);
-    } else if (key.m_lastResult == 0 && !entry) {
+    } else if (status == 0 && !entry) {
         key.GetValueNameList(buffer, size);
-    } else if (TvlString text; key.m_lastResult == 0 && key.GetValue(entry, text) == 0) {
+    } else if (TvlString text; status == 0 && (status = key.GetValue(entry, text)) == 0) {
         const auto length = static_cast<ULONG>(text.GetLength());
         const bool fits = length < size;
         std::wmemcpy(buffer, text.c_str(), fits ? length : size - std::min<ULONG>(size, 1));
@@ -378,7 +388,8 @@ long long WUTLRegistry::RegReadString(const wchar_t* section, const wchar_t* ent
         found = true;
     }
     if (!found && section && entry && defaultText) {
-        WUTLRegistry(path.c_str(), kWriteAccess, 1).SetValue(entry, defaultText);
+        if (!LacksMemory(status))
+            WUTLRegistry(path.c_str(), kWriteAccess, 1).SetValue(entry, defaultText);
         const std::size_t length = std::wcslen(defaultText);
         // A default that does not fit is left without an end mark.
         std::wmemcpy(buffer, defaultText, length < size ? length + 1 : size);

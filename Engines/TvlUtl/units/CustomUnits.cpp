@@ -138,12 +138,17 @@ try {
         return 1;
     // Nobody meets what is about to go, whatever becomes of the writing.
     const CustomUnits leaving = std::exchange(units, {});
+    if (leaving.count == 0)
+        return 1;
+    // In one step: records move up where one before them was passed over, and bases count on that of all of them.
+    TvlConfig::CustomUnitBatch batch;
     for (int i = 0; i < leaving.count; ++i) {
         wchar_t text[kCustomUnitTextSize] = {};
         const TvlString record = WriteCustomUnitRecord(leaving.records[static_cast<std::size_t>(i)]);
         std::copy_n(record.c_str(), record.GetLength(), text);
         INISetCustomUnit(i, text);
     }
+    batch.Commit();
     return 1;
 } catch (...) {
     return 1;

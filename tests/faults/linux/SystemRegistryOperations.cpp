@@ -94,7 +94,10 @@ HeapOperations SystemRegistryOperations()
                 if (registry.result == 0)
                     registry.result = WUTLRegistry::DeleteRegistryKey(kBelow.c_str());
             },
-            [](Registry& registry, const HeapRun& outcome) { registry.Check(outcome, SystemRegistryWorld::kOld); },
+            [](Registry& registry, const HeapRun& outcome) {
+                registry.Check(outcome, SystemRegistryWorld::kOld);
+                EXPECT_TRUE(WUTLRegistry::IsValid(kBelow.c_str()) != 0 || outcome.hasFailed) << "it is there still";
+            },
             Registry::HasFailed),
         Row<Registry>(
             "BeginBatch", [](Registry& registry) { registry.result = WriteInOneStep(); },

@@ -16,3 +16,21 @@ TVLSIBLINGS_API int INISetCustomUnit(int index, wchar_t* text);
 
 /// How many custom units there may be: indices are below.
 TVLSIBLINGS_API int INIGetMaxNoOfCustomUnit();
+
+namespace TvlConfig {
+
+/// Records that are stored together. While it lives INISetCustomUnit only notes what it is told, with 0 for what it would not
+/// store, and INIGetCustomUnit reads the file as it was at the beginning with what was noted since. The file changes in one
+/// step at the end, or not at all when nobody commits. One at a time in a process.
+class TVLSIBLINGS_API CustomUnitBatch {
+public:
+    /// Reads the file; one that can't be read takes no record, and is not written.
+    CustomUnitBatch();
+    ~CustomUnitBatch();
+    CustomUnitBatch(const CustomUnitBatch&) = delete;
+    CustomUnitBatch& operator=(const CustomUnitBatch&) = delete;
+    /// Stores the records in one step; to be called once. False, with the file as it was, when it can't be written.
+    bool Commit();
+};
+
+}   // namespace TvlConfig
