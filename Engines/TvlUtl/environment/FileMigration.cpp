@@ -61,13 +61,13 @@ TvlString CopyFile(const TvlString& from, const TvlString& to)
     SystemIO::FileStatus status;
     // A file that can't be looked at may have the mark, which its copy would lack.
     auto result = files.Stat(SystemIO::ToFilePath(from), status);
+    // Callers rely on a source that can be written from the first step on.
+    if (status.isReadOnly)
+        SystemIO::File::MakeWritable(from);
     if (result)
         result = CopyContent(from, to);
     if (result && status.isReadOnly)
         result = files.SetReadOnly(SystemIO::ToFilePath(to), true);
-    // Not before the copy has the mark: a process that ends in between would have taken it from both.
-    if (status.isReadOnly)
-        SystemIO::File::MakeWritable(from);
     return result ? TvlString() : result.Reason();
 }
 
