@@ -84,7 +84,7 @@ def rows_of(lines, wanted=""):
 def row(own, peer, limits):
     """The Row of one pair's limits: their texts and what stands behind those."""
     mean = [more for _, more in limits] == [["mean"]]
-    found = [Limit(text, 0, math.inf) if mean else limit(text, more) for text, more in limits]
+    found = [Limit(text, 0, math.inf) if mean else limit(own, text, more) for text, more in limits]
     found.sort(key=lambda limit: limit.least)
     bounds = [edge for limit in found for edge in (limit.least, limit.most + 1)]
     if bounds[0] != 0 or bounds[-1] != math.inf or bounds[1:-1:2] != bounds[2:-1:2]:
@@ -92,11 +92,11 @@ def row(own, peer, limits):
     return Row(own, peer, mean, tuple(found))
 
 
-def limit(text, more):
+def limit(own, text, more):
     """The Limit of "from N" and "to N" behind its text."""
     ends = dict(zip(more[::2], more[1::2]))
     if ends.keys() - {"from", "to"} or len(more) != 2 * len(ends):
-        raise ValueError(f"what does {' '.join(more)} mean?")
+        raise ValueError(f"{own}: what does {' '.join(more)} mean?")
     return Limit(text, float(ends.get("from", 0)), float(ends.get("to", math.inf)))
 
 
