@@ -33,7 +33,7 @@ ARGUMENT = re.compile(r"(?:\w+:)?(\d+)")
 
 
 class Limit(NamedTuple):
-    text: str      # a number, a fraction, or "+N": N microseconds more than the peer
+    text: str      # a number, a fraction, "+N": N microseconds more than the peer, or "-" for none
     least: float   # the sizes that it holds for
     most: float
 
@@ -52,6 +52,8 @@ class Row(NamedTuple):
     def ratio(self, size, times):
         """The most that the ratio may be for a size, 0 being none; "+N" counts with the peer's least time."""
         text = next(limit.text for limit in self.limits if size <= limit.most)
+        if text == "-":
+            return math.inf
         if not text.startswith("+"):
             return float(Fraction(text))
         base = min((time for name, time in times.items() if name.split("/")[0] == self.peer), default=math.inf)
