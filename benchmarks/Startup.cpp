@@ -1,6 +1,6 @@
 // Starting programs: one that does nothing and loads the library, the measuring program, and their floor, a program that
-// does nothing and loads a library that does nothing. All load the same libraries of others. What counts is the processor
-// time of the started process.
+// does nothing and loads a library that does nothing. All load the same libraries of others; a bare program loads none but
+// the C library. What counts is the processor time of the started process.
 #include <benchmark/benchmark.h>
 #include <climits>
 #include <fcntl.h>
@@ -53,9 +53,11 @@ void Start(benchmark::State& state, const std::vector<std::string>& arguments)
         state.SetIterationTime(Run(arguments));
 }
 
+void Startup_Bare(benchmark::State& state) { Start(state, {"startup_bare"}); }
 void Startup_Nothing(benchmark::State& state) { Start(state, {"startup_nothing"}); }
 void Startup_Library(benchmark::State& state) { Start(state, {"startup_library"}); }
 void Startup_Measure(benchmark::State& state) { Start(state, {"tvl", "measure", "5in"}); }
+BENCHMARK(Startup_Bare)->UseManualTime();
 BENCHMARK(Startup_Nothing)->UseManualTime();
 BENCHMARK(Startup_Library)->UseManualTime();
 BENCHMARK(Startup_Measure)->UseManualTime();

@@ -33,7 +33,7 @@ ARGUMENT = re.compile(r"(?:\w+:)?(\d+)")
 
 
 class Limit(NamedTuple):
-    text: str      # a number, a fraction, or "+N": N microseconds more than the peer
+    text: str      # a number, a fraction, "+N": N microseconds more than the peer, or "-" for none
     least: float   # the sizes that it holds for
     most: float
 
@@ -52,6 +52,8 @@ class Row(NamedTuple):
     def ratio(self, size, times):
         """The most that the ratio may be for a size, 0 being none; "+N" counts with the peer's least time."""
         text = next(limit.text for limit in self.limits if size <= limit.most)
+        if text == "-":
+            return math.inf
         if not text.startswith("+"):
             return float(Fraction(text))
         base = min((time for name, time in times.items() if name.split("/")[0] == self.peer), default=math.inf)
@@ -84,7 +86,7 @@ def rows_of(lines, wanted=""):
 def row(own, peer, limits):
     """The Row of one pair's limits: their texts and what stands behind those."""
     mean = [more for _, more in limits] == [["mean"]]
-    found = [Limit(text, 0, math.inf) if mean else limit(text, more) for text, more in limits]
+    found = [Limit(text, 0, math.inf) if mean else limit(own, text, more) for text, more in limits]
     found.sort(key=lambda limit: limit.least)
     bounds = [edge for limit in found for edge in (limit.least, limit.most + 1)]
     if bounds[0] != 0 or bounds[-1] != math.inf or bounds[1:-1:2] != bounds[2:-1:2]:
@@ -92,11 +94,11 @@ def row(own, peer, limits):
     return Row(own, peer, mean, tuple(found))
 
 
-def limit(text, more):
+def limit(own, text, more):
     """The Limit of "from N" and "to N" behind its text."""
     ends = dict(zip(more[::2], more[1::2]))
     if ends.keys() - {"from", "to"} or len(more) != 2 * len(ends):
-        raise ValueError(f"what does {' '.join(more)} mean?")
+        raise ValueError(f"{own}: what does {' '.join(more)} mean?")
     return Limit(text, float(ends.get("from", 0)), float(ends.get("to", math.inf)))
 
 

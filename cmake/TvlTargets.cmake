@@ -198,6 +198,8 @@ function(tvl_fuzzer name)
     add_dependencies(fuzz_${name} TvlSuite)
     if(TVL_FUZZERS)
         target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
+        # What libFuzzer's builds are known by; clang leaves it to them to say so.
+        target_compile_definitions(fuzz_${name} PRIVATE FUZZING_BUILD_MODE_UNSAFE_FOR_PRODUCTION)
     else()
         target_sources(fuzz_${name} PRIVATE "${PROJECT_SOURCE_DIR}/fuzz/Replay.cpp")
         target_link_libraries(fuzz_${name} PRIVATE TvlReplay)

@@ -365,7 +365,7 @@ class Ratios(unittest.TestCase):
     def test_refuses_limits_that_leave_a_size_out_or_hold_for_one_twice(self):
         for words in (["to 10"], ["from 10"], ["to 10", "from 12"], ["to 10", "from 10"], ["", ""], ["mean", "to 10"],
                       ["about 100"], ["from"], ["to 10 to 20", "from 21"]):
-            with self.subTest(words=words), self.assertRaises(ValueError):
+            with self.subTest(words=words), self.assertRaisesRegex(ValueError, "^Sort: "):
                 ratios.rows_of([f"Sort Sort_Bare 1 {more}" for more in words])
 
     def test_every_benchmark_is_in_a_row(self):

@@ -66,9 +66,10 @@ protected:
         return trial.files->CountFiles();
     }
     /// One run with what `inject` does to the files.
+    /// @param counted what the fault is counted as
     /// @return the file operation that a fault has happened in, or 0 for none
     template <class Inject>
-    std::size_t Try(std::size_t soundFiles, Inject inject, bool endsSystem = false) const
+    std::size_t Try(const std::string& counted, std::size_t soundFiles, Inject inject, bool endsSystem = false) const
     {
         const FileTrial trial = GetParam().begin();
         inject(*trial.files);
@@ -79,7 +80,7 @@ protected:
         trial.forget();
         trial.files->Restart();
         trial.check(run);
-        Tally::Get().Add(run.hasFailed ? "file faults injected" : "runs that met no file fault");
+        Tally::Get().Add(run.hasFailed ? counted + " injected" : "runs that met no file fault");
 
         FileRun next = Run(trial);
         next.isSystemDown = endsSystem;
@@ -87,7 +88,7 @@ protected:
         trial.forget();
         trial.check(next);
         ExpectNoLeftovers(trial.files->CountFiles(), soundFiles, trial.files->ListFiles());
-        Tally::Get().Add("file faults survived", run.hasFailed && !HasFailure() ? 1 : 0);
+        Tally::Get().Add(counted + " survived", run.hasFailed && !HasFailure() ? 1 : 0);
         return point;
     }
 };
@@ -102,7 +103,7 @@ TEST_P(FileFaults, LeaveTheOldStateOrTheNewOne)
         for (std::size_t point = 1, met = 1; met > 0 && !HasFailure(); point = met + step) {
             SCOPED_TRACE(testing::Message() << "file operation " << point << " " << name);
             met = Try(
-                files, [&, what = fault](MemoryFiles& world) { world.Inject(point, what); },
+                "file faults", files, [&, what = fault](MemoryFiles& world) { world.Inject(point, what); },
                 MemoryFiles::EndsSystem(fault));
             last = point;
             if (met >= kMostPoints && !IsWholeRun())
@@ -121,10 +122,9 @@ TEST_P(FileFaults, OfAFullDiskLeaveTheOldStateOrTheNewOne)
     bool reached = true;
     for (int room = 0; reached && room < kMostBytes && !HasFailure(); room += step) {
         SCOPED_TRACE(testing::Message() << "with room for " << room << " bytes");
-        reached = Try(files, [&](MemoryFiles& world) {
+        reached = Try("full disks", files, [&](MemoryFiles& world) {
             world.SetCapacity(world.UsedBytes() + static_cast<std::size_t>(room));
         }) > 0;
-        Tally::Get().Add("full disks");
     }
     EXPECT_FALSE(reached) << "it needs more than that";
 }

@@ -139,7 +139,7 @@ bool FormatRegional(bool isNegative, const Digits& digits, const LocaleCache& lo
     if (format.FormatNumber(number, locale.decimalSeparator.View(), out))
         return true;
     // With the plain sign: the form drops every other, and sets the region's own in its place.
-    return format.Format(Join(isNegative ? kPlainSign : std::wstring_view(), digits, locale).View(), out);
+    return format.Format(TvlString(Join(isNegative ? kPlainSign : std::wstring_view(), digits, locale).View()), out);
 }
 }   // namespace
 

@@ -24,6 +24,8 @@ std::wstring Read(Ports::LocaleSetting setting)
     return Ports::Locale::Get().Setting(setting, kSettingCapacity).value_or(std::wstring());
 }
 
+wchar_t FirstOf(const std::wstring& text) { return text.empty() ? L'\0' : text.front(); }
+
 /// The digits that a setting begins with, so that a grouping of "3;2;0" counts as 3.
 UINT ReadNumber(Ports::LocaleSetting setting)
 {
@@ -49,39 +51,31 @@ void WRegionalSupportFormatImpl::Refresh()
 
 void WRegionalSupportFormatImpl::ReadSettings()
 {
+    m_isPlain = false;
     m_format = {};
     m_format.leadingZero = ReadNumber(Ports::LocaleSetting::LeadingZero);
     m_format.grouping = ReadNumber(Ports::LocaleSetting::Grouping);
     m_format.decimalSeparator = Read(Ports::LocaleSetting::DecimalSeparator);
     m_format.thousandsSeparator = Read(Ports::LocaleSetting::ThousandsSeparator);
+    m_decimal = FirstOf(m_format.decimalSeparator);
+    m_thousands = FirstOf(m_format.thousandsSeparator);
     m_format.negativeOrder = ReadNumber(Ports::LocaleSetting::NegativeNumberOrder);
     CGlbLang language;
     language.SetFromWinLangID(Ports::Locale::Get().UserUILanguage());
     if (language.IsRTL() && m_format.negativeOrder < std::size(kMirroredOrders))
         m_format.negativeOrder = kMirroredOrders[m_format.negativeOrder];
     m_isPlain = m_format.grouping >= 2 && m_format.grouping <= 9 && m_format.leadingZero == 1
-        && m_format.negativeOrder == kSignBefore && Read(Ports::LocaleSetting::NegativeSign) == L"-"
+        && m_format.negativeOrder == kSignBefore && Read(Ports::LocaleSetting::NegativeSign) == L"-" && m_decimal != 0
         && m_format.decimalSeparator.size() == 1 && m_format.thousandsSeparator.size() == 1
         && m_format.decimalSeparator != m_format.thousandsSeparator;
 }
 
-wchar_t WRegionalSupportFormatImpl::ThousandsSeparator() const
-{
-    return m_format.thousandsSeparator.empty() ? L'\0' : m_format.thousandsSeparator.front();
-}
-
-wchar_t WRegionalSupportFormatImpl::DecimalSeparator() const
-{
-    return m_format.decimalSeparator.empty() ? L'\0' : m_format.decimalSeparator.front();
-}
-
 bool WRegionalSupportFormatImpl::RemoveThousandSeptFromValue(const TvlString& text, TvlString& out) const
 {
-    const wchar_t separator = ThousandsSeparator();
-    if (separator == 0 || text.Find(separator) < 0)
+    if (m_thousands == 0 || text.Find(m_thousands) < 0)
         return false;
     TvlString plain = text;
-    plain.Remove(separator);
+    plain.Remove(m_thousands);
     out = plain;
     return true;
 }
@@ -96,50 +90,52 @@ bool PlainNumber::HasSystemForm() const
 }
 
 namespace {
-const wchar_t* SkipDigits(const wchar_t* at, const wchar_t* end)
+const wchar_t* SkipDigits(const wchar_t* at)
 {
-    while (at != end && IsDigit(*at))
+    while (IsDigit(*at))
         ++at;
     return at;
 }
+
+void Append(std::wstring_view text, TvlString& out) { out.Append(text.data(), static_cast<int>(text.size())); }
 
 std::wstring_view Between(const wchar_t* begin, const wchar_t* end)
 {
     return {begin, static_cast<std::size_t>(end - begin)};
 }
 
-/// The number at the front of a text, and what follows it.
-std::pair<PlainNumber, std::wstring_view> ReadPlainNumber(std::wstring_view text, wchar_t decimalSeparator)
+/// The number at the front of a text, and what follows it. The zero behind the text ends every search.
+std::pair<PlainNumber, std::wstring_view> ReadPlainNumber(const std::wstring& text, wchar_t decimalSeparator)
 {
     PlainNumber number;
-    const wchar_t* at = text.data();
-    const wchar_t* const end = at + text.size();
-    if (at != end && *at == L'-') {
-        number.isNegative = true;
-        ++at;
-    }
-    const wchar_t* begin = at;
-    at = SkipDigits(at, end);
+    const wchar_t* begin = text.c_str();
+    number.isNegative = *begin == L'-';
+    begin += number.isNegative;   // without a branch, which signs that alternate would mislead
+    const wchar_t* at = SkipDigits(begin);
     number.whole = Between(begin, at);
-    if (at != end && *at == decimalSeparator) {
+    if (*at == decimalSeparator) {
         begin = ++at;
-        at = SkipDigits(at, end);
+        at = SkipDigits(begin);
         number.fraction = Between(begin, at);
     }
-    return {number, Between(at, end)};
+    return {number, Between(at, text.c_str() + text.size())};
 }
 }   // namespace
 
-bool WRegionalSupportFormatImpl::FormatPlain(std::wstring_view text, TvlString& out) const
+inline bool WRegionalSupportFormatImpl::FormatPlain(TvlString& text, TvlString& out) const
 {
-    const wchar_t decimal = DecimalSeparator();
-    const wchar_t thousands = ThousandsSeparator();
-    const auto [number, tail] = ReadPlainNumber(text, decimal);
+    const wchar_t decimal = m_decimal;
+    const wchar_t thousands = m_thousands;
+    const auto [number, tail] = ReadPlainNumber(text.Std(), decimal);
     if (!number.HasSystemForm() || std::any_of(tail.begin(), tail.end(), [=](wchar_t c) {
             return IsDigit(c) || c == decimal || c == thousands;
         }))
         return false;
-    Compose(number, tail, out);
+    const bool endsInSeparator = number.fraction.empty() && tail.data() != number.whole.data() + number.whole.size();
+    if (number.whole.size() > m_format.grouping || endsInSeparator)
+        Compose(number, tail, out);
+    else
+        out = std::move(text);   // has its form already
     return true;
 }
 
@@ -151,44 +147,45 @@ void WRegionalSupportFormatImpl::Compose(const PlainNumber& number, std::wstring
     if (!number.fraction.empty()) {
         for (auto digit = number.fraction.rbegin(); digit != number.fraction.rend(); ++digit)
             *--at = *digit;
-        *--at = DecimalSeparator();
+        *--at = m_decimal;
     }
     UINT left = m_format.grouping;
     for (auto digit = number.whole.rbegin(); digit != number.whole.rend(); ++digit, --left) {
         if (left == 0) {
-            *--at = ThousandsSeparator();
+            *--at = m_thousands;
             left = m_format.grouping;
         }
         *--at = *digit;
     }
-    if (number.isNegative)
-        *--at = L'-';
+    at[-1] = L'-';
+    at -= number.isNegative;
     out.Empty();
     out.Append(at, static_cast<int>(formatted + kRoom - at));
     if (!tail.empty())
-        out.Append(tail.data(), static_cast<int>(tail.size()));
+        Append(tail, out);
 }
 
 bool WRegionalSupportFormatImpl::FormatNumber(
     const PlainNumber& number, std::wstring_view decimalSeparator, TvlString& out)
 {
     Refresh();
-    const bool isKnown = decimalSeparator.size() == 1 && decimalSeparator.front() == DecimalSeparator();
+    const bool isKnown = decimalSeparator.size() == 1 && decimalSeparator.front() == m_decimal;
     if (!m_isPlain || !isKnown || !number.HasSystemForm())
         return false;
     Compose(number, std::wstring_view(), out);
     return true;
 }
 
-bool WRegionalSupportFormatImpl::Format(std::wstring_view text, TvlString& out)
+bool WRegionalSupportFormatImpl::Format(TvlString&& ready, TvlString& out)
 {
     Refresh();
-    if (text.empty())
+    if (ready.IsEmpty())
         return false;
-    if (m_isPlain && FormatPlain(text, out))
+    if (m_isPlain && FormatPlain(ready, out))
         return true;
-    const wchar_t decimal = DecimalSeparator();
-    const wchar_t thousands = ThousandsSeparator();
+    const std::wstring_view text = ready;
+    const wchar_t decimal = m_decimal;
+    const wchar_t thousands = m_thousands;
     const auto last = std::find_if(text.rbegin(), text.rend(),
         [=](wchar_t c) { return IsDigit(c) || (c != 0 && (c == decimal || c == thousands)); });
     if (last == text.rend()) {
@@ -201,8 +198,8 @@ bool WRegionalSupportFormatImpl::Format(std::wstring_view text, TvlString& out)
 
 bool WRegionalSupportFormatImpl::FormatBySystem(std::wstring_view text, std::wstring_view tail, TvlString& out)
 {
-    const wchar_t decimal = DecimalSeparator();
-    const wchar_t thousands = ThousandsSeparator();
+    const wchar_t decimal = m_decimal;
+    const wchar_t thousands = m_thousands;
     std::wstring number(text);
     if (thousands != 0)
         std::erase(number, thousands);
@@ -221,7 +218,7 @@ bool WRegionalSupportFormatImpl::FormatBySystem(std::wstring_view text, std::wst
 
 bool WRegionalSupportFormat::GetValueInLocaleFormat(TvlString text, TvlString& out)
 {
-    return WRegionalSupportFormatImpl::GetInstance().Format(text, out);
+    return WRegionalSupportFormatImpl::GetInstance().Format(std::move(text), out);
 }
 
 bool WRegionalSupportFormat::RemoveThousandSeptFromValue(TvlString text, TvlString& out)

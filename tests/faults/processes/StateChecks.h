@@ -21,6 +21,8 @@ public:
 private:
     /// What the work has written last; its entries in the ledger are alike.
     std::string ValueIn(const State& state) const;
+    /// Entries of the ledger that can be found: all papers, but of values, which take each other's place, the last alone.
+    int CountLookedFor(const Entries& ledger) const;
     int CountLostPapers(const State& state, const Entries& ledger) const;
     int CountLostValues(const State& state, const Entries& ledger) const;
     /// Changes of settings that were there, or that the ledger tells of: an old age in the place of a later one.
