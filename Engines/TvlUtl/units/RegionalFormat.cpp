@@ -139,7 +139,9 @@ inline bool WRegionalSupportFormatImpl::FormatPlain(TvlString& text, TvlString& 
     return true;
 }
 
-void WRegionalSupportFormatImpl::Compose(const PlainNumber& number, std::wstring_view tail, TvlString& out) const
+/// In line: its callers have the number in registers.
+[[gnu::always_inline]] inline void WRegionalSupportFormatImpl::Compose(
+    const PlainNumber& number, std::wstring_view tail, TvlString& out) const
 {
     constexpr std::size_t kRoom = 2 * kMostPlainDigits + kMostDigits + 2;
     wchar_t formatted[kRoom];
