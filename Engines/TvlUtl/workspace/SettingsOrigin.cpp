@@ -69,6 +69,8 @@ std::optional<Note> Read(const TvlString& settings)
     return Note{FromUtf8(session), {FromUtf8(workspace), FromUtf8(application)}};
 }
 
+bool IsUnsaved(Lack lack) { return lack == Lack::Unsaved || lack == Lack::UnsavedAlone; }
+
 bool IsAlive(const TvlString& session)
 {
     return session == OwnSession().name || InterProcessEvent::openEvent(session) != nullptr;
@@ -100,7 +102,7 @@ void SettingsOrigin::SetLack(const TvlString& settings, const TvlString& workspa
     const std::lock_guard hold(AllLacks().lock);
     NotedLack& noted = AllLacks().bySettings[settings.Std()];
     const bool isSecured = lack == Lack::None && noted.workspace.CompareNoCase(workspace) == 0;
-    if (noted.lack != Lack::Unsaved || isSecured)
+    if (!IsUnsaved(noted.lack) || isSecured)
         noted = NotedLack{workspace, lack};
 }
 
@@ -113,7 +115,7 @@ Lack SettingsOrigin::LackOf(const TvlString& settings, const TvlString& workspac
     const auto& [noted, lack] = found->second;
     if (lack == Lack::Unapplied || noted.CompareNoCase(workspace) == 0)
         return lack;
-    return lack == Lack::Unsaved ? Lack::Unwritten : Lack::None;
+    return IsUnsaved(lack) ? Lack::Unwritten : Lack::None;
 }
 
 bool SettingsOrigin::AreForeign(Lack lack) { return lack == Lack::Unwritten || lack == Lack::Unapplied; }
@@ -122,8 +124,8 @@ std::optional<TvlString> SettingsOrigin::UnsavedOwner(const TvlString& settings)
 {
     const std::lock_guard hold(AllLacks().lock);
     const auto found = AllLacks().bySettings.find(settings.Std());
-    const bool isUnsaved = found != AllLacks().bySettings.end() && found->second.lack == Lack::Unsaved;
-    return isUnsaved ? std::optional(found->second.workspace) : std::nullopt;
+    const bool isNoted = found != AllLacks().bySettings.end() && IsUnsaved(found->second.lack);
+    return isNoted ? std::optional(found->second.workspace) : std::nullopt;
 }
 
 void SettingsOrigin::BeginSession()

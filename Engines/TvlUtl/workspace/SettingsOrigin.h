@@ -22,12 +22,13 @@ bool IsForeign(const TvlString& settings, const TvlString& workspace);
 
 /// What is amiss with the settings on disk and those of a workspace.
 enum class Lack {
-    None,        ///< they are its own
-    Unsaved,     ///< they are its own, and nowhere else: nothing must take their place
-    Unwritten,   ///< those of the workspace could not be written: others are there
+    None,           ///< they are its own
+    Unsaved,        ///< they are its own, and nowhere else: nothing must take their place
+    UnsavedAlone,   ///< the same, but for the files beside them: another application has left the settings
+    Unwritten,      ///< those of the workspace could not be written: others are there
     Unapplied,   ///< they are not the preferences, of which the application makes the settings: whichever workspace it is
 };
-/// Notes, for this process, what `workspace` lacks; about others nothing is known from then on. What is Unsaved stays so
+/// Notes, for this process, what `workspace` lacks; about others nothing is known from then on. What is unsaved stays so
 /// until it is None.
 void SetLack(const TvlString& settings, const TvlString& workspace, Lack lack);
 Lack LackOf(const TvlString& settings, const TvlString& workspace);

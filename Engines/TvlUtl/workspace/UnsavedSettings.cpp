@@ -75,8 +75,6 @@ bool UnsavedSettings::Keep(const TvlString& workspace, const SettingsEntries& en
 {
     if (!entries.isWhole)
         return false;
-    if (entries.files.empty())
-        return true;
     WorkspaceContainer container = OpenKept(KeptPath(workspace, m_settings));
     entries.AddTo(container);
     return container && container.Close();
@@ -139,7 +137,8 @@ void UnsavedSettings::KeepLeft(const TvlString& workspace) const
     if (!left || left->workspace.CompareNoCase(workspace) == 0
         || InterruptionMark::WasLeft(m_settings, InterruptionMark::kExtracting) != kNo)
         return;
-    SettingsOrigin::SetLack(m_settings, left->workspace, Lack::Unsaved);
+    const bool areFilesOurs = left->application == m_application;
+    SettingsOrigin::SetLack(m_settings, left->workspace, areFilesOurs ? Lack::Unsaved : Lack::UnsavedAlone);
     MakeRoom();
 }
 
@@ -148,11 +147,9 @@ bool UnsavedSettings::MakeRoom() const
     const auto owner = SettingsOrigin::UnsavedOwner(m_settings);
     if (!owner)
         return true;
-    // The files on disk are none of another application's.
-    const auto left = SettingsOrigin::LeftBehind(m_settings);
-    const bool areOurs = !left || left->application == m_application;
     const Files none;
-    const UnsavedSettings unsaved(m_settings, areOurs ? m_files : none, m_application);
+    const bool isAlone = SettingsOrigin::LackOf(m_settings, *owner) == Lack::UnsavedAlone;
+    const UnsavedSettings unsaved(m_settings, isAlone ? none : m_files, m_application);
     if (!unsaved.Secure(*owner))
         return false;
     SettingsOrigin::SetLack(m_settings, *owner, Lack::None);

@@ -215,6 +215,47 @@ TEST_F(UnsavedSettings, AreTheFilesAloneWhereThereAreNoSettings)
     EXPECT_EQ(SettingsOnDisk(), Settings("_default")) << "of the workspace";
 }
 
+TEST_F(UnsavedSettings, AreKeptWithTheirFilesWhicheverApplicationHadThemBefore)
+{
+    StartAs(L"Other", {});
+    EXPECT_EQ(ChangeTo(L"A"), Result::Ok);
+    EXPECT_EQ(ChangeTo(L"_default"), Result::Ok);
+    StartAs(L"Tovel", {"extra"});
+    world.MakeFile(kSettings, changed);
+    world.MakeFile("user/extra", "new");
+    const std::string bytes = Break("_default");
+    const auto obstacle = TvlUtils::SystemIO::ToFilePath(world.Path(Kept("_default")));
+    std::filesystem::create_directories(obstacle / "full");
+    EXPECT_EQ(ChangeTo(L"A"), Result::Ok);
+    std::filesystem::remove_all(obstacle);
+    manager->AppShuttingDown();   // they are kept now
+    world.MakeFile("user/Workspaces/_default.tvws", bytes);
+    StartAs(L"Tovel", {"extra"});
+    EXPECT_EQ(ChangeTo(L"A"), Result::Ok);
+    EXPECT_EQ(ChangeTo(L"_default"), Result::Ok);
+    EXPECT_EQ(SettingsOnDisk(), changed);
+    EXPECT_EQ(world.Bytes("user/extra"), "new");
+}
+
+TEST_F(UnsavedSettings, OutliveAStartWithTheDefaultOfItsMode)
+{
+    EXPECT_EQ(ChangeTo(L"A"), Result::Ok);
+    manager->AppShuttingDown();
+    Store(L"TabletModeToggling", L"1");
+    Store(L"DesktopModeDefault", WorkspacePath("_default"));
+    world.MakeFile(kSettings, Settings("changed A"));
+    const auto obstacle = TvlUtils::SystemIO::ToFilePath(world.Path(Kept("A")));
+    std::filesystem::create_directories(obstacle / "full");
+    StartAs(L"Tovel", {});
+    EXPECT_EQ(manager->GetCurrentWorkspaceName(), L"_default");
+    EXPECT_EQ(SettingsOnDisk(), Settings("changed A")) << "they can't be kept";
+    std::filesystem::remove_all(obstacle);
+    StartAs(L"Tovel", {});
+    EXPECT_EQ(SettingsOnDisk(), changed) << "of the default one";
+    EXPECT_EQ(ChangeTo(L"A"), Result::Ok);
+    EXPECT_EQ(SettingsOnDisk(), Settings("changed A"));
+}
+
 TEST_F(UnsavedSettings, OfAProcessThatHasDiedAreKeptByTheNextOne)
 {
     struct Case {
